@@ -1,0 +1,14 @@
+# SPDX-License-Identifier: MIT
+# The warnings that our own targets are built with; a consumer never sees them.
+function(espalier_set_warnings target)
+    target_compile_options(${target} PRIVATE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wcast-align
+        -Wcast-qual -Wnon-virtual-dtor -Woverloaded-virtual -Wundef -Wimplicit-fallthrough)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        target_compile_options(${target} PRIVATE
+            -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wuseless-cast -Wsuggest-override)
+    endif()
+    if(ESPALIER_WERROR)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
+endfunction()
