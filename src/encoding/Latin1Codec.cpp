@@ -30,8 +30,8 @@ public:
     }
 
     int Encode(int code, unsigned char* destination, unsigned char* destinationEnd) const override {
-        if (code < 0 || code > kLastCode) return -1;
         if (destination >= destinationEnd) return 0;
+        if (code < 0 || code > kLastCode) return -1;
         *destination = static_cast<unsigned char>(code);
         return 1;
     }
