@@ -153,16 +153,16 @@ private:
     void FreeRecords();
     void Swap(XmlNsSupport& other);
 
-    XmlNamespace* defaultNs_ = nullptr;     // the default namespace in force, or null; not owned
-    XmlNamespace* xmlnsNs_ = nullptr;       // the fixed record that BindXmlns() binds; owned
-    bool reserved_ = false;                 // keeps the place of a flag that nothing needs
-    int level_ = 0;                         // number of contexts that are open
-    Xml::HashMap prefixes_;                 // prefix to the XmlNamespace in force
-    XmlNamespace* declarations_ = nullptr;  // the most recent first; owned
-    XmlNamespace* freeList_ = nullptr;      // records for the next declarations; owned
-    unsigned long generation_ = 0;          // counts the changes of bindings
-    astring localName_;                     // of the last name that was processed
-    astring rawName_;                       // the last name that was processed
+    XmlNamespace* defaultNs_ = nullptr;       // the default namespace in force, or null; not owned
+    XmlNamespace* xmlnsNs_ = nullptr;         // the fixed record that BindXmlns() binds; owned
+    [[maybe_unused]] bool reserved_ = false;  // keeps the place of a flag that nothing needs
+    int level_ = 0;                           // number of contexts that are open
+    Xml::HashMap prefixes_;                   // prefix to the XmlNamespace in force
+    XmlNamespace* declarations_ = nullptr;    // the most recent first; owned
+    XmlNamespace* freeList_ = nullptr;        // records for the next declarations; owned
+    unsigned long generation_ = 0;            // counts the changes of bindings
+    astring localName_;                       // of the last name that was processed
+    astring rawName_;                         // the last name that was processed
 };
 
 }  // namespace sax
