@@ -105,9 +105,9 @@ def text(rng):
             yield f"<chapter id=\"c{chapter % 1000}\">\n<title>{prose.title(3, 7)}</title>\n"
             for number in range(30):
                 if number % 6 == 5:
-                    yield f"<p>{prose.paragraph(3)} <em>{prose.phrase(1, 3)}</em> {prose.paragraph(5)}</p>\n"
+                    yield f"<p>{prose.paragraph(2)} <em>{prose.phrase(1, 3)}</em> {prose.paragraph(3)}</p>\n"
                 else:
-                    yield f"<p>{prose.paragraph(rng.randint(4, 16))}</p>\n"
+                    yield f"<p>{prose.paragraph(rng.randint(2, 10))}</p>\n"
             yield "</chapter>\n"
             yield CLOSED
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // libxml2's xmlTextReader. It is made once and given each further document by xmlReaderNewMemory,
-// which keeps its buffers and its dictionary of names. It delivers no namespace of its own for
-// declarations but a fixed one, so the sum of the attributes' namespaces is not compared.
+// which keeps its buffers and its dictionary of names; UTF-16 is detected by a new reader only, so
+// such a document gets one. Declarations of namespaces have a fixed namespace here, so the sum of
+// the attributes' namespaces is not compared.
 #include "reader/Library.h"
 
 #include <libxml/xmlreader.h>
@@ -41,6 +42,11 @@ public:
 private:
     void SetInput(std::string_view document) {
         const int size = static_cast<int>(document.size());
+        const bool isUtf16 = document.starts_with("\xFF\xFE") || document.starts_with("\xFE\xFF");
+        if (isUtf16) {
+            xmlFreeTextReader(reader_);
+            reader_ = nullptr;
+        }
         if (reader_ == nullptr) {
             reader_ = xmlReaderForMemory(document.data(), size, nullptr, nullptr, kOptions);
             if (reader_ == nullptr) throw std::runtime_error("no reader");
