@@ -2,6 +2,7 @@
 #include "reader/Corpus.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -57,7 +58,26 @@ std::string CorpusDirectory() {
     return directory != nullptr ? directory : ESPALIER_CORPUS;
 }
 
-bool IsPresent(const CorpusEntry& entry) { return fs::exists(PathOf(entry)); }
+const CorpusEntry& FindCorpusEntry(std::string_view name) {
+    std::string names;
+    for (const CorpusEntry& entry : kEntries) {
+        if (entry.name == name) return entry;
+        names += std::string(" ") + entry.name;
+    }
+    throw std::invalid_argument("no file is named " + std::string(name) + "; there are" + names);
+}
+
+std::vector<const CorpusEntry*> PresentCorpusEntries() {
+    std::vector<const CorpusEntry*> entries;
+    for (const CorpusEntry& entry : kEntries) {
+        if (entry.origin != nullptr && !fs::exists(PathOf(entry))) {
+            std::fprintf(stderr, "%s is left out: it comes from %s\n", entry.title, entry.origin);
+            continue;
+        }
+        entries.push_back(&entry);
+    }
+    return entries;
+}
 
 CorpusFile LoadCorpusFile(const CorpusEntry& entry) {
     CorpusFile file;

@@ -39,9 +39,13 @@ std::span<const CorpusEntry> CorpusEntries();
 /// Returns the directory of the corpus: ESPALIER_CORPUS in the environment, else build/corpus.
 std::string CorpusDirectory();
 
-/// Tells whether the file is there. A generated one must be; a copied one is there when its
-/// package was installed when the corpus was made.
-bool IsPresent(const CorpusEntry& entry);
+/// Returns the file of that name.
+/// \throws std::invalid_argument when there is none, with the names that there are
+const CorpusEntry& FindCorpusEntry(std::string_view name);
+
+/// Returns the files of CorpusEntries() without those copied from packages that were not installed
+/// when the corpus was made; these are named on standard error.
+std::vector<const CorpusEntry*> PresentCorpusEntries();
 
 /// Reads a file.
 /// \throws std::runtime_error when it is missing or empty, with the command that makes it

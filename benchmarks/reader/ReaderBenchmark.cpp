@@ -46,10 +46,9 @@ void Read(benchmark::State& state, const bench::CorpusEntry& entry, const bench:
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return EXIT_FAILURE;
-    for (const bench::CorpusEntry& entry : bench::CorpusEntries()) {
-        if (entry.origin != nullptr && !bench::IsPresent(entry)) continue;
+    for (const bench::CorpusEntry* entry : bench::PresentCorpusEntries()) {
         for (const bench::Library& library : bench::Libraries()) {
-            const std::string name = std::string(entry.name) + "/" + library.name;
+            const std::string name = std::string(entry->name) + "/" + library.name;
             benchmark::RegisterBenchmark(name.c_str(), [&entry, &library](benchmark::State& state) {
                 Read(state, entry, library);
             })->Unit(benchmark::kMillisecond);

@@ -40,21 +40,12 @@ constexpr int kBarMissed = 3;
 
 struct Options {
     bench::MeasureOptions measure;
-    bench::ReportFormat format = bench::ReportFormat::Text;
+    bench::TableFormat format = bench::TableFormat::Text;
     std::vector<const bench::CorpusEntry*> entries;
     bool checkOnly = false;
     bool enforce = false;
     bool help = false;
 };
-
-const bench::CorpusEntry* FindEntry(std::string_view name) {
-    std::string names;
-    for (const bench::CorpusEntry& entry : bench::CorpusEntries()) {
-        if (entry.name == name) return &entry;
-        names += std::string(" ") + entry.name;
-    }
-    throw std::invalid_argument("no file is named " + std::string(name) + "; there are" + names);
-}
 
 Options ParseOptions(std::span<char*> arguments) {
     Options options;
@@ -69,9 +60,9 @@ Options ParseOptions(std::span<char*> arguments) {
         } else if (option == "--min-time") {
             options.measure.minSeconds = std::stod(value());
         } else if (option == "--file") {
-            options.entries.push_back(FindEntry(value()));
+            options.entries.push_back(&bench::FindCorpusEntry(value()));
         } else if (option == "--markdown") {
-            options.format = bench::ReportFormat::Markdown;
+            options.format = bench::TableFormat::Markdown;
         } else if (option == "--check") {
             options.checkOnly = true;
         } else if (option == "--enforce") {
@@ -82,28 +73,15 @@ Options ParseOptions(std::span<char*> arguments) {
             throw std::invalid_argument("unknown option " + option);
         }
     }
+    if (options.entries.empty()) options.entries = bench::PresentCorpusEntries();
     if (options.measure.rounds < 1) throw std::invalid_argument("--rounds wants at least 1");
     return options;
-}
-
-// Takes all files when none were named, without those of packages that are not installed.
-std::vector<const bench::CorpusEntry*> ChosenEntries(const Options& options) {
-    if (!options.entries.empty()) return options.entries;
-    std::vector<const bench::CorpusEntry*> entries;
-    for (const bench::CorpusEntry& entry : bench::CorpusEntries()) {
-        if (entry.origin != nullptr && !bench::IsPresent(entry)) {
-            std::fprintf(stderr, "%s is left out: it comes from %s\n", entry.title, entry.origin);
-            continue;
-        }
-        entries.push_back(&entry);
-    }
-    return entries;
 }
 
 int Run(const Options& options) {
     std::vector<bench::FileResult> results;
     bool allAgree = true;
-    for (const bench::CorpusEntry* entry : ChosenEntries(options)) {
+    for (const bench::CorpusEntry* entry : options.entries) {
         const bench::CorpusFile file = bench::LoadCorpusFile(*entry);
         const std::string disagreement = bench::Disagreement(file);
         if (!disagreement.empty()) {
@@ -116,11 +94,11 @@ int Run(const Options& options) {
                      options.checkOnly ? "" : "; measuring");
         if (!options.checkOnly) results.push_back(bench::Measure(file, options.measure));
     }
-    if (options.checkOnly) return allAgree ? EXIT_SUCCESS : kFailure;
+    if (options.checkOnly || results.empty()) return allAgree ? EXIT_SUCCESS : kFailure;
 
     const std::vector<bench::Bar> bars = bench::JudgeBars(results);
-    std::printf("%s\n%s\n%s", bench::DescribeSetting().c_str(),
-                bench::FormatTable(results, options.format).c_str(),
+    std::printf("%s\n%s\n%s", bench::DescribeSetting(options.format).c_str(),
+                bench::FormatResults(results, options.format).c_str(),
                 bench::FormatBars(bars, options.format).c_str());
     if (!allAgree) return kFailure;
     for (const bench::Bar& bar : bars) {

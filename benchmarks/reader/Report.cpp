@@ -2,45 +2,17 @@
 #include "reader/Report.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <fstream>
-#include <utility>
 
 namespace bench {
 
 namespace {
 
-using Row = std::vector<std::string>;
-
-constexpr std::size_t kNameWidth = 18;
-constexpr std::size_t kNumberWidth = 10;
-
-std::string Number(double value, int decimals) {
-    char text[64];
-    std::snprintf(text, sizeof text, "%.*f", decimals, value);
-    return text;
-}
-
-// Returns the name padded on the right and the numbers padded on the left.
-std::string FormatRow(const Row& row, ReportFormat format) {
-    std::string line;
-    for (std::size_t i = 0; i < row.size(); ++i) {
-        if (format == ReportFormat::Markdown) {
-            line += "| " + row[i] + " ";
-        } else {
-            const std::size_t width = i == 0 ? kNameWidth : kNumberWidth;
-            const std::string padding(width - std::min(width, row[i].size()), ' ');
-            line += i == 0 ? row[i] + padding : padding + row[i];
-        }
-    }
-    return line + (format == ReportFormat::Markdown ? "|\n" : "\n");
-}
-
 // Speeds come first, then ratios; ours has no ratio.
-Row HeadRow() {
+TableRow HeadRow() {
     static constexpr const char* kShort[kLibraryCount] = {"espalier", "reader", "SAX2", "expat",
                                                           "expat ns"};
-    Row row = {"file", "MB"};
+    TableRow row = {"file", "MB"};
     for (const char* title : kShort) {
         row.emplace_back(title);
     }
@@ -51,26 +23,22 @@ Row HeadRow() {
     return row;
 }
 
-Row ResultRow(const FileResult& result) {
-    Row row = {result.entry->title, Number(result.megabytes, 1)};
+TableRow ResultRow(const FileResult& result) {
+    TableRow row = {result.entry->title, FormatNumber(result.megabytes, 1)};
     for (const double speed : result.speeds) {
-        row.push_back(Number(speed, 0));
+        row.push_back(FormatNumber(speed, 0));
     }
     for (std::size_t i = kEspalier + 1; i < kLibraryCount; ++i) {
-        row.push_back(Number(result.ratios[i], 2));
+        row.push_back(FormatNumber(result.ratios[i], 2));
     }
-    row.push_back(Number(result.spread * 100, 0));
+    row.push_back(FormatNumber(result.spread * 100, 0));
     return row;
 }
 
-enum class Choice { All, Utf8 };
-
-std::vector<FileResult> Choose(const std::vector<FileResult>& results, Choice choice) {
+std::vector<FileResult> OnlyUtf8(const std::vector<FileResult>& results) {
     std::vector<FileResult> chosen;
     for (const FileResult& result : results) {
-        if (choice == Choice::All || result.entry->group == CorpusGroup::Utf8) {
-            chosen.push_back(result);
-        }
+        if (result.entry->group == CorpusGroup::Utf8) chosen.push_back(result);
     }
     return chosen;
 }
@@ -83,17 +51,17 @@ double MeanRatio(const std::vector<FileResult>& results, std::size_t library) {
     return GeometricMean(ratios);
 }
 
-Row MeanRow(const char* title, const std::vector<FileResult>& results) {
-    Row row = {title, ""};
+TableRow MeanRow(const char* title, const std::vector<FileResult>& results) {
+    TableRow row = {title, ""};
     for (std::size_t i = 0; i < kLibraryCount; ++i) {
         std::vector<double> speeds;
         for (const FileResult& result : results) {
             speeds.push_back(result.speeds[i]);
         }
-        row.push_back(Number(GeometricMean(speeds), 0));
+        row.push_back(FormatNumber(GeometricMean(speeds), 0));
     }
     for (std::size_t i = kEspalier + 1; i < kLibraryCount; ++i) {
-        row.push_back(Number(MeanRatio(results, i), 2));
+        row.push_back(FormatNumber(MeanRatio(results, i), 2));
     }
     row.emplace_back();
     return row;
@@ -109,43 +77,38 @@ std::string ProcessorName() {
 
 }  // namespace
 
-std::string DescribeSetting() {
-    std::string text = "machine:   " + ProcessorName() + "\n";
+std::string DescribeSetting(TableFormat format) {
 #if defined(__clang__)
-    text += "compiler:  clang " __clang_version__ "\n";
+    const std::string compiler = "clang " __clang_version__;
 #else
-    text += "compiler:  g++ " __VERSION__ "\n";
+    const std::string compiler = "g++ " __VERSION__;
 #endif
-    text += "libraries:";
+    std::string libraries;
     for (const Library& library : Libraries()) {
-        text += std::string(library.name == Libraries().front().name ? " " : ", ") + library.title +
-                " " + library.version();
+        libraries +=
+            std::string(libraries.empty() ? "" : "; ") + library.title + " " + library.version();
     }
-    return text + "\n";
+    const char* const bullet = format == TableFormat::Markdown ? "- " : "";
+    return bullet + std::string("machine: ") + ProcessorName() + "\n" +  //
+           bullet + "compiler: " + compiler + "\n" +                     //
+           bullet + "libraries: " + libraries + "\n";
 }
 
-std::string FormatTable(const std::vector<FileResult>& results, ReportFormat format) {
-    std::string text = "MB/s from memory; then how many times as fast as each peer\n\n";
-    text += FormatRow(HeadRow(), format);
-    if (format == ReportFormat::Markdown) {
-        text += "|---";
-        for (std::size_t i = 1; i < HeadRow().size(); ++i) {
-            text += "|---:";
-        }
-        text += "|\n";
-    }
+std::string FormatResults(const std::vector<FileResult>& results, TableFormat format) {
+    std::vector<TableRow> rows = {HeadRow()};
     for (const FileResult& result : results) {
-        text += FormatRow(ResultRow(result), format);
+        rows.push_back(ResultRow(result));
     }
-    const std::vector<FileResult> utf8 = Choose(results, Choice::Utf8);
-    if (!utf8.empty()) text += FormatRow(MeanRow("mean of UTF-8", utf8), format);
-    if (!results.empty()) text += FormatRow(MeanRow("mean of all", results), format);
-    return text;
+    const std::vector<FileResult> utf8 = OnlyUtf8(results);
+    if (!utf8.empty()) rows.push_back(MeanRow("mean of UTF-8", utf8));
+    rows.push_back(MeanRow("mean of all", results));
+    return "MB/s from memory, then how many times as fast as each peer:\n\n" +
+           FormatTable(rows, format);
 }
 
 std::vector<Bar> JudgeBars(const std::vector<FileResult>& results) {
     std::vector<Bar> bars;
-    const std::vector<FileResult> utf8 = Choose(results, Choice::Utf8);
+    const std::vector<FileResult> utf8 = OnlyUtf8(results);
     if (!utf8.empty()) {
         const std::string over = ", geometric mean of " + std::to_string(utf8.size()) + " files";
         bars.push_back({"libxml2's reader" + over, 5, MeanRatio(utf8, kLibxmlReader)});
@@ -169,13 +132,13 @@ std::vector<Bar> JudgeBars(const std::vector<FileResult>& results) {
     return bars;
 }
 
-std::string FormatBars(const std::vector<Bar>& bars, ReportFormat format) {
+std::string FormatBars(const std::vector<Bar>& bars, TableFormat format) {
     std::string text;
     for (const Bar& bar : bars) {
         const std::string verdict = bar.IsMet() ? "OK" : "MISS";
         const std::string numbers =
-            Number(bar.measured, 2) + " times, wanted " + Number(bar.wanted, 0);
-        if (format == ReportFormat::Markdown) {
+            FormatNumber(bar.measured, 2) + " times, wanted " + FormatNumber(bar.wanted, 0);
+        if (format == TableFormat::Markdown) {
             text += "- " + bar.title + ": " + numbers + " (" + verdict + ")\n";
         } else {
             text +=
