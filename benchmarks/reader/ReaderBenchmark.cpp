@@ -49,8 +49,8 @@ int main(int argc, char** argv) {
     for (const bench::CorpusEntry* entry : bench::PresentCorpusEntries()) {
         for (const bench::Library& library : bench::Libraries()) {
             const std::string name = std::string(entry->name) + "/" + library.name;
-            benchmark::RegisterBenchmark(name.c_str(), [&entry, &library](benchmark::State& state) {
-                Read(state, entry, library);
+            benchmark::RegisterBenchmark(name.c_str(), [entry, &library](benchmark::State& state) {
+                Read(state, *entry, library);
             })->Unit(benchmark::kMillisecond);
         }
     }
