@@ -84,6 +84,12 @@ public:
     /// Returns the place of the position.
     Place CurrentPlace() const { return places_.At(position_); }
 
+    /// Returns the place of the position, and counts on from there for later ones.
+    Place SettledPlace() {
+        SettlePlaces();
+        return places_.At(position_);
+    }
+
     /// Returns the place of `at`, a position behind the marked node in the window.
     Place PlaceAt(const unsigned char* at) const;
 
@@ -104,6 +110,9 @@ public:
 
     /// Returns the text of the last token of NextMarkupToken() or ScanMarkup(), for messages.
     std::string_view TokenText() const;
+
+    /// Tells whether the input has ended.
+    bool AtEnd() { return !HaveCharacter(); }
 
     /// Steps over white space.
     /// \return whether there was any
