@@ -293,15 +293,12 @@ inline XmlSpace ReaderCore::Space() const {
 }
 
 inline void ReaderCore::PushElement(XmlName& name) {
-    if (elements_.empty()) {
-        elements_.push_back({&name, &empty_, &empty_, XmlSpace::SpaceNone, false});
-    } else {
-        ElementEntry entry = elements_.back();
-        entry.name = &name;
-        entry.uri = &empty_;
-        entry.ownsLanguage = false;
-        elements_.push_back(entry);
-    }
+    // What is inherited is copied one by one: a copy of the whole entry would wait for the entry
+    // to be written, when it is that of the last start tag.
+    const bool isRoot = elements_.empty();
+    const astring* const language = isRoot ? &empty_ : Top().language;
+    const XmlSpace space = isRoot ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
+    elements_.push_back({&name, &empty_, language, space, false});
     if (namespaces) nsSupport_.PushContext();
 }
 
