@@ -26,6 +26,10 @@ unsigned SingleByteEncoding::GetByteCount(const char* text, unsigned length) con
 // characters, not bytes. The output position is a number, since it may come to stand outside of the
 // destination, where nothing is stored. Without room the rule is to store '?' where the next byte
 // would go; that place is never inside the destination, so nothing is left to do.
+unsigned SingleByteEncoding::GetCharCount(const unsigned char*, unsigned count) const {
+    return count;
+}
+
 unsigned SingleByteEncoding::GetBytes(const char* text, unsigned length, unsigned char* destination,
                                       unsigned capacity) const {
     const detail::CharCodec& utf8 = detail::Utf8Codec();
