@@ -2,6 +2,7 @@
 #pragma once
 
 #include "encoding/CharCodec.h"
+#include "encoding/CharacterByCharacter.h"
 #include "encoding/Codecs.h"
 
 #include <gtest/gtest.h>
@@ -62,26 +63,6 @@ inline void AppendUnit(Bytes& bytes, unsigned value, int size, bool bigEndian) {
     for (int i = 0; i < size; ++i) {
         const int shift = 8 * (bigEndian ? size - 1 - i : i);
         bytes.push_back(static_cast<unsigned char>(value >> shift & 0xFF));
-    }
-}
-
-/// Appends a code in UTF-8, surrogates included (the bit patterns of RFC 3629, section 3).
-inline void AppendUtf8(Bytes& bytes, int code) {
-    auto push = [&bytes](int byte) { bytes.push_back(static_cast<unsigned char>(byte)); };
-    if (code < 0x80) {
-        push(code);
-    } else if (code < 0x800) {
-        push(0xC0 + code / 64);
-        push(0x80 + code % 64);
-    } else if (code < 0x10000) {
-        push(0xE0 + code / 4096);
-        push(0x80 + code / 64 % 64);
-        push(0x80 + code % 64);
-    } else {
-        push(0xF0 + code / 262144);
-        push(0x80 + code / 4096 % 64);
-        push(0x80 + code / 64 % 64);
-        push(0x80 + code % 64);
     }
 }
 

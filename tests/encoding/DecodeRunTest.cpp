@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <random>
 #include <string>
 
@@ -16,75 +15,28 @@ using encoding_test::AppendCharacter;
 using encoding_test::AppendUnit;
 using encoding_test::AppendUtf8;
 using encoding_test::Bytes;
-using encoding_test::CharacterBytes;
+using encoding_test::CharacterByCharacter;
 using encoding_test::CodecCase;
+using encoding_test::Decoded;
 using encoding_test::EndOf;
+using encoding_test::InOneRun;
 using encoding_test::IsSurrogate;
 using encoding_test::TextBytes;
-using Xml::detail::CharCodec;
 using Xml::detail::DecodeEnd;
+
+namespace encoding_test {
+
+static void PrintTo(const Decoded& decoded, std::ostream* out) {
+    *out << decoded.consumed << " bytes, end " << static_cast<int>(decoded.end) << ", text "
+         << testing::PrintToString(decoded.text);
+}
+
+}  // namespace encoding_test
 
 namespace {
 
-struct Result {
-    std::size_t consumed = 0;
-    Bytes text;
-    DecodeEnd end = DecodeEnd::SourceUsed;
-
-    bool operator==(const Result&) const = default;
-};
-
-std::ostream& operator<<(std::ostream& out, const Result& result) {
-    return out << result.consumed << " bytes, end " << static_cast<int>(result.end) << ", text "
-               << testing::PrintToString(result.text);
-}
-
-// A control character has the class of invalid bytes, but its bytes are those of a character.
-bool IsControl(const CodecCase& codecCase, int code, const unsigned char* position) {
-    if (code < 0 || code >= 0x20) return false;
-    const Bytes bytes = CharacterBytes(codecCase, code);
-    return std::equal(bytes.begin(), bytes.end(), position);
-}
-
-Result CharacterByCharacter(const CodecCase& codecCase, const Bytes& source, std::size_t room) {
-    const CharCodec& codec = codecCase.codec;
-    Result result;
-    const unsigned char* position = source.data();
-    for (;;) {
-        const int charClass = codec.ClassAt(position, EndOf(source));
-        if (charClass == 0 || charClass == 2) break;
-        const int code = codec.Decode(position, EndOf(source));
-        if (charClass == 1 && !IsControl(codecCase, code, position)) {
-            result.end = DecodeEnd::Invalid;
-            break;
-        }
-        Bytes character;
-        AppendUtf8(character, code);
-        if (result.text.size() + character.size() > room) {
-            result.end = DecodeEnd::NoRoom;
-            break;
-        }
-        result.text.insert(result.text.end(), character.begin(), character.end());
-        position = codec.Next(position);
-    }
-    result.consumed = static_cast<std::size_t>(position - source.data());
-    return result;
-}
-
-// The destination has exactly the room given, so that a byte too many is an error to the sanitizer.
-Result InOneRun(const CharCodec& codec, const Bytes& source, std::size_t room) {
-    Bytes out(room);
-    const unsigned char* position = source.data();
-    unsigned char* destination = out.data();
-    const DecodeEnd ended =
-        codec.DecodeRun(position, EndOf(source), destination, out.data() + room);
-    Result result{static_cast<std::size_t>(position - source.data()), out, ended};
-    result.text.resize(static_cast<std::size_t>(destination - out.data()));
-    return result;
-}
-
 void ExpectSame(const CodecCase& codecCase, const Bytes& source, std::size_t room) {
-    const Result expected = CharacterByCharacter(codecCase, source, room);
+    const Decoded expected = CharacterByCharacter(codecCase.codec, source, room);
     ASSERT_EQ(InOneRun(codecCase.codec, source, room), expected)
         << codecCase.label << " room " << room << ' ' << testing::PrintToString(source);
 }
@@ -134,7 +86,7 @@ TEST(DecodeRun, GivesTheSameAtEveryAlignment) {
             EXPECT_EQ(codecCase.codec.DecodeRun(position, EndOf(shifted), destination,
                                                 out.data() + out.size()),
                       DecodeEnd::SourceUsed);
-            const Result expected = CharacterByCharacter(codecCase, text, 4 * text.size());
+            const Decoded expected = CharacterByCharacter(codecCase.codec, text, 4 * text.size());
             EXPECT_EQ(position, EndOf(shifted));
             EXPECT_EQ(Bytes(out.data() + shift, destination), expected.text) << codecCase.label;
         }
@@ -149,7 +101,7 @@ TEST(DecodeRun, ConvertsEveryScalarValue) {
             AppendCharacter(source, codecCase, code);
             AppendUtf8(expected, code);
         }
-        const Result result = InOneRun(codecCase.codec, source, expected.size());
+        const Decoded result = InOneRun(codecCase.codec, source, expected.size());
         EXPECT_EQ(result.end, DecodeEnd::SourceUsed) << codecCase.label;
         EXPECT_EQ(result.consumed, source.size()) << codecCase.label;
         EXPECT_TRUE(result.text == expected) << codecCase.label;
@@ -198,7 +150,7 @@ TEST(DecodeRun, StopsExactlyAtInvalidBytes) {
                 source.insert(source.end(), broken.begin(), broken.end());
                 const Bytes rest = TextBytes(codecCase, std::u32string(20, U'y'));
                 source.insert(source.end(), rest.begin(), rest.end());
-                const Result result = InOneRun(codecCase.codec, source, 4 * source.size());
+                const Decoded result = InOneRun(codecCase.codec, source, 4 * source.size());
                 ASSERT_EQ(result.end, DecodeEnd::Invalid) << codecCase.label << ' ' << before;
                 ASSERT_EQ(result.text, Bytes(before, 'x'));
                 ASSERT_EQ(result.consumed, before * static_cast<std::size_t>(codecCase.unit));
