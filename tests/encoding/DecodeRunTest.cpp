@@ -50,6 +50,7 @@ std::u32string Mixture(const CodecCase& codecCase) {
             text += static_cast<char32_t>('a' + i % 26);
         const char32_t special = kSpecial[run % std::size(kSpecial)];
         if (static_cast<int>(special) <= codecCase.lastCode) text += special;
+        if (run % 7 == 0) text += std::u32string(run / 2, U'\u00E9');
         if (run % 5 == 0) text += static_cast<char32_t>(run % 0x20);
     }
     return text;
