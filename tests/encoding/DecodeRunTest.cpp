@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 
@@ -106,6 +107,25 @@ TEST(DecodeRun, ConvertsEveryScalarValue) {
         EXPECT_EQ(result.end, DecodeEnd::SourceUsed) << codecCase.label;
         EXPECT_EQ(result.consumed, source.size()) << codecCase.label;
         EXPECT_TRUE(result.text == expected) << codecCase.label;
+    }
+}
+
+// A unit that differs from ASCII in one byte only, or in one bit, must not pass for it.
+TEST(DecodeRun, FindsEveryCharacterAmongAscii) {
+    constexpr std::size_t kBlock = 16;
+    for (const CodecCase& codecCase : AllCodecs()) {
+        for (int code = 0x80; code <= std::min(codecCase.lastCode, 0xFFFF); ++code) {
+            if (IsSurrogate(code)) continue;
+            const std::size_t place = static_cast<std::size_t>(code) % kBlock;
+            std::u32string text(2 * kBlock, U'A');
+            text[place] = static_cast<char32_t>(code);
+            Bytes expected(place, 'A');
+            AppendUtf8(expected, code);
+            expected.resize(expected.size() + 2 * kBlock - 1 - place, 'A');
+            const Bytes source = TextBytes(codecCase, text);
+            ASSERT_EQ(InOneRun(codecCase.codec, source, expected.size()).text, expected)
+                << codecCase.label << ' ' << std::hex << code;
+        }
     }
 }
 
