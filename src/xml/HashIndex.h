@@ -11,30 +11,32 @@
 
 namespace Xml::detail {
 
-/// Returns 0 when the 8 bytes at `a` and at `b` are equal.
-inline std::uint64_t Difference(const char* a, const char* b) {
-    return LoadWord<std::uint64_t>(a) ^ LoadWord<std::uint64_t>(b);
+/// Returns 0 when the `Count` words of 8 bytes at `a` and at `b` are equal.
+template <int Count>
+std::uint64_t Difference(const char* a, const char* b) {
+    std::uint64_t difference = 0;
+    for (int word = 0; word < Count; ++word) {
+        difference |= LoadWord<std::uint64_t>(a + word * 8) ^ LoadWord<std::uint64_t>(b + word * 8);
+    }
+    return difference;
 }
 
-/// Tells whether `length` bytes are equal; inline, since most keys are a few words long.
+/// Tells whether `length` bytes are equal. Most keys are short and most that are compared are
+/// equal, so this is inline and without branches inside a range of lengths: the first and the last
+/// words are compared, which overlap where they must.
 inline bool EqualBytes(const char* a, const char* b, std::size_t length) {
+    const char* const endA = a + length;
+    const char* const endB = b + length;
     if (length > 64) return std::memcmp(a, b, length) == 0;
-    if (length >= 8) {
-        // Most keys that are compared are equal: no branch but the loop's. The last step overlaps.
-        std::uint64_t difference = Difference(a + length - 8, b + length - 8);
-        for (std::size_t offset = 0; offset + 8 < length; offset += 8) {
-            difference |= Difference(a + offset, b + offset);
-        }
-        return difference == 0;
-    }
+    if (length > 32) return (Difference<4>(a, b) | Difference<4>(endA - 32, endB - 32)) == 0;
+    if (length > 16) return (Difference<2>(a, b) | Difference<2>(endA - 16, endB - 16)) == 0;
+    if (length >= 8) return (Difference<1>(a, b) | Difference<1>(endA - 8, endB - 8)) == 0;
     if (length >= 4) {
         return LoadWord<std::uint32_t>(a) == LoadWord<std::uint32_t>(b) &&
-               LoadWord<std::uint32_t>(a + length - 4) == LoadWord<std::uint32_t>(b + length - 4);
+               LoadWord<std::uint32_t>(endA - 4) == LoadWord<std::uint32_t>(endB - 4);
     }
-    for (std::size_t offset = 0; offset < length; ++offset) {
-        if (a[offset] != b[offset]) return false;
-    }
-    return true;
+    return length == 0 ||
+           (*a == *b && a[length / 2] == b[length / 2] && *(endA - 1) == *(endB - 1));
 }
 
 /// A second way to the entries of a large table, beside its chains: an array of (hash, entry) with

@@ -6,7 +6,8 @@
 // The state is one 64-bit word. Each step takes 16 bytes of the key and multiplies two words of 64
 // bits, each combined with secret or running state, into 128 bits, whose halves are folded
 // together: every bit of input reaches every bit of output, at the price of one multiplication.
-// Keys of up to 16 bytes, which most names are, take one step and the final one.
+// Keys of up to 16 bytes, which most names are, take one step and the final one. The last step of a
+// longer key overlaps the one before, so that few branches depend on the length.
 
 #include <atomic>
 #include <cstdint>
@@ -39,29 +40,32 @@ inline std::uint64_t MultiplyAndFold(std::uint64_t a, std::uint64_t b) {
     return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
 }
 
+/// Takes the 16 bytes at `bytes` into the state.
+inline std::uint64_t HashStep(std::uint64_t state, const char* bytes, std::uint64_t multiplier) {
+    return MultiplyAndFold(LoadWord<std::uint64_t>(bytes) ^ multiplier,
+                           LoadWord<std::uint64_t>(bytes + 8) ^ state);
+}
+
 /// Returns the hash of `length` bytes under a seed.
 inline unsigned HashWithSeed(std::uint64_t seed, const char* key, unsigned length) {
     std::uint64_t state = seed ^ (length * kHashMultipliers[2]);
     std::uint64_t first = 0;  // the last 16 bytes, or all of a shorter key
     std::uint64_t second = 0;
     if (length > 16) {
-        const char* const last = key + length - 16;
+        const char* const end = key + length;
         if (length > 32) {  // two chains side by side, since each waits for its multiplication
             std::uint64_t other = state ^ kHashMultipliers[2];
-            for (; key + 16 < last; key += 32) {
-                state = MultiplyAndFold(LoadWord<std::uint64_t>(key) ^ kHashMultipliers[0],
-                                        LoadWord<std::uint64_t>(key + 8) ^ state);
-                other = MultiplyAndFold(LoadWord<std::uint64_t>(key + 16) ^ kHashMultipliers[1],
-                                        LoadWord<std::uint64_t>(key + 24) ^ other);
+            for (; key + 32 < end; key += 32) {
+                state = HashStep(state, key, kHashMultipliers[0]);
+                other = HashStep(other, key + 16, kHashMultipliers[1]);
             }
+            other = HashStep(other, end - 32, kHashMultipliers[1]);
             state ^= other;
+        } else {
+            state = HashStep(state, key, kHashMultipliers[0]);
         }
-        for (; key < last; key += 16) {
-            state = MultiplyAndFold(LoadWord<std::uint64_t>(key) ^ kHashMultipliers[0],
-                                    LoadWord<std::uint64_t>(key + 8) ^ state);
-        }
-        first = LoadWord<std::uint64_t>(last);
-        second = LoadWord<std::uint64_t>(last + 8);
+        first = LoadWord<std::uint64_t>(end - 16);
+        second = LoadWord<std::uint64_t>(end - 8);
     } else if (length >= 8) {
         first = LoadWord<std::uint64_t>(key);
         second = LoadWord<std::uint64_t>(key + length - 8);

@@ -15,6 +15,22 @@ namespace {
 constexpr unsigned kLargestInitialSize = 0x10000;
 constexpr unsigned kLargestSizeToGrow = 0x20000;  // so the largest table has twice as many buckets
 
+// Expanded in both functions that find: an exported function could be replaced from outside, so
+// that a call to it is never expanded.
+inline XmlHashItem* FindItem(const XmlHashMap& map, const void* key, unsigned length) {
+    if (map.table == nullptr) return nullptr;
+    const detail::HashKey wanted(key, length);
+    const detail::HashStorage& storage = *detail::StorageOf(map);
+    if (!detail::IndexServes(map, storage)) {
+        const std::uint32_t hash = detail::HashOf(map, wanted.bytes(), wanted.length());
+        return *detail::FindLink(map, detail::BucketOf(map, hash), hash, wanted);
+    }
+    const bool isSeeded = map.hash == detail::SeededHash || map.hash == XmlKeyHashBinary;
+    const std::uint32_t hash = isSeeded ? detail::SeededHash(wanted.bytes(), wanted.length())
+                                        : map.hash(wanted.bytes(), wanted.length());
+    return storage.index.Find(hash, wanted.bytes(), wanted.length())->item;
+}
+
 }  // namespace
 
 extern "C" {
@@ -95,21 +111,11 @@ bool XmlHashInsert(XmlHashMap* map, const void* key, unsigned length, void* valu
 }
 
 XmlHashItem* XmlHashFindItem(const XmlHashMap* map, const void* key, unsigned length) noexcept {
-    if (map->table == nullptr) return nullptr;
-    const detail::HashKey wanted(key, length);
-    const detail::HashStorage& storage = *detail::StorageOf(*map);
-    if (detail::IndexServes(*map, storage)) {
-        const std::uint32_t hash = storage.hash == XmlKeyHashBinary
-                                       ? detail::SeededHash(wanted.bytes(), wanted.length())
-                                       : detail::HashOf(*map, wanted.bytes(), wanted.length());
-        return storage.index.Find(hash, wanted.bytes(), wanted.length())->item;
-    }
-    const std::uint32_t hash = detail::HashOf(*map, wanted.bytes(), wanted.length());
-    return *detail::FindLink(*map, detail::BucketOf(*map, hash), hash, wanted);
+    return FindItem(*map, key, length);
 }
 
 void* XmlHashFind(const XmlHashMap* map, const void* key, unsigned length) noexcept {
-    const XmlHashItem* const item = XmlHashFindItem(map, key, length);
+    const XmlHashItem* const item = FindItem(*map, key, length);
     return item == nullptr ? nullptr : item->value;
 }
 
