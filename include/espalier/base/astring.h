@@ -165,7 +165,9 @@ public:
     }
     friend bool operator==(const BasicString& a, const Char* b) { return View(a) == b; }
     friend bool operator==(const BasicString& a, View b) noexcept { return View(a) == b; }
-    friend bool operator==(const BasicString& a, const Standard& b) noexcept { return a.text_ == b; }
+    friend bool operator==(const BasicString& a, const Standard& b) noexcept {
+        return a.text_ == b;
+    }
     friend std::strong_ordering operator<=>(const BasicString& a, const BasicString& b) noexcept {
         return a.text_.compare(b.text_) <=> 0;
     }
