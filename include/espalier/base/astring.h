@@ -15,8 +15,11 @@ public:
     constexpr TstrCharacterRange() = default;
     constexpr TstrCharacterRange(const char* begin, const char* end) : begin_(begin), end_(end) {}
 
+    /// Returns the first character's place.
     constexpr const char* begin() const { return begin_; }
+    /// Returns the place after the last character.
     constexpr const char* end() const { return end_; }
+    /// Returns the number of characters, which are bytes.
     constexpr std::size_t length() const { return static_cast<std::size_t>(end_ - begin_); }
 
     constexpr operator std::string_view() const { return {begin_, length()}; }
@@ -35,6 +38,8 @@ private:
 template <typename Char>
 class BasicString {
 public:
+    /// \name Types, and the position that stands for "none" and "to the end"
+    /// @{
     using value_type = Char;
     using size_type = std::size_t;
     using iterator = Char*;
@@ -43,6 +48,7 @@ public:
     using Standard = std::basic_string<Char>;
 
     static constexpr size_type npos = Standard::npos;
+    /// @}
 
     BasicString() = default;
     BasicString(const Char* text) : text_(text) {}
@@ -63,6 +69,9 @@ public:
     BasicString& operator=(const Char* text) { return assign(View(text)); }
     BasicString& operator=(View text) { return assign(text); }
 
+    /// \name Change the text
+    /// As in std::string; a position past the end throws std::out_of_range.
+    /// @{
     BasicString& assign(View text) {
         text_.assign(text);
         return *this;
@@ -110,7 +119,11 @@ public:
         text_.replace(position, count, text);
         return *this;
     }
+    /// @}
 
+    /// \name Search, compare, cut out
+    /// As in std::string: npos when nothing is found, the sign of the difference of bytes.
+    /// @{
     size_type find(Char character, size_type position = 0) const noexcept {
         return text_.find(character, position);
     }
@@ -123,13 +136,20 @@ public:
     BasicString substr(size_type position = 0, size_type count = npos) const {
         return BasicString(View(text_).substr(position, count));
     }
+    /// @}
 
+    /// Makes room for `capacity` characters without a further allocation.
     void reserve(size_type capacity) { text_.reserve(capacity); }
     /// Changes the length; new characters are `fill`.
     void resize(size_type length, Char fill = Char()) { text_.resize(length, fill); }
+    /// Empties the string and keeps its memory.
     void clear() noexcept { text_.clear(); }
+    /// Exchanges the two texts.
     void swap(BasicString& other) noexcept { text_.swap(other.text_); }
 
+    /// \name Look at the text
+    /// As in std::string; pointers and iterators hold until the string changes.
+    /// @{
     const Char* c_str() const noexcept { return text_.c_str(); }
     const Char* data() const noexcept { return text_.data(); }
     size_type length() const noexcept { return text_.size(); }
@@ -150,6 +170,7 @@ public:
     Char& back() { return text_.back(); }
     const Char& front() const { return text_.front(); }
     const Char& back() const { return text_.back(); }
+    /// @}
 
     /// Returns a writable buffer of at least `capacity` characters that begins with the text.
     /// Write into it, then call release_buffer(); no other member may be called in between.
@@ -211,9 +232,11 @@ private:
 /// The string type of the library: names, values and messages, all of it UTF-8.
 using astring = BasicString<char>;
 
+/// \cond
 template <typename Char>
 struct std::hash<BasicString<Char>> {
     std::size_t operator()(const BasicString<Char>& text) const noexcept {
         return std::hash<std::basic_string_view<Char>>()(text.view());
     }
 };
+/// \endcond
