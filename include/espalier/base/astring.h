@@ -38,7 +38,8 @@ private:
 template <typename Char>
 class BasicString {
 public:
-    /// \name Types, and the position that stands for "none" and "to the end"
+    /// \name Types and npos
+    /// As in std::string: npos stands for "none" and for "to the end".
     /// @{
     using value_type = Char;
     using size_type = std::size_t;
