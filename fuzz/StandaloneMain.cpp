@@ -36,7 +36,7 @@ std::vector<fs::path> FilesOf(const fs::path& path) {
 void Replay(const fs::path& file) {
     std::printf("%s\n", file.c_str());
     std::fflush(stdout);
-    const auto size = static_cast<std::size_t>(fs::file_size(file));
+    const std::size_t size = fs::file_size(file);
     const auto data = std::make_unique<std::uint8_t[]>(size);
     std::ifstream in(file, std::ios::binary);
     in.read(reinterpret_cast<char*>(data.get()), static_cast<std::streamsize>(size));
