@@ -2,7 +2,6 @@
 #pragma once
 
 #include <compare>
-#include <concepts>
 #include <cstddef>
 #include <functional>  // std::hash
 #include <ostream>
@@ -10,7 +9,7 @@
 #include <string_view>
 #include <utility>
 
-/// A read-only view of the 8-bit characters in [begin, end), which it does not own.
+/// A read-only view of the 8-bit characters in [begin, end).
 class TstrCharacterRange {
 public:
     constexpr TstrCharacterRange() = default;
@@ -29,17 +28,8 @@ private:
 
 /// A string of characters with value semantics, always NUL-terminated and free to hold NULs.
 ///
-/// The operations carry the names, the semantics and the errors of std::string: a position past
-/// the end throws std::out_of_range. Lengths and positions are counted in bytes. A View is taken
-/// wherever a text is wanted, and std::string, std::string_view, character strings and
-/// TstrCharacterRange convert to it; none of them may be a null pointer.
-///
-/// \code
-///     astring name = "book";
-///     name.append(":title");                   // any text
-///     std::string_view view = name;            // valid until the string changes
-///     if (name == "book:title") std::cout << name;
-/// \endcode
+/// The operations carry the names, the semantics and the errors of std::string, and lengths and
+/// positions are counted in bytes. It converts from and to std::string and std::string_view.
 ///
 /// \note Different objects may be used from different threads at once; copies share nothing.
 template <typename Char>
@@ -52,36 +42,26 @@ public:
     using View = std::basic_string_view<Char>;
     using Standard = std::basic_string<Char>;
 
-    /// "Not found", and "to the end" where a count is wanted.
     static constexpr size_type npos = Standard::npos;
 
     BasicString() = default;
     BasicString(const Char* text) : text_(text) {}
-    BasicString(std::nullptr_t) = delete;
     BasicString(const Char* text, size_type length) : text_(text, length) {}
     BasicString(size_type count, Char character) : text_(count, character) {}
     BasicString(View text) : text_(text) {}
     BasicString(const Standard& text) : text_(text) {}
     BasicString(Standard&& text) noexcept : text_(std::move(text)) {}
-    explicit BasicString(TstrCharacterRange range) : text_(View(range)) {}
+    explicit BasicString(TstrCharacterRange range) : text_(range.begin(), range.end()) {}
 
-    /// Gives the text as a view, valid until the string changes.
     operator View() const noexcept { return text_; }
-    /// Gives a copy of the text as a standard string.
-    operator Standard() const { return text_; }
-
+    explicit operator Standard() const { return text_; }
     /// Returns the text as a view, valid until the string changes.
     View view() const noexcept { return text_; }
-    /// Returns the text as a standard string, valid as long as this one.
-    const Standard& str() const noexcept { return text_; }
+    /// Returns a copy of the text as a standard string.
+    Standard str() const { return text_; }
 
-    BasicString& operator=(const Char* text) { return assign(text); }
+    BasicString& operator=(const Char* text) { return assign(View(text)); }
     BasicString& operator=(View text) { return assign(text); }
-    BasicString& operator=(const Standard& text) { return assign(text); }
-    BasicString& operator=(Standard&& text) noexcept {
-        text_ = std::move(text);
-        return *this;
-    }
 
     BasicString& assign(View text) {
         text_.assign(text);
@@ -91,6 +71,7 @@ public:
         text_.assign(text, length);
         return *this;
     }
+    BasicString& assign(TstrCharacterRange range) { return assign(View(range)); }
     BasicString& assign(size_type count, Char character) {
         text_.assign(count, character);
         return *this;
@@ -104,12 +85,14 @@ public:
         text_.append(text, length);
         return *this;
     }
+    BasicString& append(TstrCharacterRange range) { return append(View(range)); }
     BasicString& append(size_type count, Char character) {
         text_.append(count, character);
         return *this;
     }
     void push_back(Char character) { text_.push_back(character); }
     BasicString& operator+=(View text) { return append(text); }
+    BasicString& operator+=(const Char* text) { return append(View(text)); }
     BasicString& operator+=(Char character) {
         text_.push_back(character);
         return *this;
@@ -117,10 +100,6 @@ public:
 
     BasicString& insert(size_type position, View text) {
         text_.insert(position, text);
-        return *this;
-    }
-    BasicString& insert(size_type position, size_type count, Char character) {
-        text_.insert(position, count, character);
         return *this;
     }
     BasicString& erase(size_type position = 0, size_type count = npos) {
@@ -139,8 +118,10 @@ public:
         return text_.find(text, position);
     }
     int compare(View text) const noexcept { return text_.compare(text); }
+    int compare(TstrCharacterRange range) const noexcept { return text_.compare(View(range)); }
+    int compare(const Char* text) const { return text_.compare(text); }
     BasicString substr(size_type position = 0, size_type count = npos) const {
-        return BasicString(text_.substr(position, count));
+        return BasicString(View(text_).substr(position, count));
     }
 
     void reserve(size_type capacity) { text_.reserve(capacity); }
@@ -179,34 +160,41 @@ public:
     /// Ends direct access: the text is the first `length` characters of the buffer.
     void release_buffer(size_type length) { text_.resize(length); }
 
-    /// Compares with any text, byte by byte; with the other operand first, too.
-    template <typename Text>
-    requires std::convertible_to<const Text&, View>
-    friend bool operator==(const BasicString& a, const Text& b) { return View(a) == View(b); }
-    template <typename Text>
-    requires std::convertible_to<const Text&, View>
-    friend std::strong_ordering operator<=>(const BasicString& a, const Text& b) {
-        return View(a).compare(View(b)) <=> 0;
+    friend bool operator==(const BasicString& a, const BasicString& b) noexcept {
+        return a.text_ == b.text_;
+    }
+    friend bool operator==(const BasicString& a, const Char* b) { return View(a) == b; }
+    friend bool operator==(const BasicString& a, View b) noexcept { return View(a) == b; }
+    friend bool operator==(const BasicString& a, const Standard& b) noexcept { return a.text_ == b; }
+    friend std::strong_ordering operator<=>(const BasicString& a, const BasicString& b) noexcept {
+        return a.text_.compare(b.text_) <=> 0;
+    }
+    friend std::strong_ordering operator<=>(const BasicString& a, const Char* b) {
+        return a.text_.compare(b) <=> 0;
+    }
+    friend std::strong_ordering operator<=>(const BasicString& a, View b) noexcept {
+        return a.text_.compare(b) <=> 0;
     }
 
-    template <typename Text>
-    requires std::convertible_to<const Text&, View>
-    friend BasicString operator+(BasicString a, const Text& b) {
+    friend BasicString operator+(BasicString a, const BasicString& b) {
         a.append(View(b));
         return a;
     }
-    template <typename Text>
-    requires std::convertible_to<const Text&, View> &&
-        (!std::derived_from<Text, BasicString>)friend BasicString
-        operator+(const Text& a, const BasicString& b) {
-        return BasicString(View(a)) + View(b);
+    friend BasicString operator+(BasicString a, View b) {
+        a.append(b);
+        return a;
+    }
+    friend BasicString operator+(BasicString a, const Char* b) {
+        a.append(View(b));
+        return a;
     }
     friend BasicString operator+(BasicString a, Char b) {
         a.push_back(b);
         return a;
     }
-    friend BasicString operator+(Char a, const BasicString& b) {
-        return BasicString(1, a) + View(b);
+    friend BasicString operator+(View a, const BasicString& b) { return BasicString(a) + View(b); }
+    friend BasicString operator+(const Char* a, const BasicString& b) {
+        return BasicString(a) + View(b);
     }
 
     friend std::basic_ostream<Char>& operator<<(std::basic_ostream<Char>& out,
