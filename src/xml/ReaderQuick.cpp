@@ -144,17 +144,16 @@ bool ReaderCore::AppendReferenceQuickly(astring& text, const unsigned char*& at)
 // before, they need no check.
 // Returns where the name ends, or null when it is none, is malformed or reaches the window's end.
 inline const unsigned char* ReaderCore::ScanNameQuickly(const unsigned char* at, XmlName*& name) {
-    const int length = ShortNameLength(at);
-    if (length > 0) {
+    int length = NameLengthInBlock(at);
+    if (length < PackedName::kMostBytes) {
         name = names_.FindShort(PackName(at, length));
-        if (name != nullptr) {
-            if (name->prefixName != nullptr) {
-                scanner_.Places().SkipColon(at + name->prefix.length());
-            }
-            return at + length;
-        }
+    } else {
+        length += NameLengthInBlock(at + PackedName::kMostBytes);
+        name = names_.FindLonger(at, length);
     }
-    return ScanNewName(at, name);
+    if (name == nullptr) return ScanNewName(at, name);
+    if (name->prefixName != nullptr) scanner_.Places().SkipColon(at + name->prefix.length());
+    return at + length;
 }
 
 inline ReaderCore::Quick ReaderCore::ReadEndTagQuickly() {
@@ -232,7 +231,11 @@ ReaderCore::Quick ReaderCore::ScanAttributeQuickly(const unsigned char*& at) {
     attribute.at = begin;
     attribute.hasPlace = false;
     attribute.quote = static_cast<char>(quote);
-    attribute.value.assign_padded(Chars(value), Distance(value, end));
+    if (end - value < 16) {
+        attribute.value.assign_short(Chars(value), Distance(value, end));
+    } else {
+        attribute.value.assign_padded(Chars(value), Distance(value, end));
+    }
     while (*end == '&') {
         if (!AppendReferenceQuickly(attribute.value, end)) return failure(dataEnd);
         const unsigned char* const from = end;

@@ -215,6 +215,7 @@ constexpr bool IsBlank(unsigned char byte) {
 inline const unsigned char* SkipBlanks(const unsigned char* p) {
     if (!IsBlank(*p)) return p;
     ++p;
+    if (*p > ' ') return p;  // one space is the most frequent
 #if defined(__SSE2__)
     for (;; p += ByteBlock::kSize) {
         const unsigned mask = ~ByteBlock::Mask(ByteBlock(p).IsBlank()) & 0xFFFFu;
@@ -263,34 +264,39 @@ struct PackedName {
     friend bool operator==(const PackedName&, const PackedName&) = default;
 };
 
+inline std::uint64_t LoadWord(const unsigned char* p) {
+    std::uint64_t word;
+    std::memcpy(&word, p, sizeof word);
+    return word;
+}
+
+/// Packs the 16 bytes at `p`.
+inline PackedName LoadName(const unsigned char* p) { return {LoadWord(p), LoadWord(p + 8)}; }
+
 /// Packs the `length` bytes (up to 16) at `p`, behind which 16 bytes are readable.
 inline PackedName PackName(const unsigned char* p, int length) {
     static constexpr unsigned char kMask[2 * PackedName::kMostBytes] = {
         0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
         0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
-    const auto load = [](const unsigned char* bytes) {
-        std::uint64_t word;
-        std::memcpy(&word, bytes, sizeof word);
-        return word;
-    };
-    const unsigned char* const mask = kMask + PackedName::kMostBytes - length;
-    return {load(p) & load(mask), load(p + 8) & load(mask + 8)};
+    const PackedName mask = LoadName(kMask + PackedName::kMostBytes - length);
+    return {LoadWord(p) & mask.low, LoadWord(p + 8) & mask.high};
 }
 
 /// Returns the number of bytes before the first one that ends a name in a tag (white space, "=",
-/// "/" or ">"), or 0 when there is none among the first 16. The bytes may be no name at all.
-inline int ShortNameLength(const unsigned char* p) {
+/// "/" or ">"), up to 16. The bytes may be no name at all.
+inline int NameLengthInBlock(const unsigned char* p) {
 #if defined(__SSE2__)
     const ByteBlock block(p);
     const __m128i ends = _mm_or_si128(_mm_or_si128(block.IsAtMost(' '), block.Is('=')),
                                       _mm_or_si128(block.Is('>'), block.Is('/')));
-    const unsigned mask = ByteBlock::Mask(ends);
-    return mask == 0 ? 0 : std::countr_zero(mask);
+    return std::countr_zero(ByteBlock::Mask(ends) | 0x10000u);
 #else
-    for (int i = 0; i < PackedName::kMostBytes; ++i) {
-        if (p[i] <= 0x20 || p[i] == '=' || p[i] == '/' || p[i] == '>') return i;
+    int length = 0;
+    while (length < PackedName::kMostBytes && p[length] > 0x20 && p[length] != '=' &&
+           p[length] != '/' && p[length] != '>') {
+        ++length;
     }
-    return 0;
+    return length;
 #endif
 }
 
