@@ -17,9 +17,8 @@ public:
     }
 
     const char* Footer() const override {
-        return "Says nothing when all is well. Errors go to standard error, one for each "
-               "document,\n"
-               "with the line and a caret. The exit code is that of the worst document:\n"
+        return "Says nothing when all is well. The first error of each document goes to standard\n"
+               "error, with its line and a caret. The exit code is that of the worst document:\n"
                "0 well-formed, 3 not well-formed, 4 cannot be read, 5 beyond a limit.\n"
                "\n"
                "Examples:\n"

@@ -29,7 +29,7 @@ constexpr std::string_view kHelpEnd =
     "FILE may be \"-\" for standard input. Answers go to standard output, all else to\n"
     "standard error. \"espalier VERB --help\" tells the options of a verb.\n"
     "\n"
-    "Exit codes: 0 yes, 1 no, 2 usage, 3 not well-formed, 4 input or output, 5 a limit\n"
+    "Exit codes: 0 yes, 1 no, 2 usage, 3 not well-formed, 4 input/output, 5 limit\n"
     "\n"
     "Examples:\n"
     "  espalier check *.xml             is every document well-formed?\n"
@@ -75,12 +75,15 @@ ExitCode RunVerb(Verb& verb, std::vector<std::string> arguments, Context& contex
     verb.AddOptions(app);
     AddCommonOptions(app, options);
     app.footer(verb.Footer());
-    app.get_formatter()->column_width(26);
+    app.get_formatter()->column_width(24);
     try {
         std::reverse(arguments.begin(), arguments.end());  // the parser takes them from the back
         app.parse(std::move(arguments));
     } catch (const CLI::CallForHelp&) {
-        context.out.Write(app.help());
+        std::string help = app.help();
+        while (help.ends_with("\n\n"))
+            help.pop_back();
+        context.out.Write(help);
         return ExitCode::Yes;
     } catch (const CLI::ParseError& error) {
         context.console.Complain(Complaint(verb, error.what()));
@@ -128,7 +131,7 @@ std::size_t EditDistance(std::string_view from, std::string_view to) {
 
 std::string_view NearestWord(std::string_view word, const std::vector<std::string_view>& words) {
     std::string_view nearest;
-    std::size_t least = std::max<std::size_t>(1, word.size() / 2) + 1;
+    std::size_t least = (word.size() + 1) / 2 + 1;
     for (const std::string_view candidate : words) {
         const std::size_t distance = EditDistance(word, candidate);
         if (distance >= least) continue;

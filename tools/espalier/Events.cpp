@@ -16,15 +16,14 @@ class Events final : public Verb {
 public:
     const char* Name() const override { return "events"; }
 
-    const char* Summary() const override {
-        return "Shows the nodes of a document as the reader delivers them, one a line.";
-    }
+    const char* Summary() const override { return "Shows the nodes of a document, one a line."; }
 
     const char* Footer() const override {
-        return "Each line is  TYPE NAME DEPTH LINE:COLUMN {NAMESPACE} ATTRIBUTE=\"...\" \"VALUE\"\n"
-               "where a node without a name has -, and of the last three there is what the node\n"
-               "has; an empty-element tag ends in a /. Texts are escaped as in C. When there is\n"
-               "an error, the nodes before it are written. Any number of root elements is fine.\n"
+        return "Each line is  TYPE NAME DEPTH LINE:COLUMN {NAMESPACE} ATTRIBUTE=\"..\" \"VALUE\" "
+               "/\n"
+               "where NAME may be -, what a node does not have is left out, and / marks an\n"
+               "empty-element tag. Texts are escaped as in C. After an error there are the nodes\n"
+               "up to it. More than one root element is fine here.\n"
                "\n"
                "Examples:\n"
                "  espalier events feed.xml | grep '^Element title '\n"
@@ -37,7 +36,7 @@ public:
         app.add_flag("--no-namespaces", noNamespaces_, "do not split names at their colons");
         app.add_flag("--normalize", normalize_, "turn CR LF and CR into LF, in attributes a blank");
         app.add_option("--whitespace", whitespace_,
-                       "white space between markup: all (default), significant, none")
+                       "white space to show: all (default), significant, none")
             ->option_text("WHICH")
             ->transform(CLI::Transformer(std::map<std::string, Whitespace>{
                 {"all", Xml::XmlTextReader::WsAll},

@@ -12,9 +12,7 @@ constexpr std::string_view kNameColor = "\x1B[1m";
 constexpr std::string_view kValueColor = "\x1B[32m";
 constexpr std::string_view kNoColor = "\x1B[0m";
 
-bool HasAttributes(Xml::XmlNodeType type) {
-    return type == Xml::XmlNodeType::Element || type == Xml::XmlNodeType::XmlDeclaration;
-}
+bool HasAttributes(Xml::XmlNodeType type) { return type == Xml::XmlNodeType::Element; }
 
 }  // namespace
 
