@@ -57,7 +57,8 @@ int CountCharacters(const unsigned char* p, const unsigned char* end) {
         count += std::popcount(static_cast<unsigned>(_mm_movemask_epi8(starts)));
     }
 #endif
-    for (; p != end; ++p) count += (*p & 0xC0) != 0x80;
+    for (; p != end; ++p)
+        count += (*p & 0xC0) != 0x80;
     return count;
 }
 
@@ -90,15 +91,18 @@ void PlaceCounter::Advance(const unsigned char* position) {
     place_ = At(position);
     afterCr_ = position[-1] == '\r';
     int passed = 0;
-    while (passed < colonCount_ && colons_[passed] < position) ++passed;
-    for (int i = passed; i < colonCount_; ++i) colons_[i - passed] = colons_[i];
+    while (passed < colonCount_ && colons_[passed] < position)
+        ++passed;
+    for (int i = passed; i < colonCount_; ++i)
+        colons_[i - passed] = colons_[i];
     colonCount_ -= passed;
     anchor_ = position;
 }
 
 int PlaceCounter::ColonsBetween(const unsigned char* begin, const unsigned char* end) const {
     int count = 0;
-    for (int i = 0; i < colonCount_; ++i) count += colons_[i] >= begin && colons_[i] < end;
+    for (int i = 0; i < colonCount_; ++i)
+        count += colons_[i] >= begin && colons_[i] < end;
     return count;
 }
 

@@ -42,7 +42,8 @@ public:
 
     /// Forgets the colons recorded after `position`, because the bytes will be scanned again.
     void ForgetColonsFrom(const unsigned char* position) {
-        while (colonCount_ > 0 && colons_[colonCount_ - 1] >= position) --colonCount_;
+        while (colonCount_ > 0 && colons_[colonCount_ - 1] >= position)
+            --colonCount_;
     }
 
     /// Says that the byte at the anchor has moved to `position`.

@@ -3,17 +3,20 @@
 
 #include <espalier/base/astring.h>
 #include <espalier/xml/HashMap.h>
+#include <espalier/xml/NodeView.h>
 #include <espalier/xml/XmlEntityHandling.h>
 #include <espalier/xml/XmlNsSupport.h>
 #include <espalier/xml/XmlSpace.h>
 #include <espalier/xml/XmlTextReader.h>
 
 #include "xml/NameTable.h"
-#include "xml/NodeInfo.h"
 #include "xml/XmlScanner.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -34,19 +37,32 @@ enum class ParseState : unsigned char {
     PsError      ///< nothing: an error was thrown
 };
 
+/// An attribute of the current element, or a pseudo-attribute of the declaration.
+struct XmlAttribute {
+    XmlName* name = nullptr;
+    const astring* uri = nullptr;       ///< of its namespace; never null
+    const unsigned char* at = nullptr;  ///< where it starts in the window; null: see place
+    astring value;
+    Place place;
+    char quote = '"';
+    bool isRaw = false;            ///< white space in the value is still to be normalized
+    bool holdsReferences = false;  ///< the value has references that were not replaced
+};
+
 /// An element that is open.
 struct ElementEntry {
     XmlName* name;
-    const astring* uri;       // of its namespace
-    const astring* language;  // the xml:lang in force
-    XmlSpace space;           // the xml:space in force
-    bool ownsLanguage;        // its xml:lang is on top of the languages
+    const astring* uri;       ///< of its namespace
+    const astring* language;  ///< the xml:lang in force
+    XmlSpace space;           ///< the xml:space in force
+    bool ownsLanguage;        ///< its xml:lang is on top of the languages
 };
 
 /// The reader behind XmlTextReader: its fields, its state machine and its parsing.
 class ReaderCore {
 public:
-    ReaderCore();
+    /// \param node the properties of the reader, which are filled for each node
+    explicit ReaderCore(NodeView& node);
     ~ReaderCore();
     ReaderCore(const ReaderCore&) = delete;
     ReaderCore& operator=(const ReaderCore&) = delete;
@@ -62,20 +78,19 @@ public:
     XmlTextReader::XmlWsHandlingEnum whitespaceHandling = XmlTextReader::WsAll;
     XmlEntityHandling entityHandling = XmlEntityHandling::ExpandCharEntities;
 
-    /// The node that the properties show; never null.
-    XmlTokenInfo* currentNode;
-
     const char* EncodingName() const;
     Place NodePlace() const;
     const astring& Language() const;
     XmlSpace Space() const;
     char QuoteChar() const;
     int AttributeCount() const;
-    const astring& AttributeValue(int i) const;
-    const astring& AttributeValue(std::string_view name) const;
-    const astring& AttributeValue(std::string_view localName, std::string_view uri) const;
+    const astring& AttributeValue(int i);
+    const astring& AttributeValue(std::string_view name);
+    const astring& AttributeValue(std::string_view localName, std::string_view uri);
+    void NormalizeCurrentValue();
     bool MoveToElement();
     bool MoveToAttribute(int i);
+    bool MoveToNextAttribute();
     int AttributeIndex() const { return attributeIndex_; }
     const astring& LookupNamespace(std::string_view prefix) const;
 
@@ -87,6 +102,17 @@ private:
         End      ///< the input has ended
     };
 
+    /// What came of a scan that handles the usual only.
+    enum class Quick : unsigned char {
+        Done,
+        Skipped,    ///< it passed white space that is not reported
+        NeedsMore,  ///< it may have reached the end of the window
+        NeedsCare   ///< it met something unusual
+    };
+
+    void ShowNothing();
+    void ShowElement();
+    bool ReadCarefully();
     bool EndDocument();
     Pass Step();
     Pass Start();
@@ -113,48 +139,72 @@ private:
     void AppendGeneralReference(astring& text) const;
     Pass ReportReference();
     Pass HandleWhitespace();
+    XmlNodeType::XML_NODE_TYPE WhitespaceType() const;
     Pass ParseComment();
     Pass ParseCData();
     Pass ParsePI();
-    Pass ReportNode(XmlTokenInfo& node);
-    Normalize NormalizeText() const {
-        return normalization ? Normalize::Text : Normalize::Done;
-    }
+    Pass ReportValue(XmlNodeType::XML_NODE_TYPE type);
+    Pass ReportNamed(XmlNodeType::XML_NODE_TYPE type, std::string_view name);
 
-    // ReaderElement.cpp: tags, attributes and namespaces.
-    enum class Quick : unsigned char { Done, NeedsMore, NeedsCare };
-    Pass ParseElement();
-    Quick ScanElementQuickly(XmlName*& name, bool& isEmpty);
+    // ReaderQuick.cpp: nodes that lie in the window and are made of the usual.
+    Quick ReadQuickly();
+    Quick ReadTextQuickly();
+    Quick ReadStartTagQuickly();
+    Quick ReadEndTagQuickly();
     Quick ScanAttributeQuickly(const unsigned char*& at);
     const unsigned char* ScanNameQuickly(const unsigned char* at, XmlName*& name);
+    const unsigned char* ScanNewName(const unsigned char* at, XmlName*& name);
+
+    // ReaderElement.cpp: tags, elements and attributes.
+    Pass ParseElement();
     void ScanElementCarefully(XmlName*& name, bool& isEmpty);
     void SetAttributeValues(Place place);
-    void ScanAttributeValue(XmlAttributeTokenInfo& attribute);
-    static const char* SpecialAttributeError(NameMeaning meaning, std::string_view value);
-    void ApplySpecialAttributes();
-    XmlAttributeTokenInfo& AddAttribute(XmlName* name);
-    void ForgetAttributes();
-    void PushElement(XmlName* name);
-    void PopElement();
-    void DeclareNamespaces();
-    void ResolveNamespaces();
-    const astring& UriOf(XmlName* prefix);
-    void CheckDuplicates() const;
-    void CheckExpandedDuplicates() const;
-    [[noreturn]] void ThrowDuplicate(const XmlAttributeTokenInfo& attribute) const;
-    Place PlaceOf(const XmlAttributeTokenInfo& attribute) const;
-    void TrimNames();
+    void ScanAttributeValue(XmlAttribute& attribute);
     Pass ParseEndTag();
     void ScanEndTagCarefully(const XmlName* open);
+    void FinishElement(XmlName& name, bool isEmpty);
+    void FinishEndElement();
+    void PushElement(XmlName& name);
+    void PopElement();
+    void TrimNames();
+    static const char* SpecialAttributeError(NameMeaning meaning, std::string_view value);
+    void ApplySpecialAttributes();
+    XmlAttribute& AddAttribute(XmlName& name);
+    void NoteMeaning(const XmlName& name);
+    void ForgetAttributes();
+    void ForgetMaps();
+    Place PlaceOf(const XmlAttribute& attribute) const;
+    static const astring& NormalizedValue(XmlAttribute& attribute);
+
+    // ReaderNamespaces.cpp: declarations, duplicates and lookup by name.
+    void DeclareNamespaces();
+    void ResolveAttributes();
+    const astring& UriOf(XmlName& prefix);
+    void CheckDuplicates() const;
+    void CheckExpandedDuplicates() const;
+    bool HaveOnePrefix() const;
+    [[noreturn]] void ThrowDuplicate(const XmlAttribute& attribute) const;
+    XmlAttribute* FindAttribute(std::string_view name);
+    XmlAttribute* FindAttribute(std::string_view localName, std::string_view uri);
+    void FillNameMap();
+    void FillNamespaceMap();
+
     const ElementEntry& Top() const { return elements_.back(); }
     int Depth() const { return static_cast<int>(elements_.size()); }
+    std::span<XmlAttribute> Attributes() {
+        return {attributes_.data(), static_cast<std::size_t>(attributeCount_)};
+    }
+    std::span<const XmlAttribute> Attributes() const {
+        return {attributes_.data(), static_cast<std::size_t>(attributeCount_)};
+    }
 
-    XmlAttributeTokenInfo* FindAttribute(std::string_view name) const;
-    XmlAttributeTokenInfo* FindAttribute(std::string_view localName, std::string_view uri) const;
-    static bool IsDeclaration(const XmlAttributeTokenInfo& attribute);
-    void FillNameMap() const;
-    void FillNamespaceMap() const;
-    static astring NamespaceKey(std::string_view uri, std::string_view localName);
+    // The current node.
+    NodeView& node_;
+    const astring empty_;
+    const NameParts noName_;
+    NameParts ownName_;  // of nodes whose names are not interned
+    astring value_;      // of nodes other than attributes
+    astring noValue_;    // of nodes without a value; stays empty
 
     // The input.
     XmlScanner scanner_;
@@ -164,18 +214,18 @@ private:
 
     // The attributes of the current element, in document order: the first attributeCount_ ones.
     // The maps are filled when they are first asked, and only for elements with many attributes.
-    mutable std::vector<XmlAttributeTokenInfo> attributes_;
+    std::vector<XmlAttribute> attributes_;
     int attributeCount_ = 0;
     int attributeIndex_ = 0;
-    bool hasDeclarations_ = false;   // an attribute declares a namespace
+    bool hasDeclarations_ = false;  // an attribute declares a namespace
     bool hasPrefixedAttributes_ = false;
     bool hasSpecialAttributes_ = false;  // xml:space or xml:lang
-    int duplicate_ = -1;  // index of the first attribute whose name came before
+    int duplicate_ = -1;                 // index of the first attribute whose name came before
     std::uint64_t elementSerial_ = 1;
-    mutable Xml::HashMap attributesByName_;
-    mutable Xml::HashMap attributesByNs_;
-    mutable bool nameMapFilled_ = false;
-    mutable bool namespaceMapFilled_ = false;
+    Xml::HashMap attributesByName_;
+    Xml::HashMap attributesByNs_;
+    bool nameMapFilled_ = false;
+    bool namespaceMapFilled_ = false;
 
     // The open elements.
     std::vector<ElementEntry> elements_;
@@ -184,7 +234,7 @@ private:
     sax::XmlNsSupport nsSupport_;
     NameTable names_;
     bool namesSplit_ = true;  // the names were interned with namespaces on
-    XmlName defaultPrefix_;   // remembers the default namespace as names do their prefix
+    XmlName noPrefix_;        // remembers the default namespace as names do their prefix
 
     // The state machine.
     ParseState parseState_ = ParseState::PsClosed;
@@ -199,20 +249,9 @@ private:
     astring referenceName_;
     Place referencePlace_;
 
-    // The nodes, one object per kind.
-    XmlTokenInfo emptyNode_;
-    XmlTokenInfo elementNode_;
-    XmlTokenInfo endElementNode_;
-    XmlTokenInfo textNode_;  // also for white space, which may turn out to be text
-    XmlTokenInfo cdataNode_;
-    XmlTokenInfo commentNode_;
-    XmlTokenInfo piNode_;
-    XmlTokenInfo declarationNode_;
     DeclarationPart lastPart_ = DeclarationPart::None;  // of the declaration, so far
-    XmlTokenInfo doctypeNode_;
-    XmlTokenInfo entityRefNode_;
-    astring ownName_;  // of the nodes whose names are not interned
-    astring digits_;   // of the character reference that is being scanned
+    std::array<XmlName, 4> partNames_;                  // indexed by DeclarationPart
+    astring digits_;  // of the character reference that is being scanned
 };
 
 }  // namespace Xml::detail

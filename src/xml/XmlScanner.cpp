@@ -41,6 +41,7 @@ XmlScanner::~XmlScanner() = default;
 void XmlScanner::SetStream(IO::Stream* stream) {
     stream_ = stream;
     codec_ = nullptr;
+    mostWhitespace_ = kBufferSize;
     streamEnded_ = false;
     filled_ = false;
     direct_ = true;
@@ -70,8 +71,9 @@ void XmlScanner::SetNamespaces(bool namespaces) { namespaces_ = namespaces; }
 void XmlScanner::InstallCodec(const CharCodec& codec) {
     const CharCodec& old = *codec_;
     codec_ = &codec;
-    const bool sameBytes = &codec == &old || (codec.Kind() == old.Kind() &&
-                                              codec.Kind() != CodecKind::SingleByte);
+    mostWhitespace_ = kBufferSize / UnitSize();
+    const bool sameBytes =
+        &codec == &old || (codec.Kind() == old.Kind() && codec.Kind() != CodecKind::SingleByte);
     if (sameBytes) return;
 
     SettlePlaces();
@@ -178,8 +180,6 @@ int XmlScanner::ReadStream(unsigned char* buffer, int room) {
 void XmlScanner::CloseWindow() { std::memset(dataEnd_, 0, kScanPadding); }
 
 // Places.
-
-void XmlScanner::MarkNode() { nodeStart_ = position_; }
 
 Place XmlScanner::NodePlace() const {
     if (nodeStart_ != nullptr) {
@@ -320,7 +320,8 @@ bool XmlScanner::StartsName(const unsigned char* at) const {
 
 const unsigned char* XmlScanner::SkipNameCharacters(const unsigned char* at) const {
     for (;;) {
-        while (IsAsciiName(*at) || (*at == ':' && !namespaces_)) ++at;
+        while (IsAsciiName(*at) || (*at == ':' && !namespaces_))
+            ++at;
         if (*at < 0x80 || !IsNameClass(NonAsciiClass(at))) return at;
         at += SequenceLength(at, dataEnd_);
     }
