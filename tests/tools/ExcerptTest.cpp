@@ -90,6 +90,12 @@ TEST(Excerpt, ShowsTheLineAndACaret) {
               "      |      ^\n");
 }
 
+TEST(Excerpt, LongLineNumbersMoveBothLines) {
+    EXPECT_EQ(ShowExcerpt(Find(std::string(1234566, '\n') + "<a>", {1234567, 2})),
+              "1234567 | <a>\n"
+              "        |  ^\n");
+}
+
 TEST(Excerpt, TheCaretCanStandBehindTheLine) {
     EXPECT_EQ(ShowExcerpt(Find("<a", {1, 3})),
               "    1 | <a\n"

@@ -207,8 +207,9 @@ std::string ShowExcerpt(const Excerpt& excerpt, std::string_view caretStart,
     for (const Glyph& glyph : after)
         line += glyph.text;
     if (cutAfter) line += "...";
-    return fmt::format("{:5} | {}\n      | {}{}^{}\n", excerpt.place.line, line, indent, caretStart,
-                       caretEnd);
+    const std::string number = fmt::format("{:5}", excerpt.place.line);
+    return fmt::format("{} | {}\n{:{}} | {}{}^{}\n", number, line, "", number.size(), indent,
+                       caretStart, caretEnd);
 }
 
 }  // namespace Tool

@@ -7,6 +7,7 @@
 #include "Utf8.h"
 
 #include <algorithm>
+#include <array>
 
 namespace Tool {
 
@@ -16,10 +17,41 @@ constexpr bool IsLineBreak(char byte) { return byte == '\n' || byte == '\r'; }
 
 constexpr bool IsBlank(char byte) { return byte == ' ' || byte == '\t' || IsLineBreak(byte); }
 
-constexpr bool EndsName(char byte) {
-    return IsBlank(byte) || byte == '=' || byte == '/' || byte == '>' || byte == '<' ||
-           byte == '?' || byte == ';' || byte == '&' || byte == '"' || byte == '\'';
+// What a byte means inside of a tag, but outside of its values.
+enum class TagByte : unsigned char {
+    Name,  // part of a name
+    Colon,
+    Gap,   // ends a name and means nothing else
+    Mark,  // ends a name and may mean more
+    Wide   // part of a character above ASCII, which is part of a name
+};
+
+using TagBytes = std::array<TagByte, 256>;
+
+consteval TagBytes MakeTagBytes() {
+    TagBytes bytes{};
+    for (const char byte : {' ', '\t', '=', '/'}) {
+        bytes[static_cast<std::size_t>(byte)] = TagByte::Gap;
+    }
+    for (const char byte : {'\n', '\r', '<', '>', '?', ';', '&', '"', '\''}) {
+        bytes[static_cast<std::size_t>(byte)] = TagByte::Mark;
+    }
+    bytes[':'] = TagByte::Colon;
+    for (std::size_t byte = 0x80; byte < bytes.size(); ++byte)
+        bytes[byte] = TagByte::Wide;
+    return bytes;
 }
+
+constexpr TagBytes kTagBytes = MakeTagBytes();
+
+constexpr TagByte KindOf(char byte) { return kTagBytes[static_cast<unsigned char>(byte)]; }
+
+constexpr bool EndsName(char byte) {
+    return KindOf(byte) == TagByte::Gap || KindOf(byte) == TagByte::Mark;
+}
+
+// Runs shorter than this are counted byte by byte, which is faster for them.
+constexpr std::size_t kShortRun = 32;
 
 long CountLineBreaks(std::string_view text, bool lastWasCr) {
     long count = std::count(text.begin(), text.end(), '\n');
@@ -78,32 +110,68 @@ Place MarkupTracker::InsideSince() const {
 
 void MarkupTracker::Advance(std::string_view text) {
     while (!text.empty()) {
-        const std::size_t bulk = BulkLength(text);
-        if (bulk > 0) {
-            Skip(text.substr(0, bulk));
-        } else {
-            Step(text.front());
+        std::size_t moved = 0;
+        if (state_ == State::Tag) {
+            moved = MoveInTag(text);
+        } else if ((moved = BulkLength(text)) > 0) {
+            Skip(text.substr(0, moved));
         }
-        text.remove_prefix(std::max<std::size_t>(bulk, 1));
+        text.remove_prefix(moved);
+        if (text.empty()) break;
+        Step(text.front());  // a byte that ended the run, so it matters
+        text.remove_prefix(1);
     }
 }
 
 std::size_t MarkupTracker::AdvanceToLine(std::string_view text, long line) {
     const std::size_t length = text.size();
     while (!text.empty() && line_ < line) {
-        std::string_view run = text.substr(0, BulkLength(text));
-        if (run.empty()) {
-            Step(text.front());
-            text.remove_prefix(1);
-            continue;
-        }
-        if (line_ + CountLineBreaks(run, lastWasCr_) >= line) {
-            run = run.substr(0, run.find_first_of("\r\n") + 1);
-        }
-        Skip(run);
-        text.remove_prefix(run.size());
+        std::size_t moved = 0;
+        if (state_ == State::Tag) moved = MoveInTag(text);
+        if (moved == 0) moved = MoveTowardsLine(text, line);
+        text.remove_prefix(moved);
     }
     return length - text.size();
+}
+
+// Moves over some bytes, but not over the start of the line.
+std::size_t MarkupTracker::MoveTowardsLine(std::string_view text, long line) {
+    std::string_view run = text.substr(0, BulkLength(text));
+    if (run.empty()) {
+        Step(text.front());
+        return 1;
+    }
+    if (line_ + CountLineBreaks(run, lastWasCr_) >= line) {
+        run = run.substr(0, run.find_first_of("\r\n") + 1);
+    }
+    Skip(run);
+    return run.size();
+}
+
+// Inside a tag, moves over names and blanks up to the next byte that needs a closer look.
+std::size_t MarkupTracker::MoveInTag(std::string_view text) {
+    std::size_t length = 0;
+    bool inName = inName_;
+    bool colonSeen = colonSeen_;
+    long silentColons = 0;
+    for (; length < text.size(); ++length) {
+        const TagByte kind = KindOf(text[length]);
+        if (kind == TagByte::Mark || kind == TagByte::Wide) break;
+        if (kind == TagByte::Colon && inName && !colonSeen) {
+            ++silentColons;
+            colonSeen = true;
+        }
+        inName = kind != TagByte::Gap;
+        colonSeen = colonSeen && inName;
+    }
+    if (length == 0) return 0;
+    inName_ = inName;
+    colonSeen_ = colonSeen;
+    column_ += static_cast<long>(length);
+    if (names_ == Names::Prefixed) silentColons_ += silentColons;
+    lastWasCr_ = false;
+    continuationsDue_ = 0;
+    return length;
 }
 
 // Returns how many bytes from the start of `text` on change nothing but line and column.
@@ -117,22 +185,32 @@ std::size_t MarkupTracker::BulkLength(std::string_view text) const {
     case State::Value: stop = quote_; break;
     default: return 0;
     }
+    if (text.front() == stop) return 0;
     const std::size_t length = std::min(text.find(stop), text.size());
     if (state_ != State::Text) return length;
     return std::min(text.substr(0, length).find('&'), length);
 }
 
+// Moves over bytes that change nothing but line and column.
 void MarkupTracker::Skip(std::string_view run) {
+    if (run.size() < kShortRun) {
+        for (const char byte : run)
+            Count(byte, byte != ':' && IsSilent(byte));
+        return;
+    }
+    std::string_view tail = run;  // what stands on the line at the end of the run
     const long lineBreaks = CountLineBreaks(run, lastWasCr_);
     if (lineBreaks > 0) {
         line_ += lineBreaks;
         column_ = 1;
         silentColons_ = 0;
+        std::size_t tailStart = run.size();
+        while (!IsLineBreak(run[tailStart - 1]))
+            --tailStart;
+        tail.remove_prefix(tailStart);
+    } else if (lastWasCr_ && run.front() == '\n') {
+        tail.remove_prefix(1);
     }
-    std::size_t tailStart = run.size();
-    while (tailStart > 0 && !IsLineBreak(run[tailStart - 1]))
-        --tailStart;
-    const std::string_view tail = run.substr(tailStart);
     column_ +=
         std::count_if(tail.begin(), tail.end(), [](char byte) { return !IsContinuation(byte); });
     lastWasCr_ = run.back() == '\r';
@@ -144,6 +222,10 @@ void MarkupTracker::Skip(std::string_view run) {
 void MarkupTracker::Step(char byte) {
     const bool silent = IsSilent(byte);
     Change(byte);
+    Count(byte, silent);
+}
+
+void MarkupTracker::Count(char byte, bool silent) {
     if (IsLineBreak(byte)) {
         if (!silent) {
             ++line_;

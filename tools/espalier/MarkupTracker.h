@@ -93,8 +93,11 @@ private:
         DocumentType
     };
 
+    std::size_t MoveTowardsLine(std::string_view text, long line);
+    std::size_t MoveInTag(std::string_view text);
     std::size_t BulkLength(std::string_view text) const;
     void Skip(std::string_view run);
+    void Count(char byte, bool silent);
     void Change(char byte);
     void ChangeOpen(char byte);
     void ChangeComment(char byte);
