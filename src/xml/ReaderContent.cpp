@@ -18,18 +18,6 @@ bool EqualsXmlWithoutCase(std::string_view text) {
 
 }  // namespace
 
-// Makes value_ the current node, without a name, at the place that was marked.
-ReaderCore::Pass ReaderCore::ReportValue(XmlNodeType::XML_NODE_TYPE type) {
-    contentSeen_ = true;
-    node_.type = type;
-    node_.depth = Depth() + 1;
-    node_.name = &noName_;
-    node_.namespaceUri = &empty_;
-    node_.value = &value_;
-    node_.isRaw = normalization;
-    return Pass::Node;
-}
-
 // Makes a node with a name and the value value_ the current one.
 ReaderCore::Pass ReaderCore::ReportNamed(XmlNodeType::XML_NODE_TYPE type, std::string_view name) {
     ReportValue(type);
@@ -149,13 +137,6 @@ ReaderCore::Pass ReaderCore::HandleWhitespace() {
     contentSeen_ = true;
     const XmlNodeType::XML_NODE_TYPE type = WhitespaceType();
     return type == XmlNodeType::None ? Pass::Repeat : ReportValue(type);
-}
-
-// Returns as what white space is reported here; None when it is not.
-XmlNodeType::XML_NODE_TYPE ReaderCore::WhitespaceType() const {
-    if (whitespaceHandling == XmlTextReader::WsNone) return XmlNodeType::None;
-    if (Space() == XmlSpace::SpacePreserve) return XmlNodeType::SignificantWhitespace;
-    return whitespaceHandling == XmlTextReader::WsAll ? XmlNodeType::Whitespace : XmlNodeType::None;
 }
 
 ReaderCore::Pass ReaderCore::ParseComment() {

@@ -190,10 +190,6 @@ Place ReaderCore::NodePlace() const {
 
 const astring& ReaderCore::Language() const { return elements_.empty() ? empty_ : *Top().language; }
 
-XmlSpace ReaderCore::Space() const {
-    return elements_.empty() ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
-}
-
 char ReaderCore::QuoteChar() const {
     if (node_.type != XmlNodeType::Attribute) return '"';
     return attributes_[static_cast<std::size_t>(attributeIndex_)].quote;
@@ -238,16 +234,6 @@ bool ReaderCore::MoveToAttribute(int i) {
 bool ReaderCore::MoveToNextAttribute() {
     // Deliberate: on the element itself this does not move to the first attribute.
     return node_.type == XmlNodeType::Attribute && MoveToAttribute(attributeIndex_ + 1);
-}
-
-// Makes the properties those of the element on top.
-void ReaderCore::ShowElement() {
-    node_.type = XmlNodeType::Element;
-    node_.depth = Depth();
-    node_.name = Top().name;
-    node_.namespaceUri = Top().uri;
-    node_.value = &noValue_;
-    node_.isRaw = false;
 }
 
 const astring& ReaderCore::LookupNamespace(std::string_view prefix) const {

@@ -41,9 +41,12 @@ enum class ParseState : unsigned char {
 struct XmlAttribute {
     XmlName* name = nullptr;
     const astring* uri = nullptr;       ///< of its namespace; never null
-    const unsigned char* at = nullptr;  ///< where it starts in the window; null: see place
     astring value;
-    Place place;
+    union {
+        const unsigned char* at = nullptr;  ///< where it starts in the window
+        Place place;                        ///< where it starts, when hasPlace is set
+    };
+    bool hasPlace = false;
     char quote = '"';
     bool isRaw = false;            ///< white space in the value is still to be normalized
     bool holdsReferences = false;  ///< the value has references that were not replaced
@@ -247,11 +250,127 @@ private:
     // The general entity reference that was scanned last.
     bool referencePending_ = false;  // it ended a text and is the next node
     astring referenceName_;
-    Place referencePlace_;
+    Place referencePlace_{0, 0};
 
     DeclarationPart lastPart_ = DeclarationPart::None;  // of the declaration, so far
     std::array<XmlName, 4> partNames_;                  // indexed by DeclarationPart
     astring digits_;  // of the character reference that is being scanned
 };
+
+// What every node goes through is inline.
+
+// Makes value_ the current node, without a name, at the place that was marked.
+inline ReaderCore::Pass ReaderCore::ReportValue(XmlNodeType::XML_NODE_TYPE type) {
+    contentSeen_ = true;
+    node_.type = type;
+    node_.depth = Depth() + 1;
+    node_.name = &noName_;
+    node_.namespaceUri = &empty_;
+    node_.value = &value_;
+    node_.isRaw = normalization;
+    return Pass::Node;
+}
+
+// Returns as what white space is reported here; None when it is not.
+inline XmlNodeType::XML_NODE_TYPE ReaderCore::WhitespaceType() const {
+    if (whitespaceHandling == XmlTextReader::WsNone) return XmlNodeType::None;
+    if (Space() == XmlSpace::SpacePreserve) return XmlNodeType::SignificantWhitespace;
+    return whitespaceHandling == XmlTextReader::WsAll ? XmlNodeType::Whitespace : XmlNodeType::None;
+}
+
+// Makes the properties those of the element on top.
+inline void ReaderCore::ShowElement() {
+    node_.type = XmlNodeType::Element;
+    node_.depth = Depth();
+    node_.name = Top().name;
+    node_.namespaceUri = Top().uri;
+    node_.value = &noValue_;
+    node_.isRaw = false;
+}
+
+inline XmlSpace ReaderCore::Space() const {
+    return elements_.empty() ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
+}
+
+inline void ReaderCore::PushElement(XmlName& name) {
+    // What is inherited is copied one by one: a copy of the whole entry would wait for the entry
+    // to be written, when it is that of the last start tag.
+    const bool isRoot = elements_.empty();
+    const astring* const language = isRoot ? &empty_ : Top().language;
+    const XmlSpace space = isRoot ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
+    elements_.push_back({&name, &empty_, language, space, false});
+    if (namespaces) nsSupport_.PushContext();
+}
+
+inline void ReaderCore::PopElement() {
+    if (Top().ownsLanguage) --languageCount_;
+    elements_.pop_back();
+    if (namespaces) nsSupport_.PopContext();
+    parseState_ = elements_.empty() ? ParseState::PsProlog : ParseState::PsContent;
+}
+
+// Makes the end of the element on top the current node and closes it.
+inline void ReaderCore::FinishEndElement() {
+    ShowElement();
+    node_.type = XmlNodeType::EndElement;
+    node_.isEmptyElement = false;
+    PopElement();
+}
+
+// Returns the object for the next attribute, with all but its value, quote and place filled.
+inline XmlAttribute& ReaderCore::AddAttribute(XmlName& name) {
+    if (static_cast<std::size_t>(attributeCount_) == attributes_.size()) attributes_.emplace_back();
+    XmlAttribute& attribute = attributes_[static_cast<std::size_t>(attributeCount_)];
+    ++attributeCount_;
+    attribute.name = &name;
+    attribute.uri = &empty_;
+    attribute.isRaw = normalization;
+    attribute.holdsReferences = false;
+    if (name.usedBy == elementSerial_ && duplicate_ < 0) duplicate_ = attributeCount_ - 1;
+    name.usedBy = elementSerial_;
+    if (name.prefixName != nullptr || name.meaning != NameMeaning::Ordinary) NoteMeaning(name);
+    return attribute;
+}
+
+inline void ReaderCore::ForgetAttributes() {
+    if (attributeCount_ == 0) return;
+    attributeCount_ = 0;
+    ++elementSerial_;
+    duplicate_ = -1;
+    hasDeclarations_ = hasPrefixedAttributes_ = hasSpecialAttributes_ = false;
+    if (nameMapFilled_ || namespaceMapFilled_) ForgetMaps();
+}
+
+// Returns what a prefix is bound to, from the name itself while no declaration has changed.
+inline const astring& ReaderCore::UriOf(XmlName& prefix) {
+    const unsigned long generation = nsSupport_.Generation();
+    if (prefix.uri == nullptr || prefix.generation != generation) {
+        prefix.uri = &nsSupport_.GetURI(prefix.qualified);
+        prefix.generation = generation;
+    }
+    return *prefix.uri;
+}
+
+inline void ReaderCore::CheckDuplicates() const {
+    if (duplicate_ >= 0) ThrowDuplicate(attributes_[static_cast<std::size_t>(duplicate_)]);
+    if (namespaces && hasPrefixedAttributes_) CheckExpandedDuplicates();
+}
+
+// Opens the element whose tag has been scanned and makes it the current node.
+inline void ReaderCore::FinishElement(XmlName& name, bool isEmpty) {
+    attributeIndex_ = 0;
+    PushElement(name);
+    if (hasSpecialAttributes_) ApplySpecialAttributes();
+    if (namespaces) {
+        if (hasDeclarations_) DeclareNamespaces();
+        elements_.back().uri = &UriOf(name.prefixName != nullptr ? *name.prefixName : noPrefix_);
+        if (hasPrefixedAttributes_) ResolveAttributes();
+    }
+    CheckDuplicates();
+    ShowElement();
+    node_.isEmptyElement = isEmpty;
+    parseState_ = isEmpty ? ParseState::PsEmptyEnd : ParseState::PsContent;
+    if (names_.IsLarge()) TrimNames();
+}
 
 }  // namespace Xml::detail

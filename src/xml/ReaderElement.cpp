@@ -50,43 +50,6 @@ ReaderCore::Pass ReaderCore::ParseElement() {
     return Pass::Node;
 }
 
-// Opens the element whose tag has been scanned and makes it the current node.
-void ReaderCore::FinishElement(XmlName& name, bool isEmpty) {
-    attributeIndex_ = 0;
-    PushElement(name);
-    if (hasSpecialAttributes_) ApplySpecialAttributes();
-    if (namespaces) {
-        if (hasDeclarations_) DeclareNamespaces();
-        elements_.back().uri = &UriOf(name.prefixName != nullptr ? *name.prefixName : noPrefix_);
-        if (hasPrefixedAttributes_) ResolveAttributes();
-    }
-    CheckDuplicates();
-    ShowElement();
-    node_.isEmptyElement = isEmpty;
-    parseState_ = isEmpty ? ParseState::PsEmptyEnd : ParseState::PsContent;
-    if (names_.IsLarge()) TrimNames();
-}
-
-void ReaderCore::PushElement(XmlName& name) {
-    if (elements_.empty()) {
-        elements_.push_back({&name, &empty_, &empty_, XmlSpace::SpaceNone, false});
-    } else {
-        ElementEntry entry = elements_.back();
-        entry.name = &name;
-        entry.uri = &empty_;
-        entry.ownsLanguage = false;
-        elements_.push_back(entry);
-    }
-    if (namespaces) nsSupport_.PushContext();
-}
-
-void ReaderCore::PopElement() {
-    if (Top().ownsLanguage) --languageCount_;
-    elements_.pop_back();
-    if (namespaces) nsSupport_.PopContext();
-    parseState_ = elements_.empty() ? ParseState::PsProlog : ParseState::PsContent;
-}
-
 // Forgets the names that nothing open or current has, when a document has very many.
 void ReaderCore::TrimNames() {
     for (const ElementEntry& entry : elements_)
@@ -101,14 +64,6 @@ ReaderCore::Pass ReaderCore::ParseEndTag() {
     ScanEndTagCarefully(elements_.empty() ? nullptr : Top().name);
     FinishEndElement();
     return Pass::Node;
-}
-
-// Makes the end of the element on top the current node and closes it.
-void ReaderCore::FinishEndElement() {
-    ShowElement();
-    node_.type = XmlNodeType::EndElement;
-    node_.isEmptyElement = false;
-    PopElement();
 }
 
 void ReaderCore::ScanEndTagCarefully(const XmlName* open) {
@@ -151,8 +106,8 @@ void ReaderCore::ScanElementCarefully(XmlName*& name, bool& isEmpty) {
 void ReaderCore::SetAttributeValues(Place place) {
     XmlName& name = *names_.Intern(scanner_.Name().text, scanner_.Name().colon);
     XmlAttribute& attribute = AddAttribute(name);
-    attribute.at = nullptr;
     attribute.place = place;
+    attribute.hasPlace = true;
     if (scanner_.NextMarkupToken() != XmlToken::EQUALS ||
         scanner_.NextMarkupToken() != XmlToken::QUOTE) {
         scanner_.Throw(Message::kUnexpectedToken);
@@ -218,21 +173,6 @@ void ReaderCore::ApplySpecialAttributes() {
     }
 }
 
-// Returns the object for the next attribute, with all but its value, quote and place filled.
-XmlAttribute& ReaderCore::AddAttribute(XmlName& name) {
-    if (static_cast<std::size_t>(attributeCount_) == attributes_.size()) attributes_.emplace_back();
-    XmlAttribute& attribute = attributes_[static_cast<std::size_t>(attributeCount_)];
-    ++attributeCount_;
-    attribute.name = &name;
-    attribute.uri = &empty_;
-    attribute.isRaw = normalization;
-    attribute.holdsReferences = false;
-    if (name.usedBy == elementSerial_ && duplicate_ < 0) duplicate_ = attributeCount_ - 1;
-    name.usedBy = elementSerial_;
-    if (name.prefixName != nullptr || name.meaning != NameMeaning::Ordinary) NoteMeaning(name);
-    return attribute;
-}
-
 // Remembers what the attributes of the element ask for.
 void ReaderCore::NoteMeaning(const XmlName& name) {
     switch (name.meaning) {
@@ -244,15 +184,6 @@ void ReaderCore::NoteMeaning(const XmlName& name) {
     }
 }
 
-void ReaderCore::ForgetAttributes() {
-    if (attributeCount_ == 0) return;
-    attributeCount_ = 0;
-    ++elementSerial_;
-    duplicate_ = -1;
-    hasDeclarations_ = hasPrefixedAttributes_ = hasSpecialAttributes_ = false;
-    if (nameMapFilled_ || namespaceMapFilled_) ForgetMaps();
-}
-
 void ReaderCore::ForgetMaps() {
     attributesByName_.Clear();
     attributesByNs_.Clear();
@@ -260,7 +191,7 @@ void ReaderCore::ForgetMaps() {
 }
 
 Place ReaderCore::PlaceOf(const XmlAttribute& attribute) const {
-    return attribute.at != nullptr ? scanner_.PlaceAt(attribute.at) : attribute.place;
+    return attribute.hasPlace ? attribute.place : scanner_.PlaceAt(attribute.at);
 }
 
 }  // namespace Xml::detail

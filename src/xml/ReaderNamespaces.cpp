@@ -31,21 +31,6 @@ void ReaderCore::ResolveAttributes() {
     }
 }
 
-// Returns what a prefix is bound to, from the name itself while no declaration has changed.
-const astring& ReaderCore::UriOf(XmlName& prefix) {
-    const unsigned long generation = nsSupport_.Generation();
-    if (prefix.uri == nullptr || prefix.generation != generation) {
-        prefix.uri = &nsSupport_.GetURI(prefix.qualified);
-        prefix.generation = generation;
-    }
-    return *prefix.uri;
-}
-
-void ReaderCore::CheckDuplicates() const {
-    if (duplicate_ >= 0) ThrowDuplicate(attributes_[static_cast<std::size_t>(duplicate_)]);
-    if (namespaces && hasPrefixedAttributes_) CheckExpandedDuplicates();
-}
-
 // Tells whether all prefixed attributes have the same prefix.
 bool ReaderCore::HaveOnePrefix() const {
     const XmlName* prefix = nullptr;

@@ -65,6 +65,8 @@ void ReaderCore::ParseDeclarationPart() {
         scanner_.NextMarkupToken() != XmlToken::QUOTE) {
         scanner_.Throw(Message::kUnexpectedToken);
     }
+    attribute.place = scanner_.NodePlace();  // the parts are not visited one by one
+    attribute.hasPlace = true;
     attribute.quote = scanner_.QuoteChar();
     attribute.value.clear();
     if (scanner_.ScanValue(attribute.value) != XmlToken::TEXT ||

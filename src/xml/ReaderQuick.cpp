@@ -145,6 +145,7 @@ ReaderCore::Quick ReaderCore::ScanAttributeQuickly(const unsigned char*& at) {
     }
     XmlAttribute& attribute = AddAttribute(*name);
     attribute.at = begin;
+    attribute.hasPlace = false;
     attribute.quote = static_cast<char>(quote);
     attribute.value.assign_padded(text.data(), text.size());
     at = end + 1;

@@ -163,11 +163,13 @@ inline PackedName PackName(const unsigned char* p, int length) {
     static constexpr unsigned char kMask[2 * PackedName::kMostBytes] = {
         0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
         0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
-    PackedName name;
-    PackedName mask;
-    std::memcpy(&name, p, sizeof name);
-    std::memcpy(&mask, kMask + PackedName::kMostBytes - length, sizeof mask);
-    return {name.low & mask.low, name.high & mask.high};
+    const auto load = [](const unsigned char* bytes) {
+        std::uint64_t word;
+        std::memcpy(&word, bytes, sizeof word);
+        return word;
+    };
+    const unsigned char* const mask = kMask + PackedName::kMostBytes - length;
+    return {load(p) & load(mask), load(p + 8) & load(mask + 8)};
 }
 
 /// Returns the number of bytes before the first one that ends a name in a tag (white space, "=",

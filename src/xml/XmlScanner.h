@@ -194,6 +194,7 @@ public:
     bool IsFilled() const { return filled_; }
 
 private:
+    int MoveToFront();
     Fill RefillDirect();
     Fill RefillDecoded();
     DecodeEnd DecodeRaw();
@@ -241,7 +242,7 @@ private:
 
     // Places.
     mutable PlaceCounter places_;
-    mutable Place nodePlace_;
+    mutable Place nodePlace_{0, 0};
     mutable const unsigned char* nodeStart_ = nullptr;  // null once nodePlace_ is known
 
     // The current token.
