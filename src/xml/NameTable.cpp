@@ -75,6 +75,7 @@ XmlName* NameTable::Add(std::string_view text, int colon) {
         name->prefixName = Intern(name->prefix, -1);
     }
     name->meaning = MeaningOf(*name);
+    name->isUnusual = name->meaning != NameMeaning::Ordinary || name->prefixName != nullptr;
     const bool isFull =
         IsShort(text) ? 2 * (shortCount_ + 1) > shortSize_ : 2 * (longCount_ + 1) > long_.size();
     if (isFull) {

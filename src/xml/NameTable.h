@@ -28,14 +28,15 @@ struct XmlName : NameParts {
     PackedName packed;              ///< the name, when it has up to 16 bytes
     XmlName* prefixName = nullptr;  ///< the prefix as a name; null without one
     NameMeaning meaning = NameMeaning::Ordinary;
-    bool kept = false;  ///< survives the next Trim()
+    bool isUnusual = false;  ///< as an attribute it has a meaning or a prefix
+    bool kept = false;       ///< survives the next Trim()
 
     /// The element that has an attribute of this name, as a serial number: finds duplicates.
     std::uint64_t usedBy = 0;
 
     /// What the name is bound to as a prefix, good while the generation is the current one.
     const astring* uri = nullptr;
-    unsigned long generation = 0;
+    unsigned long generation = ~0UL;
 };
 
 /// The names of a document, each held once.

@@ -21,6 +21,7 @@ bool EqualsXmlWithoutCase(std::string_view text) {
 // Makes a node with a name and the value value_ the current one.
 ReaderCore::Pass ReaderCore::ReportNamed(XmlNodeType::XML_NODE_TYPE type, std::string_view name) {
     ReportValue(type);
+    contentSeen_ = true;
     ownName_.qualified = name;
     ownName_.local = name;
     node_.name = &ownName_;
@@ -30,7 +31,6 @@ ReaderCore::Pass ReaderCore::ReportNamed(XmlNodeType::XML_NODE_TYPE type, std::s
 
 // Parses what comes next inside of an element.
 ReaderCore::Pass ReaderCore::ParseBeginTag() {
-    if (referencePending_) return ReportReference();
     scanner_.MarkNode();
     value_.clear();
     const XmlToken token = scanner_.ScanText(value_);
@@ -44,7 +44,9 @@ ReaderCore::Pass ReaderCore::ParseBeginTag() {
 
 // Parses markup, with the position at "<".
 ReaderCore::Pass ReaderCore::ParseTag() {
-    switch (scanner_.ScanMarkup()) {
+    const XmlToken token = scanner_.ScanMarkup();
+    if (token != XmlToken::PI) contentSeen_ = true;
+    switch (token) {
     case XmlToken::TAG: return ParseElement();
     case XmlToken::ENDTAG: return ParseEndTag();
     case XmlToken::PI: return ParsePI();
@@ -71,11 +73,18 @@ ReaderCore::Pass ReaderCore::ParseText(XmlToken token) {
                 break;
             }
             if (value_.empty()) return ReportReference();
-            referencePending_ = true;
+            parseState_ = ParseState::PsReference;
             return ReportValue(XmlNodeType::Text);
         default: break;  // TEXT and WHITESPACE have been appended
         }
     }
+}
+
+// Returns as what white space is reported here; None when it is not.
+XmlNodeType::XML_NODE_TYPE ReaderCore::WhitespaceType() const {
+    if (whitespaceHandling == XmlTextReader::WsNone) return XmlNodeType::None;
+    if (Space() == XmlSpace::SpacePreserve) return XmlNodeType::SignificantWhitespace;
+    return whitespaceHandling == XmlTextReader::WsAll ? XmlNodeType::Whitespace : XmlNodeType::None;
 }
 
 // Scans a reference behind its start and appends what it stands for to `text`.
@@ -128,7 +137,7 @@ void ReaderCore::AppendGeneralReference(astring& text) const {
 }
 
 ReaderCore::Pass ReaderCore::ReportReference() {
-    referencePending_ = false;
+    parseState_ = ParseState::PsContent;
     value_.clear();
     return ReportNamed(XmlNodeType::EntityReference, referenceName_);
 }

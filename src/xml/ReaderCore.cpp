@@ -32,9 +32,6 @@ namespace {
 
 constexpr unsigned kMapSize = 32;  // buckets at first
 
-// The longest cut token that is moved to the front of the window, to be scanned again.
-constexpr int kWorthMoving = XmlScanner::kBufferSize / 2;
-
 }  // namespace
 
 ReaderCore::ReaderCore(NodeView& node)
@@ -83,13 +80,14 @@ void ReaderCore::Close() {
     elements_.clear();
     languageCount_ = 0;
     nsSupport_.Reset();
-    endReached_ = contentSeen_ = doctypeSeen_ = standalone_ = referencePending_ = false;
+    contentSeen_ = doctypeSeen_ = standalone_ = false;
     rootCount_ = 0;
     parseState_ = ParseState::PsClosed;
     readState = XmlTextReader::Closed;
 }
 
-bool ReaderCore::Read() {
+// Reads from a state in which there is nothing quick.
+bool ReaderCore::ReadFromOutside() {
     if (!open_) {
         readState = XmlTextReader::Error;
         Exception::ThrowException(Message::kNoSource, astring(), 0, 0);
@@ -98,38 +96,28 @@ bool ReaderCore::Read() {
         readState = XmlTextReader::Error;
         return false;
     }
-    if (endReached_) return false;
-    try {
-        ForgetAttributes();
-        if (parseState_ == ParseState::PsEmptyEnd) PopElement();
-        if (parseState_ == ParseState::PsContent && !referencePending_) {
-            Quick quick = ReadQuickly();
-            // A token that the window cuts may be whole after a refill; a long one never is.
-            const bool isShort = scanner_.DataEnd() - scanner_.Position() <= kWorthMoving;
-            if (quick == Quick::NeedsMore && isShort &&
-                scanner_.Refill() == XmlScanner::Fill::More && scanner_.IsFilled()) {
-                quick = ReadQuickly();
-            }
-            if (quick == Quick::Done) {
-                readState = XmlTextReader::Interactive;
-                return true;
-            }
-        }
-        return ReadCarefully();
-    } catch (...) {
-        readState = XmlTextReader::Error;
-        parseState_ = ParseState::PsError;
-        ShowNothing();
-        ForgetAttributes();
-        throw;
-    }
+    return parseState_ != ParseState::PsEnd && ReadCarefully();
 }
 
+// Leaves the reader in a state that can be closed, whatever it was doing.
+void ReaderCore::Fail() {
+    readState = XmlTextReader::Error;
+    parseState_ = ParseState::PsError;
+    ShowNothing();
+    ResetAttributes();
+}
+
+// Reads a node with the scanner's tokens.
 bool ReaderCore::ReadCarefully() {
-    Pass pass = Pass::Repeat;
-    while (pass == Pass::Repeat)
-        pass = Step();
-    if (pass == Pass::End) return EndDocument();
+    try {
+        Pass pass = Pass::Repeat;
+        while (pass == Pass::Repeat)
+            pass = Step();
+        if (pass == Pass::End) return EndDocument();
+    } catch (...) {
+        Fail();
+        throw;
+    }
     readState = XmlTextReader::Interactive;
     return true;
 }
@@ -139,6 +127,7 @@ ReaderCore::Pass ReaderCore::Step() {
     case ParseState::PsStart: return Start();
     case ParseState::PsProlog: return ParseRoot();
     case ParseState::PsContent: return ParseBeginTag();
+    case ParseState::PsReference: return ReportReference();
     case ParseState::PsEmptyEnd:
     case ParseState::PsClosed:
     case ParseState::PsEnd:
@@ -161,7 +150,6 @@ bool ReaderCore::EndDocument() {
     if (!elements_.empty()) scanner_.Throw(Message::kMissingEndElement, Top().name->qualified);
     parseState_ = ParseState::PsEnd;
     readState = XmlTextReader::EndOfFile;
-    endReached_ = true;
     ShowNothing();
     return false;
 }

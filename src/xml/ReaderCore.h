@@ -28,19 +28,20 @@ namespace Xml::detail {
 
 /// What the next pass of the reader's state machine does.
 enum class ParseState : unsigned char {
-    PsClosed,    ///< nothing: there is no input
-    PsStart,     ///< detects the encoding
-    PsProlog,    ///< parses markup outside of the root element
-    PsEmptyEnd,  ///< leaves an element that was written as an empty-element tag
-    PsContent,   ///< parses the content of an element
-    PsEnd,       ///< nothing: the input has ended
-    PsError      ///< nothing: an error was thrown
+    PsClosed,     ///< nothing: there is no input
+    PsStart,      ///< detects the encoding
+    PsProlog,     ///< parses markup outside of the root element
+    PsEmptyEnd,   ///< leaves an element that was written as an empty-element tag
+    PsContent,    ///< parses the content of an element
+    PsReference,  ///< reports the entity reference that ended a text
+    PsEnd,        ///< nothing: the input has ended
+    PsError       ///< nothing: an error was thrown
 };
 
 /// An attribute of the current element, or a pseudo-attribute of the declaration.
 struct XmlAttribute {
     XmlName* name = nullptr;
-    const astring* uri = nullptr;       ///< of its namespace; never null
+    const astring* uri = nullptr;  ///< of its namespace; never null
     astring value;
     union {
         const unsigned char* at = nullptr;  ///< where it starts in the window
@@ -115,7 +116,9 @@ private:
 
     void ShowNothing();
     void ShowElement();
+    bool ReadFromOutside();
     bool ReadCarefully();
+    void Fail();
     bool EndDocument();
     Pass Step();
     Pass Start();
@@ -149,9 +152,20 @@ private:
     Pass ReportValue(XmlNodeType::XML_NODE_TYPE type);
     Pass ReportNamed(XmlNodeType::XML_NODE_TYPE type, std::string_view name);
 
+    /// What a start tag may ask for beyond the usual.
+    enum Asks : unsigned {
+        AsksDeclaration = 1,  ///< an attribute declares a namespace
+        AsksResolution = 2,   ///< an attribute has a prefix
+        AsksSpecial = 4,      ///< there is an xml:space or xml:lang
+        AsksError = 8,        ///< a name came twice
+        AsksTrim = 16         ///< the name table is large
+    };
+
     // ReaderQuick.cpp: nodes that lie in the window and are made of the usual.
     Quick ReadQuickly();
     Quick ReadTextQuickly();
+    Quick ReadLongTextQuickly();
+    Quick ReportTextQuickly(const unsigned char* end, XmlNodeType::XML_NODE_TYPE type);
     Quick ReadStartTagQuickly();
     Quick ReadEndTagQuickly();
     Quick ScanAttributeQuickly(const unsigned char*& at);
@@ -167,23 +181,22 @@ private:
     void ScanEndTagCarefully(const XmlName* open);
     void FinishElement(XmlName& name, bool isEmpty);
     void FinishEndElement();
-    void PushElement(XmlName& name);
+    void GrantUnusual();
     void PopElement();
     void TrimNames();
     static const char* SpecialAttributeError(NameMeaning meaning, std::string_view value);
     void ApplySpecialAttributes();
     XmlAttribute& AddAttribute(XmlName& name);
-    void NoteMeaning(const XmlName& name);
+    void NoteUnusual(const XmlName& name, bool isDuplicate);
     void ForgetAttributes();
-    void ForgetMaps();
+    void ResetAttributes();
     Place PlaceOf(const XmlAttribute& attribute) const;
     static const astring& NormalizedValue(XmlAttribute& attribute);
 
     // ReaderNamespaces.cpp: declarations, duplicates and lookup by name.
     void DeclareNamespaces();
     void ResolveAttributes();
-    const astring& UriOf(XmlName& prefix);
-    void CheckDuplicates() const;
+    const astring* UriOf(XmlName& prefix);
     void CheckExpandedDuplicates() const;
     bool HaveOnePrefix() const;
     [[noreturn]] void ThrowDuplicate(const XmlAttribute& attribute) const;
@@ -220,9 +233,7 @@ private:
     std::vector<XmlAttribute> attributes_;
     int attributeCount_ = 0;
     int attributeIndex_ = 0;
-    bool hasDeclarations_ = false;  // an attribute declares a namespace
-    bool hasPrefixedAttributes_ = false;
-    bool hasSpecialAttributes_ = false;  // xml:space or xml:lang
+    unsigned asks_ = 0;  // what the tag asks for beyond the usual; a set of Asks
     int duplicate_ = -1;                 // index of the first attribute whose name came before
     std::uint64_t elementSerial_ = 1;
     Xml::HashMap attributesByName_;
@@ -241,14 +252,12 @@ private:
 
     // The state machine.
     ParseState parseState_ = ParseState::PsClosed;
-    bool endReached_ = false;   // the end of the document was reported
     bool contentSeen_ = false;  // anything has been read, so a declaration comes too late
     bool doctypeSeen_ = false;
     int rootCount_ = 0;
     bool standalone_ = false;
 
     // The general entity reference that was scanned last.
-    bool referencePending_ = false;  // it ended a text and is the next node
     astring referenceName_;
     Place referencePlace_{0, 0};
 
@@ -261,7 +270,6 @@ private:
 
 // Makes value_ the current node, without a name, at the place that was marked.
 inline ReaderCore::Pass ReaderCore::ReportValue(XmlNodeType::XML_NODE_TYPE type) {
-    contentSeen_ = true;
     node_.type = type;
     node_.depth = Depth() + 1;
     node_.name = &noName_;
@@ -269,13 +277,6 @@ inline ReaderCore::Pass ReaderCore::ReportValue(XmlNodeType::XML_NODE_TYPE type)
     node_.value = &value_;
     node_.isRaw = normalization;
     return Pass::Node;
-}
-
-// Returns as what white space is reported here; None when it is not.
-inline XmlNodeType::XML_NODE_TYPE ReaderCore::WhitespaceType() const {
-    if (whitespaceHandling == XmlTextReader::WsNone) return XmlNodeType::None;
-    if (Space() == XmlSpace::SpacePreserve) return XmlNodeType::SignificantWhitespace;
-    return whitespaceHandling == XmlTextReader::WsAll ? XmlNodeType::Whitespace : XmlNodeType::None;
 }
 
 // Makes the properties those of the element on top.
@@ -290,16 +291,6 @@ inline void ReaderCore::ShowElement() {
 
 inline XmlSpace ReaderCore::Space() const {
     return elements_.empty() ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
-}
-
-inline void ReaderCore::PushElement(XmlName& name) {
-    // What is inherited is copied one by one: a copy of the whole entry would wait for the entry
-    // to be written, when it is that of the last start tag.
-    const bool isRoot = elements_.empty();
-    const astring* const language = isRoot ? &empty_ : Top().language;
-    const XmlSpace space = isRoot ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
-    elements_.push_back({&name, &empty_, language, space, false});
-    if (namespaces) nsSupport_.PushContext();
 }
 
 inline void ReaderCore::PopElement() {
@@ -321,56 +312,49 @@ inline void ReaderCore::FinishEndElement() {
 inline XmlAttribute& ReaderCore::AddAttribute(XmlName& name) {
     if (static_cast<std::size_t>(attributeCount_) == attributes_.size()) attributes_.emplace_back();
     XmlAttribute& attribute = attributes_[static_cast<std::size_t>(attributeCount_)];
-    ++attributeCount_;
     attribute.name = &name;
     attribute.uri = &empty_;
     attribute.isRaw = normalization;
     attribute.holdsReferences = false;
-    if (name.usedBy == elementSerial_ && duplicate_ < 0) duplicate_ = attributeCount_ - 1;
+    const bool isDuplicate = name.usedBy == elementSerial_;
     name.usedBy = elementSerial_;
-    if (name.prefixName != nullptr || name.meaning != NameMeaning::Ordinary) NoteMeaning(name);
+    if (name.isUnusual || isDuplicate) NoteUnusual(name, isDuplicate);
+    ++attributeCount_;
     return attribute;
 }
 
 inline void ReaderCore::ForgetAttributes() {
-    if (attributeCount_ == 0) return;
-    attributeCount_ = 0;
-    ++elementSerial_;
-    duplicate_ = -1;
-    hasDeclarations_ = hasPrefixedAttributes_ = hasSpecialAttributes_ = false;
-    if (nameMapFilled_ || namespaceMapFilled_) ForgetMaps();
+    if (attributeCount_ > 0) ResetAttributes();
 }
 
 // Returns what a prefix is bound to, from the name itself while no declaration has changed.
-inline const astring& ReaderCore::UriOf(XmlName& prefix) {
+inline const astring* ReaderCore::UriOf(XmlName& prefix) {
     const unsigned long generation = nsSupport_.Generation();
-    if (prefix.uri == nullptr || prefix.generation != generation) {
+    if (prefix.generation != generation) {
         prefix.uri = &nsSupport_.GetURI(prefix.qualified);
         prefix.generation = generation;
     }
-    return *prefix.uri;
-}
-
-inline void ReaderCore::CheckDuplicates() const {
-    if (duplicate_ >= 0) ThrowDuplicate(attributes_[static_cast<std::size_t>(duplicate_)]);
-    if (namespaces && hasPrefixedAttributes_) CheckExpandedDuplicates();
+    return prefix.uri;
 }
 
 // Opens the element whose tag has been scanned and makes it the current node.
 inline void ReaderCore::FinishElement(XmlName& name, bool isEmpty) {
     attributeIndex_ = 0;
-    PushElement(name);
-    if (hasSpecialAttributes_) ApplySpecialAttributes();
+    // What is inherited is copied one by one: a copy of the whole entry would wait for the entry
+    // to be written, when it is that of the last start tag.
+    const bool isRoot = elements_.empty();
+    const astring* const language = isRoot ? &empty_ : Top().language;
+    const XmlSpace space = isRoot ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
+    elements_.push_back({&name, &empty_, language, space, false});
     if (namespaces) {
-        if (hasDeclarations_) DeclareNamespaces();
-        elements_.back().uri = &UriOf(name.prefixName != nullptr ? *name.prefixName : noPrefix_);
-        if (hasPrefixedAttributes_) ResolveAttributes();
+        nsSupport_.PushContext();
+        if ((asks_ & AsksDeclaration) != 0) DeclareNamespaces();
+        elements_.back().uri = UriOf(name.prefixName != nullptr ? *name.prefixName : noPrefix_);
     }
-    CheckDuplicates();
+    if (asks_ != 0) GrantUnusual();
     ShowElement();
     node_.isEmptyElement = isEmpty;
     parseState_ = isEmpty ? ParseState::PsEmptyEnd : ParseState::PsContent;
-    if (names_.IsLarge()) TrimNames();
 }
 
 }  // namespace Xml::detail

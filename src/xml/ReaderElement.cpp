@@ -88,6 +88,7 @@ void ReaderCore::ScanElementCarefully(XmlName*& name, bool& isEmpty) {
     const ScannedName& scanned = scanner_.ScanName();
     if (scanned.token != XmlToken::NAME) scanner_.Throw(Message::kUnexpectedToken);
     name = names_.Intern(scanned.text, scanned.colon);
+    if (names_.IsLarge()) asks_ |= AsksTrim;
     for (;;) {
         scanner_.SkipWhitespace();
         const Place place = scanner_.SettledPlace();
@@ -173,21 +174,45 @@ void ReaderCore::ApplySpecialAttributes() {
     }
 }
 
-// Remembers what the attributes of the element ask for.
-void ReaderCore::NoteMeaning(const XmlName& name) {
+// Remembers what the attribute to be added asks for.
+void ReaderCore::NoteUnusual(const XmlName& name, bool isDuplicate) {
+    if (isDuplicate && duplicate_ < 0) {
+        duplicate_ = attributeCount_;
+        asks_ |= AsksError;
+    }
     switch (name.meaning) {
-    case NameMeaning::Ordinary: hasPrefixedAttributes_ = true; break;
+    case NameMeaning::Ordinary:
+        if (name.prefixName != nullptr) asks_ |= AsksResolution;
+        break;
     case NameMeaning::DefaultNamespace:
-    case NameMeaning::Namespace: hasDeclarations_ = true; break;
+    case NameMeaning::Namespace: asks_ |= AsksDeclaration; break;
     case NameMeaning::Space:
-    case NameMeaning::Language: hasPrefixedAttributes_ = hasSpecialAttributes_ = true; break;
+    case NameMeaning::Language: asks_ |= AsksResolution | AsksSpecial; break;
     }
 }
 
-void ReaderCore::ForgetMaps() {
-    attributesByName_.Clear();
-    attributesByNs_.Clear();
-    nameMapFilled_ = namespaceMapFilled_ = false;
+// Does what the tag asks for beyond the usual, with its element on top.
+void ReaderCore::GrantUnusual() {
+    if ((asks_ & AsksSpecial) != 0) ApplySpecialAttributes();
+    if (namespaces && (asks_ & AsksResolution) != 0) ResolveAttributes();
+    if ((asks_ & AsksError) != 0) {
+        ThrowDuplicate(attributes_[static_cast<std::size_t>(duplicate_)]);
+    }
+    if (namespaces && (asks_ & AsksResolution) != 0) CheckExpandedDuplicates();
+    if ((asks_ & AsksTrim) != 0) TrimNames();
+    asks_ = 0;
+}
+
+void ReaderCore::ResetAttributes() {
+    attributeCount_ = 0;
+    ++elementSerial_;
+    duplicate_ = -1;
+    asks_ = 0;
+    if (nameMapFilled_ || namespaceMapFilled_) {
+        attributesByName_.Clear();
+        attributesByNs_.Clear();
+        nameMapFilled_ = namespaceMapFilled_ = false;
+    }
 }
 
 Place ReaderCore::PlaceOf(const XmlAttribute& attribute) const {

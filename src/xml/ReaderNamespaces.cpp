@@ -27,7 +27,7 @@ void ReaderCore::ResolveAttributes() {
     for (XmlAttribute& attribute : Attributes()) {
         const XmlName& name = *attribute.name;
         if (name.prefixName == nullptr || name.meaning == NameMeaning::Namespace) continue;
-        attribute.uri = &UriOf(*name.prefixName);
+        attribute.uri = UriOf(*name.prefixName);
     }
 }
 

@@ -18,6 +18,9 @@ namespace Xml::detail {
 
 namespace {
 
+// The longest cut token that is moved to the front of the window, to be scanned again.
+constexpr int kWorthMoving = XmlScanner::kBufferSize / 2;
+
 std::size_t Distance(const unsigned char* begin, const unsigned char* end) {
     return static_cast<std::size_t>(end - begin);
 }
@@ -25,6 +28,28 @@ std::size_t Distance(const unsigned char* begin, const unsigned char* end) {
 const char* Chars(const unsigned char* bytes) { return reinterpret_cast<const char*>(bytes); }
 
 }  // namespace
+
+bool ReaderCore::Read() {
+    ForgetAttributes();
+    if (parseState_ == ParseState::PsEmptyEnd) PopElement();
+    if (parseState_ != ParseState::PsContent) return ReadFromOutside();
+    try {
+        Quick quick = ReadQuickly();
+        if (quick != Quick::Done) [[unlikely]] {
+            // A token that the window cuts may be whole after a refill; a long one never is.
+            const bool isShort = scanner_.DataEnd() - scanner_.Position() <= kWorthMoving;
+            if (quick == Quick::NeedsMore && isShort &&
+                scanner_.Refill() == XmlScanner::Fill::More && scanner_.IsFilled()) {
+                quick = ReadQuickly();
+            }
+        }
+        if (quick == Quick::Done) return true;
+    } catch (...) {
+        Fail();
+        throw;
+    }
+    return ReadCarefully();
+}
 
 // Makes the next node the current one.
 ReaderCore::Quick ReaderCore::ReadQuickly() {
@@ -41,7 +66,30 @@ ReaderCore::Quick ReaderCore::ReadQuickly() {
     }
 }
 
-ReaderCore::Quick ReaderCore::ReadTextQuickly() {
+inline ReaderCore::Quick ReaderCore::ReadTextQuickly() {
+    const unsigned char* const begin = scanner_.Position();
+    const ShortText text = ScanShortText(begin);
+    if (text.length < 0) return ReadLongTextQuickly();
+    const XmlNodeType::XML_NODE_TYPE type =
+        text.isWhitespace ? WhitespaceType() : XmlNodeType::Text;
+    if (type == XmlNodeType::None) {
+        scanner_.Consume(begin + text.length);
+        return Quick::Skipped;
+    }
+    value_.assign_short(Chars(begin), static_cast<std::size_t>(text.length));
+    return ReportTextQuickly(begin + text.length, type);
+}
+
+inline ReaderCore::Quick ReaderCore::ReportTextQuickly(const unsigned char* end,
+                                                       XmlNodeType::XML_NODE_TYPE type) {
+    scanner_.MarkNode();
+    scanner_.Consume(end);
+    ReportValue(type);
+    return Quick::Done;
+}
+
+// Reads a text that is longer than a block.
+ReaderCore::Quick ReaderCore::ReadLongTextQuickly() {
     const unsigned char* const begin = scanner_.Position();
     const unsigned char* const dataEnd = scanner_.DataEnd();
     const unsigned char* end = SkipBlanks(begin);
@@ -59,14 +107,30 @@ ReaderCore::Quick ReaderCore::ReadTextQuickly() {
             return end == dataEnd || *end >= 0x80 ? Quick::NeedsMore : Quick::NeedsCare;
         }
     }
-    scanner_.MarkNode();
     value_.assign_padded(Chars(begin), Distance(begin, end));
-    scanner_.Consume(end);
-    ReportValue(type);
-    return Quick::Done;
+    return ReportTextQuickly(end, type);
 }
 
-ReaderCore::Quick ReaderCore::ReadEndTagQuickly() {
+// Scans the name at `at`.
+//
+// The bytes up to the next delimiter are looked up as they are: when they are a name that was met
+// before, they need no check.
+// Returns where the name ends, or null when it is none, is malformed or reaches the window's end.
+inline const unsigned char* ReaderCore::ScanNameQuickly(const unsigned char* at, XmlName*& name) {
+    const int length = ShortNameLength(at);
+    if (length > 0) {
+        name = names_.FindShort(PackName(at, length));
+        if (name != nullptr) {
+            if (name->prefixName != nullptr) {
+                scanner_.Places().SkipColon(at + name->prefix.length());
+            }
+            return at + length;
+        }
+    }
+    return ScanNewName(at, name);
+}
+
+inline ReaderCore::Quick ReaderCore::ReadEndTagQuickly() {
     const XmlName& name = *Top().name;
     const unsigned char* const begin = scanner_.Position() + 2;
     const std::size_t length = name.qualified.length();
@@ -152,25 +216,6 @@ ReaderCore::Quick ReaderCore::ScanAttributeQuickly(const unsigned char*& at) {
     return Quick::Done;
 }
 
-// Scans the name at `at`.
-//
-// The bytes up to the next delimiter are looked up as they are: when they are a name that was met
-// before, they need no check.
-// Returns where the name ends, or null when it is none, is malformed or reaches the window's end.
-const unsigned char* ReaderCore::ScanNameQuickly(const unsigned char* at, XmlName*& name) {
-    const int length = ShortNameLength(at);
-    if (length > 0) {
-        name = names_.FindShort(PackName(at, length));
-        if (name != nullptr) {
-            if (name->prefixName != nullptr) {
-                scanner_.Places().SkipColon(at + name->prefix.length());
-            }
-            return at + length;
-        }
-    }
-    return ScanNewName(at, name);
-}
-
 const unsigned char* ReaderCore::ScanNewName(const unsigned char* at, XmlName*& name) {
     if (!scanner_.StartsName(at)) return nullptr;
     int colon = -1;
@@ -183,6 +228,7 @@ const unsigned char* ReaderCore::ScanNewName(const unsigned char* at, XmlName*& 
     if (end == scanner_.DataEnd() || *end >= 0x80) return nullptr;
     if (colon > 0) scanner_.Places().SkipColon(at + colon);
     name = names_.Intern({Chars(at), Distance(at, end)}, colon);
+    if (names_.IsLarge()) asks_ |= AsksTrim;
     return end;
 }
 

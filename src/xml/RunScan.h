@@ -148,6 +148,39 @@ inline const unsigned char* SkipBlanks(const unsigned char* p) {
 #endif
 }
 
+/// A text that ends at "<" within its first 16 bytes.
+struct ShortText {
+    int length = -1;  ///< its bytes before "<"; -1 when it is no such text
+    bool isWhitespace = false;
+};
+
+/// Looks at the text that starts at `p`: is it a short one without anything unusual?
+inline ShortText ScanShortText(const unsigned char* p) {
+#if defined(__SSE2__)
+    const auto is = [](__m128i bytes, char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    const __m128i breaks =
+        _mm_or_si128(is(bytes, '\t'), _mm_or_si128(is(bytes, '\n'), is(bytes, '\r')));
+    const __m128i low = _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(0x1F)), bytes);
+    const __m128i unusual = _mm_or_si128(_mm_or_si128(_mm_andnot_si128(breaks, low), bytes),
+                                         _mm_or_si128(is(bytes, '&'), is(bytes, ']')));
+    const auto less = static_cast<unsigned>(_mm_movemask_epi8(is(bytes, '<')));
+    const unsigned before = (less - 1) & ~less;  // the bits below the first "<"
+    const auto stops = static_cast<unsigned>(_mm_movemask_epi8(unusual));
+    if (less == 0 || (stops & before) != 0) return {};
+    const auto blanks =
+        static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(breaks, is(bytes, ' '))));
+    return {std::countr_zero(less), (~blanks & before) == 0};
+#else
+    const unsigned char* const end = SkipBlanks(p);
+    for (const unsigned char* at = end; at - p < 16; ++at) {
+        if (*at == '<') return {static_cast<int>(at - p), at == end};
+        if (*at >= 0x80 || *at == '&' || *at == ']' || IsForbiddenControl(*at)) break;
+    }
+    return {};
+#endif
+}
+
 /// A name of up to 16 bytes as two words, padded with zeros.
 struct PackedName {
     static constexpr int kMostBytes = 16;
