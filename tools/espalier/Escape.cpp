@@ -12,7 +12,7 @@ enum class Style { Quoted, Word, Json };
 // For each byte whether it can be copied as it is; the others are looked at one by one.
 using ByteSet = std::array<bool, 256>;
 
-consteval ByteSet PlainBytes(Style style) {
+constexpr ByteSet PlainBytes(Style style) {
     ByteSet plain{};
     for (std::size_t byte = 0x20; byte < 0x80; ++byte)
         plain[byte] = true;
@@ -21,6 +21,9 @@ consteval ByteSet PlainBytes(Style style) {
     if (style == Style::Word) plain[' '] = plain['{'] = plain['}'] = false;
     return plain;
 }
+
+template <Style style>
+constexpr ByteSet kPlain = PlainBytes(style);
 
 void WriteHex(Output& out, std::string_view prefix, unsigned value, int digits) {
     out.Write(prefix);
@@ -71,10 +74,9 @@ std::size_t WriteSpecial(Output& out, Style style, std::string_view text) {
 
 template <Style style>
 void WriteEscaped(Output& out, std::string_view text) {
-    static constexpr ByteSet kPlain = PlainBytes(style);
     while (!text.empty()) {
         std::size_t run = 0;
-        while (run < text.size() && kPlain[static_cast<unsigned char>(text[run])])
+        while (run < text.size() && kPlain<style>[static_cast<unsigned char>(text[run])])
             ++run;
         out.Write(text.substr(0, run));
         text.remove_prefix(run);
