@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Console.h"
 
+#include "Output.h"
+
 #include <fmt/format.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <unistd.h>
 
@@ -33,8 +34,7 @@ bool Console::Colors(int descriptor) const {
 
 void Console::Write(std::string_view text) {
     progress_.Erase();
-    std::fwrite(text.data(), 1, text.size(), stderr);
-    std::fflush(stderr);
+    WriteToErrors(text);
 }
 
 void Console::Complain(std::string_view message) { Write(fmt::format("espalier: {}\n", message)); }

@@ -9,6 +9,31 @@
 
 namespace Tool {
 
+namespace {
+
+// Returns 0, or the error number of a write that failed.
+int WriteAll(int descriptor, std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t written = ::write(descriptor, text.data(), text.size());
+        if (written >= 0) {
+            text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno != EINTR) {
+            return errno;
+        }
+    }
+    return 0;
+}
+
+void WriteToOutput(std::string_view text) {
+    const int error = WriteAll(STDOUT_FILENO, text);
+    if (error == EPIPE) throw BrokenPipe();
+    if (error != 0) throw OutputError(std::generic_category().message(error));
+}
+
+}  // namespace
+
+void WriteToErrors(std::string_view text) noexcept { WriteAll(STDERR_FILENO, text); }
+
 void Output::WriteNumber(long number) {
     std::array<char, 24> digits;
     const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), number);
@@ -18,28 +43,15 @@ void Output::WriteNumber(long number) {
 void Output::Flush() {
     const std::size_t count = used_;
     used_ = 0;  // also after a failure: what could not be written is not tried again
-    WriteAll(buffer_.data(), count);
+    WriteToOutput({buffer_.data(), count});
 }
 
 void Output::WriteLong(std::string_view text) {
     Flush();
     if (text.size() >= buffer_.size()) {
-        WriteAll(text.data(), text.size());
+        WriteToOutput(text);
     } else {
         Write(text);
-    }
-}
-
-void Output::WriteAll(const char* data, std::size_t count) {
-    while (count > 0) {
-        const ssize_t written = ::write(STDOUT_FILENO, data, count);
-        if (written < 0) {
-            if (errno == EINTR) continue;
-            if (errno == EPIPE) throw BrokenPipe();
-            throw OutputError(std::generic_category().message(errno));
-        }
-        data += written;
-        count -= static_cast<std::size_t>(written);
     }
 }
 

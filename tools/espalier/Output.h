@@ -18,6 +18,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// Writes `text` to standard error, at once. When that fails, there is nobody left to tell.
+void WriteToErrors(std::string_view text) noexcept;
+
 /// Standard output, written in pieces of 64 KiB. What is written stands there after Flush() at the
 /// latest; an Output that is destroyed drops the rest, so that errors cannot pass unseen.
 class Output {
@@ -45,7 +48,6 @@ public:
 
 private:
     void WriteLong(std::string_view text);
-    static void WriteAll(const char* data, std::size_t count);
 
     std::array<char, 65536> buffer_;
     std::size_t used_ = 0;  // bytes of buffer_ that wait to be written

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Progress.h"
 
+#include "Output.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <cmath>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -29,7 +31,7 @@ std::string BytesText(double bytes) {
 }
 
 std::string TimeText(double seconds) {
-    const long whole = std::max(1L, static_cast<long>(seconds + 0.5));
+    const long whole = std::max(1L, std::lround(seconds));
     if (whole < 3600) return fmt::format("{}:{:02}", whole / 60, whole % 60);
     return fmt::format("{}:{:02}:{:02}", whole / 3600, whole / 60 % 60, whole % 60);
 }
@@ -78,16 +80,14 @@ void Progress::Draw(Clock::time_point now) {
     if (totalUnknown_) state.bytesTotal = 0;
     state.seconds = std::chrono::duration<double>(now - begin_).count();
     // One column stays free: in the last one some terminals wrap the line.
-    fmt::print(stderr, "\r{}\x1B[K", ProgressLine(state, TerminalWidth() - 1));
-    std::fflush(stderr);
+    WriteToErrors(fmt::format("\r{}\x1B[K", ProgressLine(state, TerminalWidth() - 1)));
     shown_ = true;
     nextDraw_ = now + kRedraw;
 }
 
 void Progress::Erase() {
     if (!shown_) return;
-    std::fputs("\r\x1B[K", stderr);
-    std::fflush(stderr);
+    WriteToErrors("\r\x1B[K");
     shown_ = false;
 }
 
