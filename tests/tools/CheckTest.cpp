@@ -157,6 +157,37 @@ TEST(Check, ShowsEachMistake) {
     }
 }
 
+// The reader leaves some colons out of its columns; the program knows which.
+TEST(Check, ColumnsCountEveryCharacterBeforeTheError) {
+    const std::string kBefore[] = {
+        "",
+        "<!DOCTYPE p:a>",
+        "<!DOCTYPE a SYSTEM 'a:b'>",
+        "<!DOCTYPE a [<!ELEMENT p:b ANY>]>",
+        "<!DOCTYPE a [<!ENTITY p:b 'x:y'>]>",
+        "<!DOCTYPE a [<!NOTATION p:n SYSTEM 'x:y'>]>",
+        "<!DOCTYPE a [<!ATTLIST p:b x:y CDATA #IMPLIED>]>",
+        "<!DOCTYPE a [<?p:i x:y?><!-- x:y -->]>",
+        "<?i x:y?>",
+        "<!-- x:y -->",
+        "<p:a><p:b/></p:a>",
+        "<p:a p:b='x:y' xmlns:p = 'u:v' p:c=\"x:y\"></p:a >",
+        "<a>x:y<![CDATA[x:y]]>&#58;:</a>",
+    };
+    for (const std::string& before : kBefore) {
+        SCOPED_TRACE(before);
+        ProgramSetup setup;
+        setup.arguments = {"events"};  // which takes a second root element
+        setup.input = before + "<q:r></q:s>";
+        const std::string column = std::to_string(before.size() + 11);
+        EXPECT_TRUE(
+            RunProgram(setup).errors.starts_with("<stdin>:1:" + column + ": error: End tag"))
+            << RunProgram(setup).errors;
+    }
+    const ProgramResult reference = RunProgram({"check"}, "<!DOCTYPE a SYSTEM 'x'><a>&p:e;x:y</b>");
+    EXPECT_TRUE(reference.errors.starts_with("<stdin>:1:38: error: End tag")) << reference.errors;
+}
+
 TEST(Check, SaysTheSameOfFilesAndOfStandardInput) {
     std::size_t count = 0;
     for (const auto& entry : fs::directory_iterator(kSamples + "/broken")) {

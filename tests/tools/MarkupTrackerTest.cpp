@@ -46,6 +46,7 @@ TEST(MarkupTracker, CountsAsPeopleAndAsTheReader) {
         {"<?p:t a:b?>", 1, 12, 11},          // but of its target
         {"<a>&p:e;x:y", 1, 12, 11},          // and of a reference
         {"<!DOCTYPE a [<!ENTITY e 'a:b'>]>", 1, 33, 33},
+        {"<!DOCTYPE p:a [<!ELEMENT p:b ANY><?p:c?>]>", 1, 43, 42},  // but of its name
         {"<a:b:c>", 1, 8, 7},                // the second colon is an error, and counts
         {"<:a>", 1, 5, 5},                   // so is one at the start
         {"<p:a\nb='1' p:c='2'", 2, 14, 13},  // a new line forgets the colons before

@@ -284,7 +284,10 @@ void MarkupTracker::ChangeOpen(char byte) {
         } else if (byte == '[' && declarations_ == 0) {
             state_ = State::CData;
         } else {
-            if (declarations_++ == 0) documentTypeStart_ = markupStart_;
+            if (declarations_++ == 0) {
+                documentTypeStart_ = markupStart_;
+                documentTypeWords_ = 0;
+            }
             state_ = State::DocumentType;
         }
     } else if (byte == '!') {
@@ -327,7 +330,7 @@ void MarkupTracker::ChangeInstruction(char byte) {
     } else if (state_ == State::InstructionQuestion || IsBlank(byte)) {
         state_ = State::Instruction;
     }
-    if (state_ == State::Target) {
+    if (state_ == State::Target && declarations_ == 0) {
         FollowName(byte);
     } else {
         inName_ = false;
@@ -347,6 +350,13 @@ void MarkupTracker::ChangeTag(char byte) {
 }
 
 void MarkupTracker::ChangeDocumentType(char byte) {
+    // Of all names in the document type, the reader splits that of the root element alone; it is
+    // the second word.
+    if (documentTypeWords_ < 2) {
+        const bool wasInName = inName_;
+        FollowName(byte);
+        if (wasInName && !inName_) ++documentTypeWords_;
+    }
     if (byte == '>') {
         --declarations_;
         state_ = Outside();

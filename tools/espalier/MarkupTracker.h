@@ -112,18 +112,19 @@ private:
 
     Names names_;
     State state_ = State::Text;
-    bool lastWasCr_ = false;    // a LF that comes next belongs to the line break before it
-    int continuationsDue_ = 0;  // bytes that are missing to the character before
-    bool inName_ = false;       // in Tag, Target and Reference: a character of a name came last
-    bool colonSeen_ = false;    // the name has had its colon
-    char quote_ = '"';          // the mark that ends the value
-    int declarations_ = 0;      // open "<!" declarations; above 0 inside the document type
-    long line_ = 1;             // line of the next byte
-    long column_ = 1;           // column of the next byte, every character counted
-    long silentColons_ = 0;     // colons of this line that the reader did not count
-    Place markupStart_;         // where the last "<" of a construct stands
-    Place documentTypeStart_;   // where the "<" of the document type stands
-    Place valueStart_;          // where the last opening quotation mark stands
+    bool lastWasCr_ = false;     // a LF that comes next belongs to the line break before it
+    int continuationsDue_ = 0;   // bytes that are missing to the character before
+    bool inName_ = false;        // in Tag, Target and Reference: a character of a name came last
+    bool colonSeen_ = false;     // the name has had its colon
+    char quote_ = '"';           // the mark that ends the value
+    int declarations_ = 0;       // open "<!" declarations; above 0 inside the document type
+    int documentTypeWords_ = 0;  // words after "<!" that have ended, up to the second
+    long line_ = 1;              // line of the next byte
+    long column_ = 1;            // column of the next byte, every character counted
+    long silentColons_ = 0;      // colons of this line that the reader did not count
+    Place markupStart_;          // where the last "<" of a construct stands
+    Place documentTypeStart_;    // where the "<" of the document type stands
+    Place valueStart_;           // where the last opening quotation mark stands
 };
 
 }  // namespace Tool
