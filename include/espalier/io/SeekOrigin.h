@@ -8,7 +8,7 @@ namespace IO {
 /// Says what the offset of Stream::Seek() counts from.
 class SeekOrigin {
 public:
-    enum SEEK_ORIGIN {
+    enum SEEK_ORIGIN : int {
         Begin = 0,    ///< the start of the stream
         Current = 1,  ///< the current position
         End = 2       ///< the end, which is the length

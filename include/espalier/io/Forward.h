@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Declares the classes of the streams for headers that only point to them.
+
+namespace IO {
+
+class BufferedStream;
+class FileMode;
+class FileStream;
+class MemoryStream;
+class SeekOrigin;
+class Stream;
+class StringStream;
+
+}  // namespace IO
+
+namespace Xml {
+
+class Exception;
+
+}  // namespace Xml
