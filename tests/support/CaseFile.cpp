@@ -62,7 +62,8 @@ std::string ReaderCase::Document() const { return Unescape(inputText); }
 
 ReaderSettings ReaderCase::Settings() const {
     ReaderSettings settings;
-    for (const std::string& text : SplitSettings(settingsText)) ApplySetting(settings, text);
+    for (const std::string& text : SplitSettings(settingsText))
+        ApplySetting(settings, text);
     return settings;
 }
 

@@ -69,7 +69,8 @@ std::optional<std::string> WriteInForm(std::string_view utf8, const DocumentForm
 
     std::string bytes;
     if (form.mark) AppendCode(bytes, 0xFEFF, form.unit);
-    for (const char32_t code : *codes) AppendCode(bytes, code, form.unit);
+    for (const char32_t code : *codes)
+        AppendCode(bytes, code, form.unit);
     if (!IsDetectable(*codes, bytes, form)) return std::nullopt;
     return bytes;
 }
@@ -82,8 +83,8 @@ int ExpectNodesInAllForms(std::string_view utf8, const ReaderSettings& settings,
         const std::optional<std::string> bytes = WriteInForm(utf8, form);
         if (!bytes) continue;
         for (const int bytesPerRead : std::array{0, 1, 2, 3, 7}) {
-            SCOPED_TRACE(std::string(form.name) + ", bytes per read: " +
-                         std::to_string(bytesPerRead));
+            SCOPED_TRACE(std::string(form.name) +
+                         ", bytes per read: " + std::to_string(bytesPerRead));
             EXPECT_EQ(DumpDocument(*bytes, settings, bytesPerRead), expected);
             ++runs;
         }

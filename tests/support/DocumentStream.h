@@ -6,7 +6,7 @@
 
 #include "support/TrickleStream.h"
 
-#include <memory>
+#include <optional>
 #include <string_view>
 
 namespace support {
@@ -18,15 +18,17 @@ public:
     explicit DocumentStream(std::string_view bytes, int bytesPerRead = 0)
         : memory_(reinterpret_cast<const unsigned char*>(bytes.data()),
                   static_cast<long>(bytes.size())) {
-        if (bytesPerRead > 0) trickle_ = std::make_unique<TrickleStream>(&memory_, bytesPerRead);
+        if (bytesPerRead > 0) trickle_.emplace(memory_, bytesPerRead);
     }
+    DocumentStream(const DocumentStream&) = delete;
+    DocumentStream& operator=(const DocumentStream&) = delete;
 
     /// Returns the stream, which belongs to this object.
-    IO::Stream* get() { return trickle_ ? static_cast<IO::Stream*>(trickle_.get()) : &memory_; }
+    IO::Stream* get() { return trickle_ ? static_cast<IO::Stream*>(&*trickle_) : &memory_; }
 
 private:
     IO::MemoryStream memory_;
-    std::unique_ptr<TrickleStream> trickle_;
+    std::optional<TrickleStream> trickle_;
 };
 
 }  // namespace support

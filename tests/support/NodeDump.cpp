@@ -43,22 +43,29 @@ void ExpectConsistentNode(XmlTextReader& reader) {
     EXPECT_EQ(reader.ReadState(), XmlTextReader::Interactive);
     EXPECT_FALSE(reader.Eof());
     EXPECT_EQ(reader.HasValue(), TypeHasValue(type)) << type.ToString();
-    if (!reader.HasValue()) EXPECT_EQ(reader.Value(), "") << type.ToString();
-    if (type != XmlNodeType::Element) EXPECT_FALSE(reader.IsEmptyElement()) << type.ToString();
+    if (!reader.HasValue()) {
+        EXPECT_EQ(reader.Value(), "") << type.ToString();
+    }
+    if (type != XmlNodeType::Element) {
+        EXPECT_FALSE(reader.IsEmptyElement()) << type.ToString();
+    }
     EXPECT_EQ(reader.QuoteChar(), '"') << type.ToString();
     EXPECT_EQ(reader.HasAttributes(), reader.AttributeCount() > 0);
     EXPECT_EQ(reader.GetAttribute(-1), "");
     EXPECT_EQ(reader.GetAttribute(reader.AttributeCount()), "");
     EXPECT_FALSE(reader.MoveToElement()) << type.ToString();
     EXPECT_FALSE(reader.MoveToNextAttribute()) << type.ToString();
-    if (!TypeHasAttributes(type)) EXPECT_EQ(reader.AttributeCount(), 0) << type.ToString();
-    if (type != XmlNodeType::Element) EXPECT_FALSE(reader.MoveToFirstAttribute());
+    if (!TypeHasAttributes(type)) {
+        EXPECT_EQ(reader.AttributeCount(), 0) << type.ToString();
+    }
+    if (type != XmlNodeType::Element) {
+        EXPECT_FALSE(reader.MoveToFirstAttribute());
+    }
     EXPECT_EQ(reader.NodeType(), type);
 }
 
 std::string Place(const XmlTextReader& reader) {
-    return " @" + std::to_string(reader.LineNumber()) + ":" +
-           std::to_string(reader.LinePosition());
+    return " @" + std::to_string(reader.LineNumber()) + ":" + std::to_string(reader.LinePosition());
 }
 
 std::string NameParts(const XmlTextReader& reader) {
@@ -153,7 +160,8 @@ std::string DumpNode(XmlTextReader& reader) {
 std::string DumpNodes(XmlTextReader& reader) {
     std::string out;
     try {
-        while (reader.Read()) out += DumpNode(reader);
+        while (reader.Read())
+            out += DumpNode(reader);
     } catch (const Xml::Exception& error) {
         EXPECT_EQ(reader.ReadState(), XmlTextReader::Error);
         EXPECT_FALSE(reader.Read());
@@ -167,8 +175,7 @@ std::string DumpNodes(XmlTextReader& reader) {
     return out;
 }
 
-std::string DumpDocument(std::string_view bytes, const ReaderSettings& settings,
-                         int bytesPerRead) {
+std::string DumpDocument(std::string_view bytes, const ReaderSettings& settings, int bytesPerRead) {
     DocumentStream stream(bytes, bytesPerRead);
     XmlTextReader reader;
     EXPECT_TRUE(reader.SetStream(stream.get(), false));
