@@ -392,7 +392,7 @@ TEST(XmlTextReaderError, WithoutNamespaces) {
         {"<a xml:lang=\"1\"/>", "Bad language ID", kAnyArgument, 1, kAny, ""},
     };
     for (const Refusal& refusal : kRefusals)
-        ExpectRefusal(refusal, kWithoutNamespaces);
+        ExpectRefusal(refusal, settings);
 }
 
 TEST(XmlTextReaderError, EveryControlCodeIsInvalid) {
