@@ -70,18 +70,13 @@ int HandleFile::Read(unsigned char* buffer, int count) {
     }
 }
 
+// An interrupted write is not taken up again as an interrupted read is: what the handle's own
+// buffer held may be lost by then, so the caller has to hear of it.
 bool HandleFile::Write(const unsigned char* buffer, int count) {
     Begin(Operation::Write);
     dirty_ = true;
     const auto wanted = static_cast<std::size_t>(count);
-    std::size_t written = 0;
-    for (;;) {
-        errno = 0;
-        written += std::fwrite(buffer + written, 1, wanted - written, handle_);
-        if (written == wanted) return true;
-        if (errno != EINTR) return false;
-        std::clearerr(handle_);
-    }
+    return std::fwrite(buffer, 1, wanted, handle_) == wanted;
 }
 
 bool HandleFile::Flush() {

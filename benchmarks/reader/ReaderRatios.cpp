@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+// Measures our reader and its peers in pairs and prints the table of ratios and the bars.
+#include "reader/Corpus.h"
+#include "reader/Library.h"
+#include "reader/Measure.h"
+#include "reader/Report.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+constexpr char kHelp[] =
+    "usage: espalier_reader_ratios [--rounds N] [--min-time SECONDS] [--file NAME]... "
+    "[--markdown]\n"
+    "                              [--check] [--enforce]\n"
+    "\n"
+    "Reads the documents in build/corpus (or $ESPALIER_CORPUS) with every library, checks that "
+    "all\n"
+    "of them see the same, and prints speeds, ratios and bars.\n"
+    "\n"
+    "  --rounds N          rounds of all libraries (5); the median counts\n"
+    "  --min-time SECONDS  how long a library works on a file in a round, at least (0.2)\n"
+    "  --file NAME         only this file; may be repeated\n"
+    "  --markdown          print tables and lists in Markdown\n"
+    "  --check             only compare what the libraries see\n"
+    "  --enforce           exit with 3 when a bar is missed\n"
+    "\n"
+    "Exit status: 0, or 1 when a file is missing or the libraries do not see the same.\n";
+
+constexpr int kFailure = 1;
+constexpr int kUsage = 2;
+constexpr int kBarMissed = 3;
+
+struct Options {
+    bench::MeasureOptions measure;
+    bench::TableFormat format = bench::TableFormat::Text;
+    std::vector<const bench::CorpusEntry*> entries;
+    bool checkOnly = false;
+    bool enforce = false;
+    bool help = false;
+};
+
+Options ParseOptions(std::span<char*> arguments) {
+    Options options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string option = arguments[i];
+        const auto value = [&]() -> std::string {
+            if (++i == arguments.size()) throw std::invalid_argument(option + " wants a value");
+            return arguments[i];
+        };
+        if (option == "--rounds") {
+            options.measure.rounds = std::stoi(value());
+        } else if (option == "--min-time") {
+            options.measure.minSeconds = std::stod(value());
+        } else if (option == "--file") {
+            options.entries.push_back(&bench::FindCorpusEntry(value()));
+        } else if (option == "--markdown") {
+            options.format = bench::TableFormat::Markdown;
+        } else if (option == "--check") {
+            options.checkOnly = true;
+        } else if (option == "--enforce") {
+            options.enforce = true;
+        } else if (option == "--help") {
+            options.help = true;
+        } else {
+            throw std::invalid_argument("unknown option " + option);
+        }
+    }
+    if (options.entries.empty()) options.entries = bench::PresentCorpusEntries();
+    if (options.measure.rounds < 1) throw std::invalid_argument("--rounds wants at least 1");
+    return options;
+}
+
+int Run(const Options& options) {
+    std::vector<bench::FileResult> results;
+    bool allAgree = true;
+    for (const bench::CorpusEntry* entry : options.entries) {
+        const bench::CorpusFile file = bench::LoadCorpusFile(*entry);
+        const std::string disagreement = bench::Disagreement(file);
+        if (!disagreement.empty()) {
+            std::fprintf(stderr, "%s: NOT THE SAME, not measured:\n%s", entry->title,
+                         disagreement.c_str());
+            allAgree = false;
+            continue;
+        }
+        std::fprintf(stderr, "%s: all see the same%s\n", entry->title,
+                     options.checkOnly ? "" : "; measuring");
+        if (!options.checkOnly) results.push_back(bench::Measure(file, options.measure));
+    }
+    if (options.checkOnly || results.empty()) return allAgree ? EXIT_SUCCESS : kFailure;
+
+    const std::vector<bench::Bar> bars = bench::JudgeBars(results);
+    std::printf("%s\n%s\n%s", bench::DescribeSetting(options.format).c_str(),
+                bench::FormatResults(results, options.format).c_str(),
+                bench::FormatBars(bars, options.format).c_str());
+    if (!allAgree) return kFailure;
+    for (const bench::Bar& bar : bars) {
+        if (options.enforce && !bar.IsMet()) return kBarMissed;
+    }
+    return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Options options;
+    try {
+        options = ParseOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "espalier_reader_ratios: %s\n\n%s", error.what(), kHelp);
+        return kUsage;
+    }
+    if (options.help) {
+        std::fputs(kHelp, stdout);
+        return EXIT_SUCCESS;
+    }
+    try {
+        return Run(options);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "espalier_reader_ratios: %s\n", error.what());
+        return kFailure;
+    }
+}

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+// Copies runs of ASCII, 16 characters at a time. Each function converts characters from the start
+// of the source until one is not ASCII or fewer than 16 are left, and returns how many it
+// converted; it may write up to 16 bytes, of which those after the count mean nothing. A caller
+// goes on with a plain loop, so nothing but speed depends on where a run ends.
+
+namespace Xml::detail {
+
+/// The number of characters that the functions below take at a time.
+inline constexpr std::size_t kAsciiBlock = 16;
+
+/// Which byte of a unit comes first.
+enum class ByteOrder : unsigned char { Little, Big };
+
+namespace ascii_run {
+
+using Bytes16 [[gnu::vector_size(16)]] = unsigned char;
+
+inline std::uint64_t LoadWord(const unsigned char* bytes) {
+    std::uint64_t word;
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
+}
+
+/// Returns how many bytes at the start of a word come before the first one set in `marks`.
+inline std::size_t BytesBefore(std::uint64_t marks) {
+    if constexpr (std::endian::native == std::endian::little) {
+        return static_cast<std::size_t>(std::countr_zero(marks)) / 8;
+    } else {
+        return static_cast<std::size_t>(std::countl_zero(marks)) / 8;
+    }
+}
+
+/// Returns the word whose bytes in memory are `first` and `second`, four times over.
+constexpr std::uint64_t RepeatPair(unsigned char first, unsigned char second) {
+    const unsigned low = std::endian::native == std::endian::little ? first : second;
+    const unsigned high = std::endian::native == std::endian::little ? second : first;
+    return 0x0001000100010001U * std::uint64_t{high << 8 | low};
+}
+
+}  // namespace ascii_run
+
+/// Copies bytes.
+inline std::size_t CopyAscii(const unsigned char* source, unsigned char* destination,
+                             std::size_t count) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+    std::size_t done = 0;
+    while (count - done >= kAsciiBlock) {
+        const std::uint64_t first = ascii_run::LoadWord(source + done);
+        const std::uint64_t second = ascii_run::LoadWord(source + done + 8);
+        std::memcpy(destination + done, &first, sizeof first);
+        std::memcpy(destination + done + 8, &second, sizeof second);
+        if (((first | second) & kHighBits) != 0) {
+            if ((first & kHighBits) != 0) return done + ascii_run::BytesBefore(first & kHighBits);
+            return done + 8 + ascii_run::BytesBefore(second & kHighBits);
+        }
+        done += kAsciiBlock;
+    }
+    return done;
+}
+
+/// Copies the ASCII bytes at the position as far as source and room go, and advances both.
+inline void CopyAsciiRun(const unsigned char*& position, const unsigned char* end,
+                         unsigned char*& destination, const unsigned char* destinationEnd) {
+    const std::ptrdiff_t limit = std::min(end - position, destinationEnd - destination);
+    const auto count = static_cast<std::size_t>(limit);
+    std::size_t done = CopyAscii(position, destination, count);
+    for (; done < count && position[done] < 0x80; ++done)
+        destination[done] = position[done];
+    position += done;
+    destination += done;
+}
+
+/// Copies the low bytes of 16-bit units; `count` is the number of units.
+template <ByteOrder order>
+std::size_t NarrowAscii(const unsigned char* source, unsigned char* destination,
+                        std::size_t count) {
+    using ascii_run::Bytes16;
+    using ascii_run::LoadWord;
+    constexpr std::uint64_t kNotAscii = order == ByteOrder::Little
+                                            ? ascii_run::RepeatPair(0x80, 0xFF)
+                                            : ascii_run::RepeatPair(0xFF, 0x80);
+    std::size_t done = 0;
+    while (count - done >= kAsciiBlock) {
+        const unsigned char* units = source + 2 * done;
+        const std::uint64_t first = LoadWord(units) | LoadWord(units + 8);
+        const std::uint64_t second = LoadWord(units + 16) | LoadWord(units + 24);
+        if (((first | second) & kNotAscii) != 0) break;
+        Bytes16 low, high, packed;
+        std::memcpy(&low, units, sizeof low);
+        std::memcpy(&high, units + sizeof low, sizeof high);
+        if constexpr (order == ByteOrder::Little) {
+            packed = __builtin_shufflevector(low, high, 0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22,
+                                             24, 26, 28, 30);
+        } else {
+            packed = __builtin_shufflevector(low, high, 1, 3, 5, 7, 9, 11, 13, 15, 17, 19, 21, 23,
+                                             25, 27, 29, 31);
+        }
+        std::memcpy(destination + done, &packed, sizeof packed);
+        done += kAsciiBlock;
+    }
+    return done;
+}
+
+}  // namespace Xml::detail

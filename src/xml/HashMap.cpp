@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include <espalier/xml/HashIterator.h>
+#include <espalier/xml/HashMap.h>
+
+#include "xml/XmlHashTable.h"
+
+#include <new>
+
+namespace Xml {
+
+HashMap::HashMap(unsigned size, bool autoGrow) {
+    if (!XmlHashInit(&map_, size, autoGrow)) throw std::bad_alloc();
+}
+
+HashMap::HashMap(const HashMap& other) { detail::ShareHashTable(map_, other.map_); }
+
+HashMap& HashMap::operator=(const HashMap& other) {
+    if (this == &other || (map_.table != nullptr && map_.table == other.map_.table)) {
+        // Both hold the table already; the hooks and the functions may still differ.
+        map_ = other.map_;
+        return *this;
+    }
+    XmlHashDeinit(&map_);
+    detail::ShareHashTable(map_, other.map_);
+    return *this;
+}
+
+HashMap::~HashMap() { XmlHashDeinit(&map_); }
+
+void HashMap::Insert(const void* key, unsigned length, void* value) {
+    if (!XmlHashInsert(&map_, key, length, value)) throw std::bad_alloc();
+}
+
+void HashMap::Remove(const void* key, unsigned length) {
+    if (!detail::HashRemoveKey(map_, key, length)) throw std::bad_alloc();
+}
+
+void HashMap::Remove(HashItem& item) {
+    if (!detail::HashRemoveItem(map_, item.item_)) throw std::bad_alloc();
+    item.item_ = nullptr;
+}
+
+void HashMap::Clear() {
+    if (!detail::HashClear(map_)) throw std::bad_alloc();
+}
+
+HashItem HashIterator::First(const HashMap& map) {
+    return HashItem(XmlHashIteratorFirst(&iterator_, &map.map_));
+}
+
+HashItem HashIterator::Next() { return HashItem(XmlHashIteratorNext(&iterator_)); }
+
+}  // namespace Xml

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+
+// What stands outside of the root element: white space, the XML declaration with its switch of
+// the encoding, and the document type declaration.
+
+#include "encoding/Detection.h"
+#include "xml/Messages.h"
+#include "xml/ReaderCore.h"
+
+namespace Xml::detail {
+
+ReaderCore::Pass ReaderCore::ParseRoot() {
+    scanner_.MarkNode();
+    astring& text = textNode_.value;
+    text.clear();
+    const XmlToken token = scanner_.ScanText(text, XmlScanner::kBufferSize);
+    switch (token) {
+    case XmlToken::NONE: return ParseTag();
+    case XmlToken::ENDOFFILE: return Pass::End;
+    case XmlToken::WHITESPACE: return HandleWhitespace();
+    default: break;
+    }
+    scanner_.Throw(Message::kUnexpectedToken,
+                   token == XmlToken::TEXT ? text.view() : scanner_.TokenText());
+}
+
+// [23] XMLDecl ::= '<?xml' VersionInfo EncodingDecl? SDDecl? S? '?>'
+//
+// Entered just after "xml". The value of the node is the text between it and "?>".
+ReaderCore::Pass ReaderCore::ParseXmlDecl() {
+    ownName_ = "xml";
+    lastPart_ = DeclarationPart::None;
+    scanner_.SkipWhitespace();
+    scanner_.StartCapture();
+    for (;;) {
+        const XmlToken token = scanner_.NextMarkupToken();
+        if (token == XmlToken::PIEND) break;
+        if (token != XmlToken::NAME) {
+            scanner_.Throw(Message::kUnexpectedToken, scanner_.TokenText());
+        }
+        ParseDeclarationPart();
+    }
+    if (lastPart_ == DeclarationPart::None) scanner_.Throw(Message::kInvalidDeclaration);
+    declarationNode_.value = scanner_.EndCapture();
+    declarationNode_.value.resize(declarationNode_.value.length() - 2);  // without "?>"
+    return ReportNode(declarationNode_);
+}
+
+// Parses `name = "value"`, with the name scanned already.
+void ReaderCore::ParseDeclarationPart() {
+    static const astring kNames[] = {"", "version", "encoding", "standalone"};
+    constexpr DeclarationPart kParts[] = {DeclarationPart::Version, DeclarationPart::Encoding,
+                                          DeclarationPart::Standalone};
+    DeclarationPart part = DeclarationPart::None;
+    for (const DeclarationPart candidate : kParts) {
+        if (scanner_.Name().text == kNames[static_cast<int>(candidate)]) part = candidate;
+    }
+    if (part == DeclarationPart::None) scanner_.Throw(Message::kUnexpectedToken);
+    const bool isFirst = lastPart_ == DeclarationPart::None;
+    if (part <= lastPart_ || isFirst != (part == DeclarationPart::Version)) {
+        scanner_.Throw(Message::kInvalidDeclaration);
+    }
+    lastPart_ = part;
+
+    XmlAttributeTokenInfo& attribute = AddAttribute(nullptr);
+    attribute.name = attribute.localName = &kNames[static_cast<int>(part)];
+    if (scanner_.NextMarkupToken() != XmlToken::EQUALS ||
+        scanner_.NextMarkupToken() != XmlToken::QUOTE) {
+        scanner_.Throw(Message::kUnexpectedToken);
+    }
+    attribute.quote = scanner_.QuoteChar();
+    attribute.value.clear();
+    if (scanner_.ScanValue(attribute.value) != XmlToken::TEXT ||
+        attribute.value.length() > XmlScanner::kBufferSize ||
+        scanner_.ScanValue(attribute.value) != XmlToken::ENDQUOTE) {
+        scanner_.Throw(Message::kUnexpectedToken);
+    }
+    HandleDeclarationPart(part, attribute.value);
+}
+
+void ReaderCore::HandleDeclarationPart(DeclarationPart part, const astring& value) {
+    switch (part) {
+    case DeclarationPart::None: break;
+    case DeclarationPart::Version:
+        if (value != "1.0") scanner_.Throw(Message::kUnsupportedVersion);
+        break;
+    case DeclarationPart::Encoding: SwitchEncoding(value); break;
+    case DeclarationPart::Standalone:
+        if (value != "yes" && value != "no") scanner_.Throw(Message::kUnexpectedToken);
+        standalone_ = value == "yes";
+        break;
+    }
+}
+
+void ReaderCore::SwitchEncoding(const astring& name) {
+    const CharCodec* const codec = ResolveEncodingName(name, *scanner_.Codec());
+    if (codec == nullptr) scanner_.Throw(Message::kUnsupportedEncoding);
+    scanner_.InstallCodec(*codec);
+}
+
+// [28] doctypedecl ::= '<!DOCTYPE' S Name (S ExternalID)? S? ('[' intSubset ']' S?)? '>'
+//
+// Entered just after "<!".
+ReaderCore::Pass ReaderCore::ParseDoctype() {
+    if (Depth() > 0 || rootCount_ > 0) {
+        scanner_.Throw(Message::kUnexpectedToken, scanner_.TokenText());
+    }
+    const ScannedName& keyword = scanner_.ScanName();
+    if (keyword.text != "DOCTYPE") scanner_.Throw(Message::kExpectedDoctype, keyword.text);
+    if (doctypeSeen_) scanner_.Throw(Message::kDoctypeAlreadyDefined);
+    doctypeSeen_ = true;
+    if (scanner_.NextMarkupToken() != XmlToken::NAME) scanner_.Throw(Message::kUnexpectedToken);
+    ownName_ = scanner_.Name().text;
+    SkipDoctype();
+    return ReportNode(doctypeNode_);
+}
+
+// Steps over the rest of the document type declaration. Only its nesting counts: comments,
+// processing instructions and literals are skipped as units, because what they hold does not nest.
+void ReaderCore::SkipDoctype() {
+    astring skipped;
+    for (int level = 1; level > 0;) {
+        const char delimiter = scanner_.NextDtdDelimiter();
+        switch (delimiter) {
+        case '"':
+        case '\'':
+            if (!scanner_.SkipLiteral(delimiter)) scanner_.Throw(Message::kEofInDtd);
+            break;
+        case '<':
+            skipped.clear();
+            if (scanner_.Accept("!--")) {
+                scanner_.ScanComment(skipped);
+            } else if (scanner_.Accept("?")) {
+                scanner_.ScanPI(skipped);
+            } else {
+                ++level;
+            }
+            break;
+        case '[': ++level; break;
+        case '>':
+        case ']': --level; break;
+        default: scanner_.Throw(Message::kEofInDtd);
+        }
+    }
+}
+
+}  // namespace Xml::detail

@@ -1,0 +1,256 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <espalier/base/astring.h>
+
+#include "encoding/CharCodec.h"
+#include "xml/PlaceCounter.h"
+#include "xml/XmlToken.h"
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+
+namespace IO {
+class Stream;
+}
+
+namespace Xml::detail {
+
+/// A name that was scanned; a view into the scanner, valid until its next operation.
+struct ScannedName {
+    XmlToken token = XmlToken::ERROR;  ///< NAME, ERROR (no name starts here) or ENDOFFILE
+    std::string_view text;
+    int colon = -1;  ///< bytes before the colon that splits the name, -1 without one
+};
+
+/// Splits the input into tokens.
+///
+/// The scanner holds at most 1024 bytes of encoded input, the raw buffer, and sees them as UTF-8
+/// through its window. For UTF-8 input the window is the raw buffer; other encodings are converted
+/// into it at each refill. Behind the data stand zero bytes, so that runs end by themselves.
+///
+///     window_        position_                        dataEnd_
+///     |  scanned      |  to be scanned                 |  zeros  |
+///
+/// A refill moves what lies behind position_ to the front and asks the stream for as many bytes
+/// as are then missing from 1024. What a scan has passed is gone, so scans of texts and values
+/// append what they pass to a string of the caller: text of any length needs no more buffer. Where
+/// a length is limited (names, literals, runs of white space), the limit counts encoded bytes, so
+/// that it does not depend on how the stream cuts its data.
+///
+/// Every error is thrown as Xml::Exception with the place of position_; the scanner must not be
+/// used after that.
+class XmlScanner {
+public:
+    /// The size of the raw buffer and the length limit of names and literals, in encoded bytes.
+    static constexpr int kBufferSize = 1024;
+
+    /// What a refill brought.
+    enum class Fill : unsigned char {
+        More,  ///< new characters
+        End,   ///< nothing, the input has ended
+        Full   ///< nothing, all 1024 bytes of the buffer are waiting to be scanned
+    };
+
+    XmlScanner();
+    ~XmlScanner();
+    XmlScanner(const XmlScanner&) = delete;
+    XmlScanner& operator=(const XmlScanner&) = delete;
+
+    /// Names the stream to read, which is not owned. Reads nothing.
+    void SetStream(IO::Stream* stream);
+
+    /// Reads the first bytes of the stream, finds out their encoding and steps over a mark.
+    void AttachStream();
+
+    /// Splits names at their colon, or takes it for a letter.
+    void SetNamespaces(bool namespaces);
+
+    /// Returns the codec in use, null before AttachStream().
+    const CharCodec* Codec() const { return codec_; }
+
+    /// Decodes from the next character on with `codec`.
+    void InstallCodec(const CharCodec& codec);
+
+    // Places.
+
+    /// Remembers that a node starts at the position.
+    void MarkNode();
+
+    /// Returns where the marked node starts.
+    Place NodePlace() const;
+
+    /// Returns the place of the position.
+    Place CurrentPlace() const { return places_.At(position_); }
+
+    /// Returns the place of the position, and counts on from there for later ones.
+    Place SettledPlace() {
+        SettlePlaces();
+        return places_.At(position_);
+    }
+
+    /// Returns the place of `at`, a position behind the marked node in the window.
+    Place PlaceAt(const unsigned char* at) const;
+
+    // Markup. A scan that finds what it looks for stands behind it.
+
+    /// Scans markup at "<", where the position stands.
+    /// \return TAG, ENDTAG, PI, COMMENT, CDATA or DECL
+    XmlToken ScanMarkup();
+
+    /// Skips white space and scans one token inside of markup. For NAME see Name().
+    XmlToken NextMarkupToken();
+
+    /// Scans a name at the position.
+    const ScannedName& ScanName();
+
+    /// Returns the name scanned last.
+    const ScannedName& Name() const { return name_; }
+
+    /// Returns the text of the last token of NextMarkupToken() or ScanMarkup(), for messages.
+    std::string_view TokenText() const;
+
+    /// Tells whether the input has ended.
+    bool AtEnd() { return !HaveCharacter(); }
+
+    /// Steps over white space.
+    /// \return whether there was any
+    bool SkipWhitespace();
+
+    /// Steps over `literal` when the input goes on with it; otherwise stays.
+    bool Accept(std::string_view literal);
+
+    // Content.
+
+    /// Scans what stands between tags and appends it to `text`.
+    ///
+    /// At "<" the result is NONE, or WHITESPACE when nothing but white space came before it. A run
+    /// of white space also ends when it fills the buffer. Otherwise the characters up to "<" or "&"
+    /// are a TEXT. Without any, "&" gives CHARREF (behind "&#") or ENTITYREF (behind "&"), and the
+    /// end ENDOFFILE.
+    /// \param limit most encoded bytes of a TEXT, 0 for any number
+    XmlToken ScanText(astring& text, int limit = 0);
+
+    /// Scans a part of an attribute's value and appends it to `text`.
+    /// \return TEXT when there are characters, otherwise CHARREF, ENTITYREF, ENDQUOTE (behind the
+    ///     quotation mark) or NONE at "<"
+    XmlToken ScanValue(astring& text);
+
+    /// Scans the digits of a character reference and the ";".
+    /// \param digits receives them as they are written, with "x" and without ";"
+    /// \return the character's code, checked to be one that XML allows
+    int ScanCharRef(astring& digits);
+
+    /// Scans up to "-->", "]]>" or "?>", steps over it, and appends what comes before to `text`.
+    void ScanComment(astring& text);
+    void ScanCData(astring& text);
+    void ScanPI(astring& text);
+
+    /// Steps over everything up to and with the quotation mark `quote`.
+    /// \return false when the input ends before
+    bool SkipLiteral(char quote);
+
+    /// Steps over everything up to and with the next character that the nesting of the document
+    /// type depends on.
+    /// \return that character, one of "<>[]'" and '"', or 0 at the end of the input
+    char NextDtdDelimiter();
+
+    char QuoteChar() const { return quoteChar_; }
+
+    // Raw capture.
+
+    /// Starts to collect the input from the position on.
+    void StartCapture();
+
+    /// Ends the collecting and returns what was passed.
+    const astring& EndCapture();
+
+    /// Throws Xml::Exception with the current place.
+    [[noreturn]] void Throw(const char* message, std::string_view argument = {}) const;
+
+    // The window, for the reader's quick path over start and end tags: it scans the bytes between
+    // Position() and DataEnd() itself and says with Consume() how far it came.
+
+    const unsigned char* Position() const { return position_; }
+    const unsigned char* DataEnd() const { return dataEnd_; }
+    void Consume(const unsigned char* end) { position_ = end; }
+    PlaceCounter& Places() { return places_; }
+
+    /// Advances over characters that may stand in a name.
+    /// \return the first other position; one where the data ends or a character is cut included
+    const unsigned char* SkipNameCharacters(const unsigned char* at) const;
+
+    /// Tells whether a name starts at `at`.
+    bool StartsName(const unsigned char* at) const;
+
+    /// Reads more, keeping what lies behind the position.
+    Fill Refill();
+
+    /// Tells whether the buffer can take no more before something is scanned, or nothing is left.
+    bool IsFilled() const { return filled_; }
+
+private:
+    Fill RefillDirect();
+    Fill RefillDecoded();
+    DecodeEnd DecodeRaw();
+    int ReadStream(unsigned char* buffer, int room);
+    void TakeRaw(const unsigned char* begin, int length);
+    void CloseWindow();
+    void SettlePlaces();
+    int UnitSize() const;
+    const unsigned char* Within(const unsigned char* end, std::size_t room) const;
+    int NonAsciiClass(const unsigned char* at) const;
+    bool NonAsciiCut(const unsigned char* at) const;
+    int ClassAtPosition() const;
+    bool HaveCharacter();
+    void RequireCharacter();
+    bool LookingAt(std::string_view literal);
+    bool GoOn();
+    void Take(astring& text, const unsigned char* end);
+    void ScanLongName();
+    void TakeLongNamePart(std::size_t& taken);
+    XmlToken MarkupDeclaration();
+    XmlToken Finish(XmlToken token, std::string_view text);
+    XmlToken FinishPair(XmlToken token, std::string_view text);
+    XmlToken ScanReferenceStart();
+    XmlToken ScanCharacters(astring& text, int limit);
+    void ScanUpTo(astring& text, const unsigned char* (*findStop)(const unsigned char*,
+                                                                  const unsigned char*),
+                  std::string_view terminator, const char* eofMessage);
+
+    // The input.
+    IO::Stream* stream_ = nullptr;      // not owned
+    const CharCodec* codec_ = nullptr;  // one of the static codecs
+    bool streamEnded_ = false;          // the stream has no more bytes
+    bool filled_ = false;               // the last refill left nothing to ask for
+    bool direct_ = true;                // the window is the raw buffer
+
+    // The buffers; see the picture above.
+    std::unique_ptr<unsigned char[]> windowStore_;
+    std::unique_ptr<unsigned char[]> rawStore_;    // encoded bytes, when the window holds others
+    unsigned char* window_ = nullptr;
+    const unsigned char* position_ = nullptr;      // the next character
+    unsigned char* dataEnd_ = nullptr;
+    int rawLength_ = 0;  // bytes in rawStore_; the last rawCut_ of them are not decoded yet
+    int rawCut_ = 0;
+
+    // Places.
+    mutable PlaceCounter places_;
+    mutable Place nodePlace_;
+    mutable const unsigned char* nodeStart_ = nullptr;  // null once nodePlace_ is known
+
+    // The current token.
+    bool namespaces_ = true;
+    char quoteChar_ = '"';
+    ScannedName name_;
+    std::string_view tokenText_;
+    astring longName_;  // a name that did not lie in the window as a whole
+
+    // Raw capture.
+    bool capturing_ = false;
+    const unsigned char* captureFrom_ = nullptr;  // what lies before it is in captured_
+    astring captured_;
+};
+
+}  // namespace Xml::detail

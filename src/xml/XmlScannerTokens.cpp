@@ -1,0 +1,271 @@
+// SPDX-License-Identifier: MIT
+
+// The scans of the scanner: markup, content, references, and what ends at a terminator.
+
+#include "encoding/CharClass.h"
+#include "xml/Messages.h"
+#include "xml/NameBytes.h"
+#include "xml/RunScan.h"
+#include "xml/XmlScanner.h"
+
+namespace Xml::detail {
+
+// Markup.
+
+// Ends a token of one character.
+XmlToken XmlScanner::Finish(XmlToken token, std::string_view text) {
+    ++position_;
+    tokenText_ = text;
+    return token;
+}
+
+// Ends a token of "/" or "?" and ">", with the position at the first.
+XmlToken XmlScanner::FinishPair(XmlToken token, std::string_view text) {
+    ++position_;
+    if (!Accept(">")) Throw(Message::kUnexpectedToken);
+    tokenText_ = text;
+    return token;
+}
+
+XmlToken XmlScanner::ScanMarkup() {
+    ++position_;
+    RequireCharacter();
+    switch (*position_) {
+    case '!': return MarkupDeclaration();
+    case '/': return Finish(XmlToken::ENDTAG, "</");
+    case '?': return Finish(XmlToken::PI, "<?");
+    default: break;
+    }
+    if (!StartsName(position_)) Throw(Message::kExpectedElementName);
+    tokenText_ = "<";
+    return XmlToken::TAG;
+}
+
+// Scans what follows "<", with the position at "!".
+XmlToken XmlScanner::MarkupDeclaration() {
+    ++position_;
+    if (Accept("--")) {
+        tokenText_ = "<!--";
+        return XmlToken::COMMENT;
+    }
+    if (Accept("[CDATA")) {
+        if (!Accept("[")) Throw(Message::kSyntaxError);
+        tokenText_ = "<![CDATA[";
+        return XmlToken::CDATA;
+    }
+    tokenText_ = "<!";
+    return XmlToken::DECL;
+}
+
+XmlToken XmlScanner::NextMarkupToken() {
+    SkipWhitespace();
+    tokenText_ = {};
+    if (!HaveCharacter()) return XmlToken::ENDOFFILE;
+    switch (*position_) {
+    case '<': return ScanMarkup();
+    case '>': return Finish(XmlToken::TAGEND, ">");
+    case '=': return Finish(XmlToken::EQUALS, "=");
+    case '/': return FinishPair(XmlToken::EMPTYTAGEND, "/>");
+    case '?': return FinishPair(XmlToken::PIEND, "?>");
+    case '"': quoteChar_ = '"'; return Finish(XmlToken::QUOTE, "\"");
+    case '\'': quoteChar_ = '\''; return Finish(XmlToken::QUOTE, "'");
+    default: break;
+    }
+    if (ClassAtPosition() == ToInt(CharClass::Invalid)) Throw(Message::kInvalidCharacter);
+    return ScanName().token;
+}
+
+// Content.
+
+XmlToken XmlScanner::ScanText(astring& text, int limit) {
+    int room = kBufferSize / UnitSize();  // white space that one token may hold, in characters
+    bool any = false;
+    for (;;) {
+        const unsigned char* end = SkipBlanks(position_);
+        if (end - position_ >= room) {
+            Take(text, position_ + room);
+            return XmlToken::WHITESPACE;
+        }
+        if (*end == '<' || *end == '&') {
+            if (end != position_ || any) {
+                Take(text, end);
+                return XmlToken::WHITESPACE;
+            }
+            return *end == '<' ? XmlToken::NONE : ScanReferenceStart();
+        }
+        if (end != dataEnd_ && !NonAsciiCut(end)) return ScanCharacters(text, limit);
+
+        any = any || end != position_;
+        room -= static_cast<int>(end - position_);
+        Take(text, end);
+        if (Refill() != Fill::More) return any ? XmlToken::WHITESPACE : XmlToken::ENDOFFILE;
+    }
+}
+
+// Scans the characters of a text up to "<" or "&", white space and line ends included.
+XmlToken XmlScanner::ScanCharacters(astring& text, int limit) {
+    const unsigned char* from = position_;
+    std::size_t taken = 0;
+    for (;;) {
+        const unsigned char* stop = FindStop<'<', '&', ']'>(from, dataEnd_);
+        if (limit > 0) {
+            const unsigned char* const reach =
+                Within(stop, static_cast<std::size_t>(limit) - taken);
+            taken += codec_->EncodedLength(position_, reach);
+            if (reach != stop) {
+                Take(text, reach);
+                return XmlToken::TEXT;
+            }
+        }
+        Take(text, stop);
+        if (position_ != dataEnd_) {
+            if (*position_ == '<' || *position_ == '&') return XmlToken::TEXT;
+            if (*position_ == ']') {
+                if (Accept("]]>")) Throw(Message::kUnexpectedToken, "]]>");
+                from = position_ + 1;
+                continue;
+            }
+        }
+        if (!GoOn()) return XmlToken::TEXT;
+        from = position_;
+    }
+}
+
+// Steps over "&" and, for a character reference, "#".
+XmlToken XmlScanner::ScanReferenceStart() {
+    ++position_;
+    tokenText_ = "&";
+    RequireCharacter();
+    return *position_ == '#' ? Finish(XmlToken::CHARREF, "&#") : XmlToken::ENTITYREF;
+}
+
+XmlToken XmlScanner::ScanValue(astring& text) {
+    const bool isDouble = quoteChar_ == '"';
+    bool any = false;
+    for (;;) {
+        const unsigned char* const stop = isDouble ? FindStop<'"', '<', '&'>(position_, dataEnd_)
+                                                   : FindStop<'\'', '<', '&'>(position_, dataEnd_);
+        any = any || stop != position_;
+        Take(text, stop);
+        if (position_ != dataEnd_) {
+            const unsigned char c = *position_;
+            const bool isQuote = c == static_cast<unsigned char>(quoteChar_);
+            if ((isQuote || c == '<' || c == '&') && any) return XmlToken::TEXT;
+            if (isQuote) return Finish(XmlToken::ENDQUOTE, {});
+            if (c == '&') return ScanReferenceStart();
+            if (c == '<') return XmlToken::NONE;
+        }
+        if (!GoOn()) return any ? XmlToken::TEXT : XmlToken::ENDOFFILE;
+    }
+}
+
+int XmlScanner::ScanCharRef(astring& digits) {
+    constexpr int kGreatest = 0x10FFFF;
+    int code = 0;
+    int base = 10;
+    digits.clear();
+    const auto most = static_cast<std::size_t>(kBufferSize / UnitSize());
+    for (;;) {
+        RequireCharacter();
+        const unsigned char c = *position_;
+        if (c == ';') break;
+        if (digits.length() == most) Throw(Message::kInputBufferOverflow);
+        if (c == 'x' && digits.empty()) {
+            base = 16;
+        } else {
+            int digit = 0;
+            if (c >= '0' && c <= '9') {
+                digit = c - '0';
+            } else if (base == 16 && c >= 'a' && c <= 'f') {
+                digit = c - 'a' + 10;
+            } else if (base == 16 && c >= 'A' && c <= 'F') {
+                digit = c - 'A' + 10;
+            } else {
+                Throw(Message::kInvalidCharacter);
+            }
+            code = code * base + digit;
+            if (code > kGreatest) Throw(Message::kCharacterOverflow);
+        }
+        digits.push_back(static_cast<char>(c));
+        ++position_;
+    }
+    ++position_;
+    const bool isChar = code == '\t' || code == '\n' || code == '\r' ||
+                        (code >= 0x20 && code <= 0xD7FF) || (code >= 0xE000 && code <= 0xFFFD) ||
+                        code >= 0x10000;
+    if (!isChar) Throw(Message::kInvalidCharacter);
+    return code;
+}
+
+// What ends at a terminator.
+
+// Scans up to and with `terminator`, whose first character `findStop` finds, and appends what
+// comes before it to `text`.
+void XmlScanner::ScanUpTo(astring& text,
+                          const unsigned char* (*findStop)(const unsigned char*,
+                                                           const unsigned char*),
+                          std::string_view terminator, const char* eofMessage) {
+    const unsigned char* from = position_;
+    for (;;) {
+        Take(text, findStop(from, dataEnd_));
+        if (*position_ == static_cast<unsigned char>(terminator[0])) {
+            if (Accept(terminator)) return;
+            from = position_ + 1;
+        } else {
+            if (!GoOn()) Throw(eofMessage);
+            from = position_;
+        }
+    }
+}
+
+// [15] Comment ::= '<!--' ((Char - '-') | ('-' (Char - '-')))* '-->'
+void XmlScanner::ScanComment(astring& text) {
+    ScanUpTo(text, FindStop<'-'>, "--", Message::kEofInComment);
+    if (Accept(">")) return;
+    if (!HaveCharacter()) Throw(Message::kEofInComment);
+    Throw(Message::kCommentHoldsDashes);
+}
+
+void XmlScanner::ScanCData(astring& text) {
+    ScanUpTo(text, FindStop<']'>, "]]>", Message::kEofInCData);
+}
+
+void XmlScanner::ScanPI(astring& text) {
+    ScanUpTo(text, FindStop<'?'>, "?>", Message::kEofInPI);
+}
+
+// The document type.
+
+bool XmlScanner::SkipLiteral(char quote) {
+    for (;;) {
+        position_ = FindStop<'"', '\''>(position_, dataEnd_);
+        if (position_ != dataEnd_ && (*position_ == '"' || *position_ == '\'')) {
+            if (*position_++ == static_cast<unsigned char>(quote)) return true;
+        } else if (!GoOn()) {
+            return false;
+        }
+    }
+}
+
+char XmlScanner::NextDtdDelimiter() {
+    const auto isPlain = [](unsigned char c) {
+        return c < 0x80 && !IsForbiddenControl(c) && c != '<' && c != '>' && c != '[' &&
+               c != ']' && c != '"' && c != '\'';
+    };
+    for (;;) {
+        while (isPlain(*position_)) ++position_;
+        if (position_ != dataEnd_ && !IsForbiddenControl(*position_)) {
+            if (*position_ < 0x80) return static_cast<char>(*position_++);
+            const int length = SequenceLength(position_, dataEnd_);
+            if (length > 0) {
+                position_ += length;
+                continue;
+            }
+        }
+        if (!GoOn()) return 0;
+    }
+}
+
+std::string_view XmlScanner::TokenText() const { return tokenText_; }
+
+}  // namespace Xml::detail
