@@ -391,6 +391,8 @@ TEST(XmlTextReaderError, WithoutNamespaces) {
         {"<a xml:space=\"x\"/>", "Invalid xml:space attribute value", kAnyArgument, 1, kAny, ""},
         {"<a xml:lang=\"1\"/>", "Bad language ID", kAnyArgument, 1, kAny, ""},
     };
+    ReaderSettings settings;
+    settings.namespaces = false;
     for (const Refusal& refusal : kRefusals)
         ExpectRefusal(refusal, settings);
 }
