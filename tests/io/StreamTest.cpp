@@ -1,9 +1,82 @@
 // SPDX-License-Identifier: MIT
-#include <espalier/io/Stream.h>
+#include <espalier/io.h>
 
 #include <gtest/gtest.h>
 
+#include <type_traits>
+
 namespace {
+
+// As little as a stream can be: everything but Close() has a default.
+class Least : public IO::Stream {
+public:
+    void Close() override {}
+};
+
+static_assert(std::is_abstract_v<IO::Stream>);
+static_assert(std::has_virtual_destructor_v<IO::Stream>);
+
+TEST(Stream, TheBaseSupportsNothing) {
+    Least stream;
+    unsigned char buffer[2] = {1, 2};
+    EXPECT_FALSE(stream.CanRead());
+    EXPECT_FALSE(stream.CanSeek());
+    EXPECT_FALSE(stream.CanWrite());
+    EXPECT_EQ(stream.Length(), 0);
+    EXPECT_EQ(stream.Position(), 0);
+    EXPECT_EQ(stream.Read(buffer, 0, 2), 0);
+    EXPECT_EQ(buffer[0], 1);
+    EXPECT_EQ(stream.Seek(5, IO::SeekOrigin::Begin), 0);
+    EXPECT_EQ(stream.ReadByte(), -1);
+    EXPECT_NO_THROW(stream.SetLength(5));
+    EXPECT_NO_THROW(stream.Write(buffer, 0, 2));
+    EXPECT_NO_THROW(stream.WriteByte('x'));
+    EXPECT_NO_THROW(stream.Flush());
+    EXPECT_NO_THROW(stream.SetPosition(3));
+    EXPECT_EQ(stream.Length(), 0);
+}
+
+TEST(Stream, AssignmentOfTheBaseDoesNothing) {
+    IO::StringStream first("first", true);
+    IO::StringStream second("second", true);
+    IO::Stream& base = first;
+    EXPECT_EQ(&(base = second), &base);
+    EXPECT_EQ(first.GetString(), "first");
+}
+
+TEST(Stream, TheOneByteCallsGoThroughReadWriteAndSeek) {
+    class Counting : public Least {
+    public:
+        int Read(unsigned char* buffer, int offset, int count) override {
+            EXPECT_EQ(offset, 0);
+            EXPECT_EQ(count, 1);
+            *buffer = 0xFE;
+            return result;
+        }
+        void Write(const unsigned char* buffer, int offset, int count) override {
+            EXPECT_EQ(offset, 0);
+            EXPECT_EQ(count, 1);
+            written = *buffer;
+        }
+        long Seek(long offset, IO::SeekOrigin origin) override {
+            EXPECT_TRUE(origin == IO::SeekOrigin::Begin);
+            return sought = offset;
+        }
+        int result = 1;
+        int written = -1;
+        long sought = -1;
+    };
+    Counting stream;
+    EXPECT_EQ(stream.ReadByte(), 0xFE);
+    for (const int other : {0, -1, 2}) {  // anything but 1 is no byte
+        stream.result = other;
+        EXPECT_EQ(stream.ReadByte(), -1);
+    }
+    stream.WriteByte(0xFF);
+    EXPECT_EQ(stream.written, 0xFF);
+    stream.SetPosition(5'000'000'000);
+    EXPECT_EQ(stream.sought, 5'000'000'000);
+}
 
 TEST(Stream, NullIsOneSharedStreamThatIsAlwaysAtItsEnd) {
     IO::Stream* stream = IO::Stream::Null();
@@ -11,9 +84,19 @@ TEST(Stream, NullIsOneSharedStreamThatIsAlwaysAtItsEnd) {
     EXPECT_TRUE(stream->CanRead());
     EXPECT_FALSE(stream->CanSeek());
     EXPECT_TRUE(stream->CanWrite());
-    stream->WriteByte('x');
-    EXPECT_EQ(stream->ReadByte(), -1);
-    EXPECT_EQ(stream->Length(), 0);
+    unsigned char buffer[2] = {1, 2};
+    for (int round = 0; round < 2; ++round) {  // Close() changes nothing
+        stream->Write(buffer, 0, 2);
+        stream->WriteByte('x');
+        stream->SetLength(10);
+        stream->Flush();
+        EXPECT_EQ(stream->Seek(1, IO::SeekOrigin::End), 0);
+        EXPECT_EQ(stream->Read(buffer, 0, 2), 0);
+        EXPECT_EQ(stream->ReadByte(), -1);
+        EXPECT_EQ(stream->Length(), 0);
+        EXPECT_EQ(stream->Position(), 0);
+        stream->Close();
+    }
 }
 
 }  // namespace

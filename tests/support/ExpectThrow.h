@@ -3,6 +3,8 @@
 
 #include <espalier/io/Exception.h>
 
+#include "support/PrintAstring.h"
+
 #include <gtest/gtest.h>
 
 #include <exception>

@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>  // std::min, std::max, std::fill_n
 #include <compare>
+#include <concepts>
 #include <cstddef>
+#include <cstring>
 #include <functional>  // std::hash
+#include <memory>      // std::allocator
 #include <ostream>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
 
-/// A read-only view of the 8-bit characters in [begin, end).
+/// A read-only view of the 8-bit characters in [begin, end), which it does not own.
 class TstrCharacterRange {
 public:
     constexpr TstrCharacterRange() = default;
@@ -28,8 +33,17 @@ private:
 
 /// A string of characters with value semantics, always NUL-terminated and free to hold NULs.
 ///
-/// The operations carry the names, the semantics and the errors of std::string, and lengths and
-/// positions are counted in bytes. It converts from and to std::string and std::string_view.
+/// The operations carry the names, the semantics and the errors of std::string: a position past
+/// the end throws std::out_of_range. Lengths and positions are counted in bytes. A View is taken
+/// wherever a text is wanted, and std::string, std::string_view, character strings and
+/// TstrCharacterRange convert to it; none of them may be a null pointer.
+///
+/// \code
+///     astring name = "book";
+///     name.append(":title");                   // any text
+///     std::string_view view = name;            // valid until the string changes
+///     if (name == "book:title") std::cout << name;
+/// \endcode
 ///
 /// \note Different objects may be used from different threads at once; copies share nothing.
 template <typename Char>
@@ -42,168 +56,302 @@ public:
     using View = std::basic_string_view<Char>;
     using Standard = std::basic_string<Char>;
 
+    /// "Not found", and "to the end" where a count is wanted.
     static constexpr size_type npos = Standard::npos;
 
-    BasicString() = default;
-    BasicString(const Char* text) : text_(text) {}
-    BasicString(const Char* text, size_type length) : text_(text, length) {}
-    BasicString(size_type count, Char character) : text_(count, character) {}
-    BasicString(View text) : text_(text) {}
-    BasicString(const Standard& text) : text_(text) {}
-    BasicString(Standard&& text) noexcept : text_(std::move(text)) {}
-    explicit BasicString(TstrCharacterRange range) : text_(range.begin(), range.end()) {}
+    BasicString() noexcept { inside_[0] = Char(); }
+    BasicString(const Char* text) : BasicString(View(text)) {}
+    BasicString(std::nullptr_t) = delete;
+    BasicString(const Char* text, size_type length) : BasicString(View(text, length)) {}
+    BasicString(size_type count, Char character) : BasicString() { append(count, character); }
+    BasicString(View text) : BasicString() { append(text); }
+    BasicString(const Standard& text) : BasicString(View(text)) {}
+    explicit BasicString(TstrCharacterRange range) : BasicString(View(range)) {}
+    BasicString(const BasicString& other) : BasicString(other.view()) {}
+    BasicString(BasicString&& other) noexcept : BasicString() { Take(other); }
+    ~BasicString() { Free(); }
 
-    operator View() const noexcept { return text_; }
-    explicit operator Standard() const { return text_; }
+    /// Gives the text as a view, valid until the string changes.
+    operator View() const noexcept { return view(); }
+    /// Gives a copy of the text as a standard string.
+    operator Standard() const { return str(); }
+
     /// Returns the text as a view, valid until the string changes.
-    View view() const noexcept { return text_; }
+    View view() const noexcept { return View(data_, length_); }
     /// Returns a copy of the text as a standard string.
-    Standard str() const { return text_; }
+    Standard str() const { return Standard(view()); }
 
+    BasicString& operator=(const BasicString& other) { return assign(other.view()); }
+    BasicString& operator=(BasicString&& other) noexcept {
+        if (this != &other) {
+            Free();
+            Take(other);
+        }
+        return *this;
+    }
     BasicString& operator=(const Char* text) { return assign(View(text)); }
     BasicString& operator=(View text) { return assign(text); }
+    BasicString& operator=(const Standard& text) { return assign(View(text)); }
 
-    BasicString& assign(View text) {
-        text_.assign(text);
-        return *this;
-    }
-    BasicString& assign(const Char* text, size_type length) {
-        text_.assign(text, length);
-        return *this;
-    }
-    BasicString& assign(TstrCharacterRange range) { return assign(View(range)); }
+    BasicString& assign(View text) { return replace(0, npos, text); }
+    BasicString& assign(const Char* text, size_type length) { return assign(View(text, length)); }
     BasicString& assign(size_type count, Char character) {
-        text_.assign(count, character);
-        return *this;
+        clear();
+        return append(count, character);
+    }
+
+    /// Makes the text the `length` characters at `text`, copying whole blocks of 16 bytes.
+    /// \pre `text` is readable up to the next multiple of 16 bytes and lies outside of this string
+    void assign_padded(const Char* text, size_type length) {
+        if (length > capacity()) {
+            clear();
+            Grow(length);
+        }
+        if (length <= kLongCopy) {
+            for (size_type i = 0; i < length; i += kBlock) {
+                std::memcpy(data_ + i, text + i, kBlock * sizeof(Char));
+            }
+        } else {
+            std::memcpy(data_, text, length * sizeof(Char));
+        }
+        SetLength(length);
     }
 
     BasicString& append(View text) {
-        text_.append(text);
-        return *this;
+        if (text.size() <= capacity() - length_) {
+            // The text may be a part of this string; it does not reach behind the end.
+            CopyTo(data_ + length_, text);
+            SetLength(length_ + text.size());
+            return *this;
+        }
+        return replace(length_, 0, text);
     }
-    BasicString& append(const Char* text, size_type length) {
-        text_.append(text, length);
-        return *this;
-    }
-    BasicString& append(TstrCharacterRange range) { return append(View(range)); }
+    BasicString& append(const Char* text, size_type length) { return append(View(text, length)); }
     BasicString& append(size_type count, Char character) {
-        text_.append(count, character);
+        if (count > capacity() - length_) Grow(SumOf(length_, count));
+        std::fill_n(data_ + length_, count, character);
+        SetLength(length_ + count);
         return *this;
     }
-    void push_back(Char character) { text_.push_back(character); }
+    void push_back(Char character) {
+        if (length_ == capacity()) Grow(SumOf(length_, 1));
+        data_[length_] = character;
+        SetLength(length_ + 1);
+    }
     BasicString& operator+=(View text) { return append(text); }
-    BasicString& operator+=(const Char* text) { return append(View(text)); }
     BasicString& operator+=(Char character) {
-        text_.push_back(character);
+        push_back(character);
         return *this;
     }
 
-    BasicString& insert(size_type position, View text) {
-        text_.insert(position, text);
-        return *this;
+    BasicString& insert(size_type position, View text) { return replace(position, 0, text); }
+    BasicString& insert(size_type position, size_type count, Char character) {
+        return replace(position, 0, BasicString(count, character).view());
     }
     BasicString& erase(size_type position = 0, size_type count = npos) {
-        text_.erase(position, count);
-        return *this;
+        return replace(position, count, View());
     }
     BasicString& replace(size_type position, size_type count, View text) {
-        text_.replace(position, count, text);
+        if (position > length_) throw std::out_of_range("BasicString: position past the end");
+        count = std::min(count, length_ - position);
+        const size_type rest = length_ - position - count;
+        const size_type length = SumOf(length_ - count, text.size());
+        if (length > capacity()) {
+            ReplaceInNewBuffer(position, count, text);
+        } else if (rest > 0 && IsPart(text)) {
+            return replace(position, count, BasicString(text).view());
+        } else {
+            Char* const at = data_ + position;
+            std::memmove(at + text.size(), at + count, rest * sizeof(Char));
+            MoveTo(at, text);
+        }
+        SetLength(length);
         return *this;
     }
 
     size_type find(Char character, size_type position = 0) const noexcept {
-        return text_.find(character, position);
+        return view().find(character, position);
     }
     size_type find(View text, size_type position = 0) const noexcept {
-        return text_.find(text, position);
+        return view().find(text, position);
     }
-    int compare(View text) const noexcept { return text_.compare(text); }
-    int compare(TstrCharacterRange range) const noexcept { return text_.compare(View(range)); }
-    int compare(const Char* text) const { return text_.compare(text); }
+    int compare(View text) const noexcept { return view().compare(text); }
     BasicString substr(size_type position = 0, size_type count = npos) const {
-        return BasicString(View(text_).substr(position, count));
+        return BasicString(view().substr(position, count));
     }
 
-    void reserve(size_type capacity) { text_.reserve(capacity); }
+    void reserve(size_type capacity) {
+        if (capacity > this->capacity()) Reallocate(capacity);
+    }
     /// Changes the length; new characters are `fill`.
-    void resize(size_type length, Char fill = Char()) { text_.resize(length, fill); }
-    void clear() noexcept { text_.clear(); }
-    void swap(BasicString& other) noexcept { text_.swap(other.text_); }
+    void resize(size_type length, Char fill = Char()) {
+        if (length > length_) {
+            append(length - length_, fill);
+        } else {
+            SetLength(length);
+        }
+    }
+    void clear() noexcept { SetLength(0); }
+    void swap(BasicString& other) noexcept { std::swap(*this, other); }
 
-    const Char* c_str() const noexcept { return text_.c_str(); }
-    const Char* data() const noexcept { return text_.data(); }
-    size_type length() const noexcept { return text_.size(); }
-    size_type size() const noexcept { return text_.size(); }
-    size_type capacity() const noexcept { return text_.capacity(); }
-    bool empty() const noexcept { return text_.empty(); }
+    const Char* c_str() const noexcept { return data_; }
+    const Char* data() const noexcept { return data_; }
+    size_type length() const noexcept { return length_; }
+    size_type size() const noexcept { return length_; }
+    size_type capacity() const noexcept { return IsInside() ? kBlock - 1 : capacity_; }
+    bool empty() const noexcept { return length_ == 0; }
 
-    iterator begin() noexcept { return text_.data(); }
-    iterator end() noexcept { return text_.data() + text_.size(); }
-    const_iterator begin() const noexcept { return text_.data(); }
-    const_iterator end() const noexcept { return text_.data() + text_.size(); }
+    iterator begin() noexcept { return data_; }
+    iterator end() noexcept { return data_ + length_; }
+    const_iterator begin() const noexcept { return data_; }
+    const_iterator end() const noexcept { return data_ + length_; }
 
-    Char& operator[](size_type position) { return text_[position]; }
-    const Char& operator[](size_type position) const { return text_[position]; }
-    Char& at(size_type position) { return text_.at(position); }
-    const Char& at(size_type position) const { return text_.at(position); }
-    Char& front() { return text_.front(); }
-    Char& back() { return text_.back(); }
-    const Char& front() const { return text_.front(); }
-    const Char& back() const { return text_.back(); }
+    Char& operator[](size_type position) { return data_[position]; }
+    const Char& operator[](size_type position) const { return data_[position]; }
+    Char& at(size_type position) { return data_[Checked(position)]; }
+    const Char& at(size_type position) const { return data_[Checked(position)]; }
+    Char& front() { return data_[0]; }
+    Char& back() { return data_[length_ - 1]; }
+    const Char& front() const { return data_[0]; }
+    const Char& back() const { return data_[length_ - 1]; }
 
     /// Returns a writable buffer of at least `capacity` characters that begins with the text.
     /// Write into it, then call release_buffer(); no other member may be called in between.
     Char* get_buffer(size_type capacity) {
-        if (capacity > text_.size()) text_.resize(capacity);
-        return text_.data();
+        if (capacity > length_) resize(capacity);
+        return data_;
     }
     /// Ends direct access: the text is the first `length` characters of the buffer.
-    void release_buffer(size_type length) { text_.resize(length); }
+    void release_buffer(size_type length) { resize(length); }
 
-    friend bool operator==(const BasicString& a, const BasicString& b) noexcept {
-        return a.text_ == b.text_;
-    }
-    friend bool operator==(const BasicString& a, const Char* b) { return View(a) == b; }
-    friend bool operator==(const BasicString& a, View b) noexcept { return View(a) == b; }
-    friend bool operator==(const BasicString& a, const Standard& b) noexcept { return a.text_ == b; }
-    friend std::strong_ordering operator<=>(const BasicString& a, const BasicString& b) noexcept {
-        return a.text_.compare(b.text_) <=> 0;
-    }
-    friend std::strong_ordering operator<=>(const BasicString& a, const Char* b) {
-        return a.text_.compare(b) <=> 0;
-    }
-    friend std::strong_ordering operator<=>(const BasicString& a, View b) noexcept {
-        return a.text_.compare(b) <=> 0;
+    /// Compares with any text, byte by byte; with the other operand first, too.
+    template <typename Text>
+    requires std::convertible_to<const Text&, View>
+    friend bool operator==(const BasicString& a, const Text& b) { return View(a) == View(b); }
+    template <typename Text>
+    requires std::convertible_to<const Text&, View>
+    friend std::strong_ordering operator<=>(const BasicString& a, const Text& b) {
+        return View(a).compare(View(b)) <=> 0;
     }
 
-    friend BasicString operator+(BasicString a, const BasicString& b) {
+    template <typename Text>
+    requires std::convertible_to<const Text&, View>
+    friend BasicString operator+(BasicString a, const Text& b) {
         a.append(View(b));
         return a;
     }
-    friend BasicString operator+(BasicString a, View b) {
-        a.append(b);
-        return a;
-    }
-    friend BasicString operator+(BasicString a, const Char* b) {
-        a.append(View(b));
-        return a;
+    template <typename Text>
+    requires std::convertible_to<const Text&, View> &&
+        (!std::derived_from<Text, BasicString>)friend BasicString
+        operator+(const Text& a, const BasicString& b) {
+        return BasicString(View(a)) + View(b);
     }
     friend BasicString operator+(BasicString a, Char b) {
         a.push_back(b);
         return a;
     }
-    friend BasicString operator+(View a, const BasicString& b) { return BasicString(a) + View(b); }
-    friend BasicString operator+(const Char* a, const BasicString& b) {
-        return BasicString(a) + View(b);
+    friend BasicString operator+(Char a, const BasicString& b) {
+        return BasicString(1, a) + View(b);
     }
 
     friend std::basic_ostream<Char>& operator<<(std::basic_ostream<Char>& out,
                                                 const BasicString& text) {
-        return out << text.text_;
+        return out << text.view();
     }
 
 private:
-    Standard text_;
+    // Short texts stand inside of the object, others in a buffer of their own. Both are a whole
+    // number of blocks long, so that copying may write the last block in full.
+    static constexpr size_type kBlock = 16 / sizeof(Char);
+    static constexpr size_type kLongCopy = 128 / sizeof(Char);  // memcpy is worth its call
+
+    bool IsInside() const noexcept { return data_ == inside_; }
+
+    void SetLength(size_type length) noexcept {
+        length_ = length;
+        data_[length] = Char();
+    }
+
+    static void CopyTo(Char* destination, View text) noexcept {
+        if (!text.empty()) std::memcpy(destination, text.data(), text.size() * sizeof(Char));
+    }
+    static void MoveTo(Char* destination, View text) noexcept {
+        if (!text.empty()) std::memmove(destination, text.data(), text.size() * sizeof(Char));
+    }
+
+    bool IsPart(View text) const noexcept {
+        const std::less<const Char*> isBefore;
+        return !isBefore(text.data(), data_) && isBefore(text.data(), data_ + length_);
+    }
+
+    size_type Checked(size_type position) const {
+        if (position >= length_) throw std::out_of_range("BasicString: position past the end");
+        return position;
+    }
+
+    static size_type SumOf(size_type a, size_type b) {
+        if (b > kMostCharacters - a) throw std::length_error("BasicString: text too long");
+        return a + b;
+    }
+
+    // Makes room for at least `length` characters, and for as many again as there was room for.
+    void Grow(size_type length) { Reallocate(std::max(length, 2 * capacity())); }
+
+    // The room of a buffer for `capacity` characters and a terminator.
+    static size_type RoomFor(size_type capacity) {
+        if (capacity > kMostCharacters) throw std::length_error("BasicString: text too long");
+        return (capacity / kBlock + 1) * kBlock;
+    }
+
+    void Reallocate(size_type capacity) {
+        const size_type room = RoomFor(capacity);
+        Char* const buffer = std::allocator<Char>().allocate(room);
+        std::memcpy(buffer, data_, (length_ + 1) * sizeof(Char));
+        Adopt(buffer, room);
+    }
+
+    void ReplaceInNewBuffer(size_type position, size_type count, View text) {
+        const size_type length = length_ - count + text.size();
+        const size_type room = RoomFor(std::max(length, 2 * capacity()));
+        Char* const buffer = std::allocator<Char>().allocate(room);
+        CopyTo(buffer, view().substr(0, position));
+        CopyTo(buffer + position, text);
+        CopyTo(buffer + position + text.size(), view().substr(position + count));
+        Adopt(buffer, room);
+    }
+
+    void Adopt(Char* buffer, size_type room) noexcept {
+        Free();
+        data_ = buffer;
+        capacity_ = room - 1;
+    }
+
+    void Free() noexcept {
+        if (!IsInside()) std::allocator<Char>().deallocate(data_, capacity_ + 1);
+    }
+
+    // Takes the text of `other`, which becomes empty; this string's own text is gone already.
+    void Take(BasicString& other) noexcept {
+        length_ = other.length_;
+        if (other.IsInside()) {
+            data_ = inside_;
+            std::memcpy(inside_, other.inside_, sizeof inside_);
+        } else {
+            data_ = other.data_;
+            capacity_ = other.capacity_;
+            other.data_ = other.inside_;
+        }
+        other.SetLength(0);
+    }
+
+    static constexpr size_type kMostCharacters = npos / (2 * sizeof(Char)) - kBlock;
+
+    Char* data_ = inside_;
+    size_type length_ = 0;
+    union {
+        size_type capacity_;  // of a buffer of its own
+        Char inside_[kBlock];
+    };
 };
 
 /// The string type of the library: names, values and messages, all of it UTF-8.
