@@ -30,7 +30,7 @@ using Xml::XmlTextReader;
 std::string LongDocument() {
     std::string document =
         "<?xml version='1.0'?><!DOCTYPE r [<!ELEMENT r ANY><!-- ]> -->]>\n<r xmlns:p='urn:p'>\n";
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < 30; ++i) {
         document +=
             "<p:a x='1' p:y=\"&lt;&#65;\n2\">text &amp; \xC3\xA9 &e;<!-- c --><?pi d?>"
             "<![CDATA[s]]></p:a>\r\n<b/>\n";
