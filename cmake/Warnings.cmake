@@ -1,6 +1,10 @@
 # SPDX-License-Identifier: MIT
-# The warnings that our own targets are built with; a consumer never sees them.
+# The warnings that our own targets are built with. A project that takes the library in with
+# add_subdirectory() never sees them.
 function(espalier_set_warnings target)
+    if(NOT espalier_IS_TOP_LEVEL)
+        return()
+    endif()
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wcast-align
         -Wcast-qual -Wnon-virtual-dtor -Woverloaded-virtual -Wundef -Wimplicit-fallthrough)

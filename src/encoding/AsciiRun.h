@@ -7,10 +7,10 @@
 #include <cstdint>
 #include <cstring>
 
-// Copies runs of ASCII, 16 characters at a time. Each function converts characters from the start
-// of the source until one is not ASCII or fewer than 16 are left, and returns how many it
-// converted; it may write up to 16 bytes, of which those after the count mean nothing. A caller
-// goes on with a plain loop, so nothing but speed depends on where a run ends.
+// Copies runs of ASCII, 16 characters at a time. CopyAscii() and NarrowAscii() convert characters
+// from the start of the source until one is not ASCII or fewer than 16 are left, and return how
+// many they converted; bytes that they write after those mean nothing. A caller goes on with a
+// plain loop, so nothing but speed depends on where a run ends.
 
 namespace Xml::detail {
 
@@ -108,6 +108,27 @@ std::size_t NarrowAscii(const unsigned char* source, unsigned char* destination,
         done += kAsciiBlock;
     }
     return done;
+}
+
+/// Converts a few characters below 0x800 to UTF-8 without a branch on their length, which in mixed
+/// text nothing predicts. `UnitAt` gives the character at a position; it stops before one that is
+/// 0x800 or more, or when there may be no room, and advances both positions.
+template <int unitSize, int (*UnitAt)(const unsigned char*)>
+void WriteShortRun(const unsigned char*& position, const unsigned char* end,
+                   unsigned char*& destination, const unsigned char* destinationEnd) {
+    constexpr std::ptrdiff_t kCharacters = 8;  // then it is time to look for an ASCII run again
+    std::ptrdiff_t count =
+        std::min((end - position) / unitSize, (destinationEnd - destination) / 2);
+    for (count = std::min(count, kCharacters); count > 0; --count) {
+        const int code = UnitAt(position);
+        if (code >= 0x800) break;
+        const int isLong = (0x7F - code) >> 31 & 1;  // 1 for two bytes, 0 for ASCII
+        const int lead = 0xC0 | code >> 6;
+        destination[0] = static_cast<unsigned char>(code ^ ((code ^ lead) & -isLong));
+        destination[1] = static_cast<unsigned char>(0x80 | (code & 0x3F));
+        destination += 1 + isLong;
+        position += unitSize;
+    }
 }
 
 }  // namespace Xml::detail

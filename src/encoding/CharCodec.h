@@ -45,7 +45,8 @@ public:
     // Bulk operations of our own, after the ones above.
 
     /// Converts whole valid characters to UTF-8, as many as the destination takes, and advances
-    /// both positions. ASCII runs go 16 bytes at a time.
+    /// both positions. ASCII runs go 16 bytes at a time; what is written of the destination
+    /// after its new position means nothing.
     virtual DecodeEnd DecodeRun(const unsigned char*& position, const unsigned char* end,
                                 unsigned char*& destination,
                                 unsigned char* destinationEnd) const = 0;

@@ -84,7 +84,7 @@ public:
                 CopyAsciiRun(position, end, destination, destinationEnd);
             } else {
                 if (destinationEnd - destination < 2) return DecodeEnd::NoRoom;
-                destination = utf8::Write(*position++, destination);
+                WriteShortRun<1, ByteAt>(position, end, destination, destinationEnd);
             }
         }
         return DecodeEnd::SourceUsed;
@@ -96,11 +96,13 @@ public:
     }
 
     std::size_t EncodedLength(const unsigned char* begin, const unsigned char* end) const override {
-        return utf8::CountCharacters(begin, end);
+        return utf8::CountCharacters(begin, end).all;
     }
 
 private:
     static constexpr int kLastCode = 0xFF;
+
+    static int ByteAt(const unsigned char* position) { return *position; }
 };
 
 constexpr Latin1CharCodec kAsciiCodec("ASCII");

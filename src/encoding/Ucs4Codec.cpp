@@ -109,7 +109,7 @@ public:
     int ClassOfScalar(int code) const override { return ClassOfScalarValue(code); }
 
     std::size_t EncodedLength(const unsigned char* begin, const unsigned char* end) const override {
-        return kUnit * utf8::CountCharacters(begin, end);
+        return kUnit * utf8::CountCharacters(begin, end).all;
     }
 
 private:

@@ -131,6 +131,10 @@ public:
                 code = CombineSurrogates(code, next);
             }
             if (destinationEnd - destination < utf8::LengthOf(code)) return DecodeEnd::NoRoom;
+            if (code < 0x800) {
+                WriteShortRun<2, UnitAt>(position, end, destination, destinationEnd);
+                continue;
+            }
             destination = utf8::Write(code, destination);
             position += LengthOf(code);
         }
@@ -140,10 +144,8 @@ public:
     int ClassOfScalar(int code) const override { return ClassOfScalarValue(code); }
 
     std::size_t EncodedLength(const unsigned char* begin, const unsigned char* end) const override {
-        std::size_t units = utf8::CountCharacters(begin, end);
-        for (; begin != end; ++begin)
-            units += *begin >= 0xF0 ? 1U : 0U;
-        return 2 * units;
+        const utf8::CharacterCounts counts = utf8::CountCharacters(begin, end);
+        return 2 * (counts.all + counts.aboveFFFF);
     }
 
 private:

@@ -115,8 +115,8 @@ public:
     DecodeEnd DecodeRun(const unsigned char*& position, const unsigned char* end,
                         unsigned char*& destination, unsigned char* destinationEnd) const override {
         while (position < end) {
-            if (destination == destinationEnd) return DecodeEnd::NoRoom;
             if (*position < 0x80) {
+                if (destination == destinationEnd) return DecodeEnd::NoRoom;
                 CopyAsciiRun(position, end, destination, destinationEnd);
                 continue;
             }

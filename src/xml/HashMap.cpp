@@ -12,7 +12,7 @@ HashMap::HashMap(unsigned size, bool autoGrow) {
     if (!XmlHashInit(&map_, size, autoGrow)) throw std::bad_alloc();
 }
 
-HashMap::HashMap(const HashMap& other) { detail::ShareHashTable(map_, other.map_); }
+HashMap::HashMap(const HashMap& other) { detail::ShareTable(map_, other.map_); }
 
 HashMap& HashMap::operator=(const HashMap& other) {
     if (this == &other || (map_.table != nullptr && map_.table == other.map_.table)) {
@@ -21,7 +21,7 @@ HashMap& HashMap::operator=(const HashMap& other) {
         return *this;
     }
     XmlHashDeinit(&map_);
-    detail::ShareHashTable(map_, other.map_);
+    detail::ShareTable(map_, other.map_);
     return *this;
 }
 
@@ -32,16 +32,16 @@ void HashMap::Insert(const void* key, unsigned length, void* value) {
 }
 
 void HashMap::Remove(const void* key, unsigned length) {
-    if (!detail::HashRemoveKey(map_, key, length)) throw std::bad_alloc();
+    if (!detail::RemoveKey(map_, key, length)) throw std::bad_alloc();
 }
 
 void HashMap::Remove(HashItem& item) {
-    if (!detail::HashRemoveItem(map_, item.item_)) throw std::bad_alloc();
+    if (!detail::RemoveItem(map_, item.item_)) throw std::bad_alloc();
     item.item_ = nullptr;
 }
 
 void HashMap::Clear() {
-    if (!detail::HashClear(map_)) throw std::bad_alloc();
+    if (!detail::ClearTable(map_)) throw std::bad_alloc();
 }
 
 HashItem HashIterator::First(const HashMap& map) {

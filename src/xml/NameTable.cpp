@@ -15,8 +15,21 @@ constexpr std::size_t kFirstSlots = 256;
 // More names than vocabularies have; about ten megabytes.
 constexpr std::size_t kLarge = 65536;
 
-std::uint32_t Hash(std::string_view text) {
+unsigned LongHash(std::string_view text) {
     return SeededHash(text.data(), static_cast<unsigned>(text.size()));
+}
+
+bool IsShort(std::string_view text) { return text.size() <= PackedName::kMostBytes; }
+
+PackedName Pack(std::string_view text) {
+    PackedName packed;
+    std::memcpy(&packed, text.data(), text.size());
+    return packed;
+}
+
+// 64 bits that differ from process to process, made of the seeded hashes of two short texts.
+std::uint64_t MakeSeed(const char* first, const char* second) {
+    return std::uint64_t{LongHash(first)} << 32 | LongHash(second);
 }
 
 NameMeaning MeaningOf(const XmlName& name) {
@@ -28,24 +41,33 @@ NameMeaning MeaningOf(const XmlName& name) {
 
 }  // namespace
 
-NameTable::NameTable() : slots_(kFirstSlots), trimAt_(kLarge) {}
+NameTable::NameTable()
+    : seed_{MakeSeed("a", "b"), MakeSeed("c", "d")},
+      short_(kFirstSlots),
+      long_(kFirstSlots),
+      shortSize_(kFirstSlots),
+      trimAt_(kLarge) {}
 
 NameTable::~NameTable() = default;
 
 XmlName* NameTable::Intern(std::string_view text, int colon) {
-    const std::uint32_t hash = Hash(text);
-    const std::size_t mask = slots_.size() - 1;
-    for (std::size_t i = hash & mask; slots_[i].name != nullptr; i = (i + 1) & mask) {
-        if (slots_[i].hash == hash && slots_[i].name->qualified == text) return slots_[i].name;
+    if (IsShort(text)) {
+        XmlName* const found = FindShort(Pack(text));
+        return found != nullptr ? found : Add(text, colon);
     }
-    return Add(text, colon, hash);
+    const unsigned hash = LongHash(text);
+    const std::size_t mask = long_.size() - 1;
+    for (std::size_t i = hash & mask; long_[i].name != nullptr; i = (i + 1) & mask) {
+        if (long_[i].hash == hash && long_[i].name->qualified == text) return long_[i].name;
+    }
+    return Add(text, colon);
 }
 
-XmlName* NameTable::Add(std::string_view text, int colon, std::uint32_t hash) {
+XmlName* NameTable::Add(std::string_view text, int colon) {
     auto name = std::make_unique<XmlName>();
     name->qualified = text;
     name->local = text;
-    name->hash = hash;
+    if (IsShort(text)) name->packed = Pack(text);
     if (colon > 0) {
         const auto split = static_cast<std::size_t>(colon);
         name->prefix = text.substr(0, split);
@@ -53,22 +75,55 @@ XmlName* NameTable::Add(std::string_view text, int colon, std::uint32_t hash) {
         name->prefixName = Intern(name->prefix, -1);
     }
     name->meaning = MeaningOf(*name);
-    if (2 * (count_ + 1) > slots_.size()) Rebuild(2 * slots_.size());
+    name->isUnusual = name->meaning != NameMeaning::Ordinary || name->prefixName != nullptr;
+    const bool isFull =
+        IsShort(text) ? 2 * (shortCount_ + 1) > shortSize_ : 2 * (longCount_ + 1) > long_.size();
+    if (isFull) {
+        if (IsShort(text)) {
+            short_.resize(2 * shortSize_);
+            shortSize_ = short_.size();
+        } else {
+            long_.resize(2 * long_.size());
+        }
+        Rebuild();
+    }
     names_.push_back(std::move(name));
-    ++count_;
     Place(names_.back().get());
     return names_.back().get();
 }
 
 void NameTable::Place(XmlName* name) {
-    const std::size_t mask = slots_.size() - 1;
-    std::size_t i = name->hash & mask;
-    while (slots_[i].name != nullptr) i = (i + 1) & mask;
-    slots_[i] = Slot{name->hash, name};
+    if (IsShort(name->qualified)) {
+        PlaceShort(name);
+    } else {
+        PlaceLong(name);
+    }
 }
 
-void NameTable::Rebuild(std::size_t slots) {
-    slots_.assign(slots, Slot{});
+void NameTable::PlaceShort(XmlName* name) {
+    const std::size_t mask = shortSize_ - 1;
+    std::size_t i = ShortHash(name->packed) & mask;
+    while (short_[i].name != nullptr)
+        i = (i + 1) & mask;
+    short_[i] = ShortSlot{name->packed, name};
+    ++shortCount_;
+}
+
+void NameTable::PlaceLong(XmlName* name) {
+    const unsigned hash = LongHash(name->qualified);
+    const std::size_t mask = long_.size() - 1;
+    std::size_t i = hash & mask;
+    while (long_[i].name != nullptr)
+        i = (i + 1) & mask;
+    long_[i] = LongSlot{hash, name};
+    ++longCount_;
+}
+
+// Places all names again, after the tables or the names have changed.
+void NameTable::Rebuild() {
+    std::fill(short_.begin(), short_.end(), ShortSlot{});
+    std::fill(long_.begin(), long_.end(), LongSlot{});
+    shortCount_ = longCount_ = 0;
     for (const auto& name : names_)
         Place(name.get());
 }
@@ -80,16 +135,14 @@ void NameTable::Trim() {
     std::erase_if(names_, [](const auto& name) { return !name->kept; });
     for (const auto& name : names_)
         name->kept = false;
-    count_ = names_.size();
-    trimAt_ = std::max(kLarge, 2 * count_);
-    Rebuild(slots_.size());
+    trimAt_ = std::max(kLarge, 2 * names_.size());
+    Rebuild();
 }
 
 void NameTable::Clear() {
-    slots_.assign(kFirstSlots, Slot{});
     names_.clear();
-    count_ = 0;
     trimAt_ = kLarge;
+    Rebuild();
 }
 
 }  // namespace Xml::detail

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <espalier/base/astring.h>
+#include <espalier/xml/NodeView.h>
+
+#include "xml/RunScan.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -21,22 +24,19 @@ enum class NameMeaning : unsigned char {
 };
 
 /// A name of elements, attributes or prefixes, split once and then compared by identity.
-struct XmlName {
-    astring qualified;
-    astring local;
-    astring prefix;
+struct XmlName : NameParts {
+    PackedName packed;              ///< the name, when it has up to 16 bytes
     XmlName* prefixName = nullptr;  ///< the prefix as a name; null without one
-    std::uint32_t hash = 0;
     NameMeaning meaning = NameMeaning::Ordinary;
+    bool isUnusual = false;  ///< as an attribute it has a meaning or a prefix
+    bool kept = false;       ///< survives the next Trim()
 
     /// The element that has an attribute of this name, as a serial number: finds duplicates.
     std::uint64_t usedBy = 0;
 
     /// What the name is bound to as a prefix, good while the generation is the current one.
     const astring* uri = nullptr;
-    unsigned long generation = 0;
-
-    bool kept = false;  ///< survives the next Trim()
+    unsigned long generation = ~0UL;
 };
 
 /// The names of a document, each held once.
@@ -54,8 +54,17 @@ public:
     /// Returns the name `text`, whose prefix ends at the byte `colon` (none when below 1).
     XmlName* Intern(std::string_view text, int colon);
 
+    /// Returns a name of up to 16 bytes, or null when it is not there.
+    XmlName* FindShort(const PackedName& packed) const {
+        const ShortSlot* slot = &short_[ShortHash(packed) & (shortSize_ - 1)];
+        for (; slot->name != nullptr; slot = NextShort(slot)) {
+            if (slot->packed == packed) return slot->name;
+        }
+        return nullptr;
+    }
+
     /// Tells whether there are so many names that it is time to Trim().
-    bool IsLarge() const { return count_ >= trimAt_; }
+    bool IsLarge() const { return names_.size() >= trimAt_; }
 
     /// Forgets all names but those that are marked as kept, and their prefixes.
     void Trim();
@@ -64,18 +73,42 @@ public:
     void Clear();
 
 private:
-    struct Slot {
-        std::uint32_t hash = 0;
+    // Both tables use open addressing, have a power of two slots and are half full at most. Short
+    // names are compared as two words; long ones by hash and text.
+    struct ShortSlot {
+        PackedName packed;
+        XmlName* name = nullptr;  // owned by names_
+    };
+    struct LongSlot {
+        unsigned hash = 0;
         XmlName* name = nullptr;  // owned by names_
     };
 
-    XmlName* Add(std::string_view text, int colon, std::uint32_t hash);
-    void Place(XmlName* name);
-    void Rebuild(std::size_t slots);
+    // Multiplies to 128 bits and folds, with a secret in each factor, so that nobody can choose
+    // names that collide.
+    std::size_t ShortHash(const PackedName& packed) const {
+        __extension__ using Wide = unsigned __int128;
+        const Wide product = Wide{packed.low ^ seed_.low} * (packed.high ^ seed_.high);
+        return static_cast<std::size_t>(product) ^ static_cast<std::size_t>(product >> 64);
+    }
+    const ShortSlot* NextShort(const ShortSlot* slot) const {
+        ++slot;
+        return slot == short_.data() + shortSize_ ? short_.data() : slot;
+    }
 
-    std::vector<Slot> slots_;  // open addressing; a power of two, at most half full
+    XmlName* Add(std::string_view text, int colon);
+    void Place(XmlName* name);
+    void PlaceShort(XmlName* name);
+    void PlaceLong(XmlName* name);
+    void Rebuild();
+
+    PackedName seed_;
+    std::vector<ShortSlot> short_;
+    std::vector<LongSlot> long_;
+    std::size_t shortSize_;
+    std::size_t shortCount_ = 0;
+    std::size_t longCount_ = 0;
     std::vector<std::unique_ptr<XmlName>> names_;
-    std::size_t count_ = 0;
     std::size_t trimAt_;
 };
 

@@ -7,8 +7,8 @@ namespace Xml::detail {
 
 /// A line and a position in it, both from 1 on; the position counts characters.
 struct Place {
-    int line = 1;
-    int column = 1;
+    int line;
+    int column;
 };
 
 /// Counts lines and columns, but only when somebody asks.
@@ -17,6 +17,8 @@ struct Place {
 /// found by counting from there: line breaks (CR LF, CR or LF), and after the last one the bytes
 /// that start a character. So the cost is one vectorised pass over the input, whatever the number
 /// of tokens, and none where nobody wants to know.
+///
+/// The byte before the anchor is readable, too: a LF behind a CR is no line break of its own.
 ///
 /// Deliberate: the colon of a qualified name adds nothing to the column. SkipColon() records where
 /// one stood; clients rely on the positions that result.
@@ -42,7 +44,8 @@ public:
 
     /// Forgets the colons recorded after `position`, because the bytes will be scanned again.
     void ForgetColonsFrom(const unsigned char* position) {
-        while (colonCount_ > 0 && colons_[colonCount_ - 1] >= position) --colonCount_;
+        while (colonCount_ > 0 && colons_[colonCount_ - 1] >= position)
+            --colonCount_;
     }
 
     /// Says that the byte at the anchor has moved to `position`.
@@ -57,8 +60,7 @@ private:
     int ColonsBetween(const unsigned char* begin, const unsigned char* end) const;
 
     const unsigned char* anchor_ = nullptr;
-    Place place_;           // of the anchor
-    bool afterCr_ = false;  // the byte before the anchor is a CR, so a LF there does not count
+    Place place_{1, 1};  // of the anchor
     int colonCount_ = 0;
     const unsigned char* colons_[kMostColons];  // ascending, at or after the anchor
 };

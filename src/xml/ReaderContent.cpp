@@ -18,20 +18,22 @@ bool EqualsXmlWithoutCase(std::string_view text) {
 
 }  // namespace
 
-// Makes `node` the current one, at the place that was marked.
-ReaderCore::Pass ReaderCore::ReportNode(XmlTokenInfo& node) {
-    node.depth = Depth() + 1;
+// Makes a node with a name and the value value_ the current one.
+ReaderCore::Pass ReaderCore::ReportNamed(XmlNodeType::XML_NODE_TYPE type, std::string_view name) {
+    ReportValue(type);
     contentSeen_ = true;
-    currentNode = &node;
+    ownName_.qualified = name;
+    ownName_.local = name;
+    node_.name = &ownName_;
+    node_.isRaw = false;  // line ends are normalized in text only
     return Pass::Node;
 }
 
 // Parses what comes next inside of an element.
 ReaderCore::Pass ReaderCore::ParseBeginTag() {
-    if (referencePending_) return ReportReference();
     scanner_.MarkNode();
-    textNode_.value.clear();
-    const XmlToken token = scanner_.ScanText(textNode_.value);
+    value_.clear();
+    const XmlToken token = scanner_.ScanText(value_);
     switch (token) {
     case XmlToken::NONE: return ParseTag();
     case XmlToken::ENDOFFILE: return Pass::End;
@@ -42,7 +44,9 @@ ReaderCore::Pass ReaderCore::ParseBeginTag() {
 
 // Parses markup, with the position at "<".
 ReaderCore::Pass ReaderCore::ParseTag() {
-    switch (scanner_.ScanMarkup()) {
+    const XmlToken token = scanner_.ScanMarkup();
+    if (token != XmlToken::PI) contentSeen_ = true;
+    switch (token) {
     case XmlToken::TAG: return ParseElement();
     case XmlToken::ENDTAG: return ParseEndTag();
     case XmlToken::PI: return ParsePI();
@@ -54,29 +58,33 @@ ReaderCore::Pass ReaderCore::ParseTag() {
 
 // Joins everything up to the next markup to one text; `token` was scanned already.
 ReaderCore::Pass ReaderCore::ParseText(XmlToken token) {
-    astring& text = textNode_.value;
-    textNode_.type = XmlNodeType::Text;
-    textNode_.normalize = NormalizeText();
-    for (;; token = scanner_.ScanText(text)) {
+    for (;; token = scanner_.ScanText(value_)) {
         switch (token) {
-        case XmlToken::NONE: return ReportNode(textNode_);
+        case XmlToken::NONE: return ReportValue(XmlNodeType::Text);
         case XmlToken::ENDOFFILE: return Pass::End;
         case XmlToken::CHARREF:
         case XmlToken::ENTITYREF:
-            if (ReplaceReference(token, text)) break;
+            if (ReplaceReference(token, value_)) break;
             if (entityHandling == XmlEntityHandling::ExpandEntities) {
                 scanner_.Throw(Message::kUndeclaredEntity, referenceName_);
             }
             if (entityHandling == XmlEntityHandling::ExpandNothing) {
-                AppendGeneralReference(text);
+                AppendGeneralReference(value_);
                 break;
             }
-            if (text.empty()) return ReportReference();
-            referencePending_ = true;
-            return ReportNode(textNode_);
+            if (value_.empty()) return ReportReference();
+            parseState_ = ParseState::PsReference;
+            return ReportValue(XmlNodeType::Text);
         default: break;  // TEXT and WHITESPACE have been appended
         }
     }
+}
+
+// Returns as what white space is reported here; None when it is not.
+XmlNodeType::XML_NODE_TYPE ReaderCore::WhitespaceType() const {
+    if (whitespaceHandling == XmlTextReader::WsNone) return XmlNodeType::None;
+    if (Space() == XmlSpace::SpacePreserve) return XmlNodeType::SignificantWhitespace;
+    return whitespaceHandling == XmlTextReader::WsAll ? XmlNodeType::Whitespace : XmlNodeType::None;
 }
 
 // Scans a reference behind its start and appends what it stands for to `text`.
@@ -129,35 +137,28 @@ void ReaderCore::AppendGeneralReference(astring& text) const {
 }
 
 ReaderCore::Pass ReaderCore::ReportReference() {
-    referencePending_ = false;
-    ownName_ = referenceName_;
-    entityRefNode_.place = referencePlace_;
-    return ReportNode(entityRefNode_);
+    parseState_ = ParseState::PsContent;
+    value_.clear();
+    return ReportNamed(XmlNodeType::EntityReference, referenceName_);
 }
 
 ReaderCore::Pass ReaderCore::HandleWhitespace() {
     contentSeen_ = true;
-    if (whitespaceHandling == XmlTextReader::WsNone) return Pass::Repeat;
-    const bool isSignificant = Space() == XmlSpace::SpacePreserve;
-    if (!isSignificant && whitespaceHandling != XmlTextReader::WsAll) return Pass::Repeat;
-    textNode_.type = isSignificant ? XmlNodeType::SignificantWhitespace : XmlNodeType::Whitespace;
-    textNode_.normalize = NormalizeText();
-    return ReportNode(textNode_);
+    const XmlNodeType::XML_NODE_TYPE type = WhitespaceType();
+    return type == XmlNodeType::None ? Pass::Repeat : ReportValue(type);
 }
 
 ReaderCore::Pass ReaderCore::ParseComment() {
-    commentNode_.value.clear();
-    scanner_.ScanComment(commentNode_.value);
-    commentNode_.normalize = NormalizeText();
-    return ReportNode(commentNode_);
+    value_.clear();
+    scanner_.ScanComment(value_);
+    return ReportValue(XmlNodeType::Comment);
 }
 
 ReaderCore::Pass ReaderCore::ParseCData() {
     if (Depth() == 0) scanner_.Throw(Message::kUnexpectedToken, scanner_.TokenText());
-    cdataNode_.value.clear();
-    scanner_.ScanCData(cdataNode_.value);
-    cdataNode_.normalize = NormalizeText();
-    return ReportNode(cdataNode_);
+    value_.clear();
+    scanner_.ScanCData(value_);
+    return ReportValue(XmlNodeType::CDATA);
 }
 
 // [16] PI ::= '<?' PITarget (S (Char* - (Char* '?>' Char*)))? '?>'
@@ -171,15 +172,15 @@ ReaderCore::Pass ReaderCore::ParsePI() {
     if (EqualsXmlWithoutCase(target.text) || target.colon >= 0) {
         scanner_.Throw(Message::kInvalidPIName);
     }
-    ownName_ = target.text;
-    piNode_.value.clear();
+    const astring name(target.text);
+    value_.clear();
     const bool isSeparated = scanner_.SkipWhitespace();
     if (isSeparated || scanner_.AtEnd()) {
-        scanner_.ScanPI(piNode_.value);
+        scanner_.ScanPI(value_);
     } else if (!scanner_.Accept("?>")) {
         scanner_.Throw(Message::kUnexpectedTokenInPI);
     }
-    return ReportNode(piNode_);
+    return ReportNamed(XmlNodeType::ProcessingInstruction, name);
 }
 
 }  // namespace Xml::detail

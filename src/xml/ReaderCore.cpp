@@ -9,6 +9,9 @@
 //     PsContent   parses the content of an element           PsContent, PsProlog, PsEmptyEnd
 //     PsEmptyEnd  leaves an empty element, and goes on       PsContent, PsProlog
 //
+// In the content of an element the quick scans come first; what they leave alone, a careful pass
+// does from the same place.
+//
 // The end of the input leads to PsEnd, an exception to PsError; both are left by opening another
 // input only.
 
@@ -29,60 +32,28 @@ namespace {
 
 constexpr unsigned kMapSize = 32;  // buckets at first
 
-XmlTokenInfo MakeNode(XmlNodeType::XML_NODE_TYPE type) {
-    XmlTokenInfo node;
-    node.type = type;
-    return node;
-}
-
 }  // namespace
 
-const astring& EmptyText() {
-    static const astring empty;
-    return empty;
-}
-
-void XmlTokenInfo::NormalizeValue() {
-    const bool isAttribute = normalize == Normalize::Attribute;
-    normalize = Normalize::Done;
-    if (!isAttribute && value.find('\r') == astring::npos) return;
-    char* to = value.begin();
-    bool afterCr = false;
-    for (const char c : std::string_view(value)) {
-        const bool isBreak = c == '\r' || c == '\n';
-        if (c != '\n' || !afterCr) {
-            *to++ = isAttribute && (isBreak || c == '\t') ? ' ' : isBreak ? '\n' : c;
-        }
-        afterCr = c == '\r';
-    }
-    value.resize(static_cast<std::size_t>(to - value.begin()));
-}
-
-ReaderCore::ReaderCore()
-    : currentNode(&emptyNode_),
-      attributesByName_(kMapSize, true),
-      attributesByNs_(kMapSize, true),
-      elementNode_(MakeNode(XmlNodeType::Element)),
-      endElementNode_(MakeNode(XmlNodeType::EndElement)),
-      textNode_(MakeNode(XmlNodeType::Text)),
-      cdataNode_(MakeNode(XmlNodeType::CDATA)),
-      commentNode_(MakeNode(XmlNodeType::Comment)),
-      piNode_(MakeNode(XmlNodeType::ProcessingInstruction)),
-      declarationNode_(MakeNode(XmlNodeType::XmlDeclaration)),
-      doctypeNode_(MakeNode(XmlNodeType::DocumentType)),
-      entityRefNode_(MakeNode(XmlNodeType::EntityReference)) {
+ReaderCore::ReaderCore(NodeView& node)
+    : node_(node), attributesByName_(kMapSize, true), attributesByNs_(kMapSize, true) {
     attributesByName_.SetKey(SeededHash, XmlKeyCompareBinary);
     attributesByNs_.SetKey(SeededHash, XmlKeyCompareBinary);
-    for (XmlTokenInfo* node : {&piNode_, &declarationNode_, &doctypeNode_, &entityRefNode_}) {
-        node->name = node->localName = &ownName_;
+    constexpr const char* kParts[] = {"", "version", "encoding", "standalone"};
+    for (std::size_t i = 0; i < partNames_.size(); ++i) {
+        partNames_[i].qualified = partNames_[i].local = kParts[i];
     }
-    for (XmlTokenInfo* node : {&piNode_, &declarationNode_, &doctypeNode_}) {
-        node->columnOffset = 2;
-    }
-    entityRefNode_.hasPlace = true;
+    ShowNothing();
 }
 
 ReaderCore::~ReaderCore() { Close(); }
+
+// Makes the properties those of no node.
+void ReaderCore::ShowNothing() {
+    node_ = NodeView{};
+    node_.name = &noName_;
+    node_.namespaceUri = &empty_;
+    node_.value = &noValue_;
+}
 
 void ReaderCore::OpenStream(IO::Stream* stream, bool owns) {
     scanner_.SetStream(stream);
@@ -103,19 +74,20 @@ void ReaderCore::Close() {
         }
     }
     open_ = false;
-    currentNode = &emptyNode_;
+    ShowNothing();
     ForgetAttributes();
     attributeIndex_ = 0;
     elements_.clear();
     languageCount_ = 0;
     nsSupport_.Reset();
-    endReached_ = contentSeen_ = doctypeSeen_ = standalone_ = referencePending_ = false;
+    contentSeen_ = doctypeSeen_ = standalone_ = false;
     rootCount_ = 0;
     parseState_ = ParseState::PsClosed;
     readState = XmlTextReader::Closed;
 }
 
-bool ReaderCore::Read() {
+// Reads from a state in which there is nothing quick.
+bool ReaderCore::ReadFromOutside() {
     if (!open_) {
         readState = XmlTextReader::Error;
         Exception::ThrowException(Message::kNoSource, astring(), 0, 0);
@@ -124,16 +96,26 @@ bool ReaderCore::Read() {
         readState = XmlTextReader::Error;
         return false;
     }
-    if (endReached_) return false;
+    return parseState_ != ParseState::PsEnd && ReadCarefully();
+}
+
+// Leaves the reader in a state that can be closed, whatever it was doing.
+void ReaderCore::Fail() {
+    readState = XmlTextReader::Error;
+    parseState_ = ParseState::PsError;
+    ShowNothing();
+    ResetAttributes();
+}
+
+// Reads a node with the scanner's tokens.
+bool ReaderCore::ReadCarefully() {
     try {
         Pass pass = Pass::Repeat;
-        while (pass == Pass::Repeat) pass = Step();
+        while (pass == Pass::Repeat)
+            pass = Step();
         if (pass == Pass::End) return EndDocument();
     } catch (...) {
-        readState = XmlTextReader::Error;
-        parseState_ = ParseState::PsError;
-        currentNode = &emptyNode_;
-        ForgetAttributes();
+        Fail();
         throw;
     }
     readState = XmlTextReader::Interactive;
@@ -141,12 +123,12 @@ bool ReaderCore::Read() {
 }
 
 ReaderCore::Pass ReaderCore::Step() {
-    ForgetAttributes();
     switch (parseState_) {
     case ParseState::PsStart: return Start();
     case ParseState::PsProlog: return ParseRoot();
-    case ParseState::PsEmptyEnd: PopElement(); return Pass::Repeat;
     case ParseState::PsContent: return ParseBeginTag();
+    case ParseState::PsReference: return ReportReference();
+    case ParseState::PsEmptyEnd:
     case ParseState::PsClosed:
     case ParseState::PsEnd:
     case ParseState::PsError: break;
@@ -168,8 +150,7 @@ bool ReaderCore::EndDocument() {
     if (!elements_.empty()) scanner_.Throw(Message::kMissingEndElement, Top().name->qualified);
     parseState_ = ParseState::PsEnd;
     readState = XmlTextReader::EndOfFile;
-    endReached_ = true;
-    currentNode = &emptyNode_;
+    ShowNothing();
     return false;
 }
 
@@ -180,31 +161,30 @@ const char* ReaderCore::EncodingName() const {
 }
 
 Place ReaderCore::NodePlace() const {
-    if (currentNode == &emptyNode_) return Place{0, 0};
-    if (currentNode->hasPlace) return currentNode->place;
-    if (currentNode->type == XmlNodeType::Attribute) {
-        return PlaceOf(static_cast<const XmlAttributeTokenInfo&>(*currentNode));
+    switch (node_.type) {
+    case XmlNodeType::None: return Place{0, 0};
+    case XmlNodeType::Attribute:
+        return PlaceOf(attributes_[static_cast<std::size_t>(attributeIndex_)]);
+    case XmlNodeType::EntityReference: return referencePlace_;
+    default: break;
     }
     Place place = scanner_.NodePlace();
-    place.column += currentNode->columnOffset;
+    const bool isBehindMark = node_.type == XmlNodeType::ProcessingInstruction ||
+                              node_.type == XmlNodeType::XmlDeclaration ||
+                              node_.type == XmlNodeType::DocumentType;
+    if (isBehindMark) place.column += 2;
     return place;
 }
 
-const astring& ReaderCore::Language() const {
-    return elements_.empty() ? EmptyText() : *Top().language;
-}
-
-XmlSpace ReaderCore::Space() const {
-    return elements_.empty() ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
-}
+const astring& ReaderCore::Language() const { return elements_.empty() ? empty_ : *Top().language; }
 
 char ReaderCore::QuoteChar() const {
-    if (currentNode->type != XmlNodeType::Attribute) return '"';
-    return static_cast<const XmlAttributeTokenInfo*>(currentNode)->quote;
+    if (node_.type != XmlNodeType::Attribute) return '"';
+    return attributes_[static_cast<std::size_t>(attributeIndex_)].quote;
 }
 
 int ReaderCore::AttributeCount() const {
-    switch (currentNode->type) {
+    switch (node_.type) {
     case XmlNodeType::Element:
     case XmlNodeType::Attribute:
     case XmlNodeType::DocumentType:
@@ -213,28 +193,75 @@ int ReaderCore::AttributeCount() const {
     }
 }
 
-const astring& ReaderCore::AttributeValue(int i) const {
-    if (i < 0 || i >= AttributeCount()) return EmptyText();
-    return attributes_[static_cast<std::size_t>(i)].Value();
+const astring& ReaderCore::AttributeValue(int i) {
+    if (i < 0 || i >= AttributeCount()) return empty_;
+    return NormalizedValue(attributes_[static_cast<std::size_t>(i)]);
 }
 
 bool ReaderCore::MoveToElement() {
-    if (currentNode->type != XmlNodeType::Attribute) return false;
-    currentNode = &elementNode_;
+    if (node_.type != XmlNodeType::Attribute) return false;
+    ShowElement();
     return true;
 }
 
 bool ReaderCore::MoveToAttribute(int i) {
     const bool isOnElement =
-        currentNode->type == XmlNodeType::Element || currentNode->type == XmlNodeType::Attribute;
+        node_.type == XmlNodeType::Element || node_.type == XmlNodeType::Attribute;
     if (!isOnElement || i < 0 || i >= attributeCount_) return false;
+    XmlAttribute& attribute = attributes_[static_cast<std::size_t>(i)];
     attributeIndex_ = i;
-    currentNode = &attributes_[static_cast<std::size_t>(i)];
+    node_.type = XmlNodeType::Attribute;
+    node_.depth = Depth() + 1;
+    node_.name = attribute.name;
+    node_.namespaceUri = attribute.uri;
+    node_.value = &attribute.value;
+    node_.isRaw = attribute.isRaw;
     return true;
 }
 
+bool ReaderCore::MoveToNextAttribute() {
+    // Deliberate: on the element itself this does not move to the first attribute.
+    return node_.type == XmlNodeType::Attribute && MoveToAttribute(attributeIndex_ + 1);
+}
+
 const astring& ReaderCore::LookupNamespace(std::string_view prefix) const {
-    return namespaces ? nsSupport_.GetURI(prefix) : EmptyText();
+    return namespaces ? nsSupport_.GetURI(prefix) : empty_;
+}
+
+// Normalization.
+
+namespace {
+
+// XML 1.0 section 2.11: CR LF and CR become LF. In attribute values (section 3.3.3) tabs and line
+// breaks become spaces.
+void NormalizeLineEnds(astring& value, bool isAttribute) {
+    if (!isAttribute && value.find('\r') == astring::npos) return;
+    char* to = value.begin();
+    bool afterCr = false;
+    for (const char c : value) {
+        const bool isBreak = c == '\r' || c == '\n';
+        if (c != '\n' || !afterCr) {
+            *to++ = isAttribute && (isBreak || c == '\t') ? ' ' : isBreak ? '\n' : c;
+        }
+        afterCr = c == '\r';
+    }
+    value.resize(static_cast<std::size_t>(to - value.begin()));
+}
+
+}  // namespace
+
+const astring& ReaderCore::NormalizedValue(XmlAttribute& attribute) {
+    if (std::exchange(attribute.isRaw, false)) NormalizeLineEnds(attribute.value, true);
+    return attribute.value;
+}
+
+void ReaderCore::NormalizeCurrentValue() {
+    node_.isRaw = false;
+    if (node_.type == XmlNodeType::Attribute) {
+        NormalizedValue(attributes_[static_cast<std::size_t>(attributeIndex_)]);
+    } else {
+        NormalizeLineEnds(value_, false);
+    }
 }
 
 }  // namespace Xml::detail

@@ -3,17 +3,20 @@
 
 #include <espalier/base/astring.h>
 #include <espalier/xml/HashMap.h>
+#include <espalier/xml/NodeView.h>
 #include <espalier/xml/XmlEntityHandling.h>
 #include <espalier/xml/XmlNsSupport.h>
 #include <espalier/xml/XmlSpace.h>
 #include <espalier/xml/XmlTextReader.h>
 
 #include "xml/NameTable.h"
-#include "xml/NodeInfo.h"
 #include "xml/XmlScanner.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -25,28 +28,45 @@ namespace Xml::detail {
 
 /// What the next pass of the reader's state machine does.
 enum class ParseState : unsigned char {
-    PsClosed,    ///< nothing: there is no input
-    PsStart,     ///< detects the encoding
-    PsProlog,    ///< parses markup outside of the root element
-    PsEmptyEnd,  ///< leaves an element that was written as an empty-element tag
-    PsContent,   ///< parses the content of an element
-    PsEnd,       ///< nothing: the input has ended
-    PsError      ///< nothing: an error was thrown
+    PsClosed,     ///< nothing: there is no input
+    PsStart,      ///< detects the encoding
+    PsProlog,     ///< parses markup outside of the root element
+    PsEmptyEnd,   ///< leaves an element that was written as an empty-element tag
+    PsContent,    ///< parses the content of an element
+    PsReference,  ///< reports the entity reference that ended a text
+    PsEnd,        ///< nothing: the input has ended
+    PsError       ///< nothing: an error was thrown
+};
+
+/// An attribute of the current element, or a pseudo-attribute of the declaration.
+struct XmlAttribute {
+    XmlName* name = nullptr;
+    const astring* uri = nullptr;  ///< of its namespace; never null
+    astring value;
+    union {
+        const unsigned char* at = nullptr;  ///< where it starts in the window
+        Place place;                        ///< where it starts, when hasPlace is set
+    };
+    bool hasPlace = false;
+    char quote = '"';
+    bool isRaw = false;            ///< white space in the value is still to be normalized
+    bool holdsReferences = false;  ///< the value has references that were not replaced
 };
 
 /// An element that is open.
 struct ElementEntry {
     XmlName* name;
-    const astring* uri;       // of its namespace
-    const astring* language;  // the xml:lang in force
-    XmlSpace space;           // the xml:space in force
-    bool ownsLanguage;        // its xml:lang is on top of the languages
+    const astring* uri;       ///< of its namespace
+    const astring* language;  ///< the xml:lang in force
+    XmlSpace space;           ///< the xml:space in force
+    bool ownsLanguage;        ///< its xml:lang is on top of the languages
 };
 
 /// The reader behind XmlTextReader: its fields, its state machine and its parsing.
 class ReaderCore {
 public:
-    ReaderCore();
+    /// \param node the properties of the reader, which are filled for each node
+    explicit ReaderCore(NodeView& node);
     ~ReaderCore();
     ReaderCore(const ReaderCore&) = delete;
     ReaderCore& operator=(const ReaderCore&) = delete;
@@ -62,20 +82,19 @@ public:
     XmlTextReader::XmlWsHandlingEnum whitespaceHandling = XmlTextReader::WsAll;
     XmlEntityHandling entityHandling = XmlEntityHandling::ExpandCharEntities;
 
-    /// The node that the properties show; never null.
-    XmlTokenInfo* currentNode;
-
     const char* EncodingName() const;
     Place NodePlace() const;
     const astring& Language() const;
     XmlSpace Space() const;
     char QuoteChar() const;
     int AttributeCount() const;
-    const astring& AttributeValue(int i) const;
-    const astring& AttributeValue(std::string_view name) const;
-    const astring& AttributeValue(std::string_view localName, std::string_view uri) const;
+    const astring& AttributeValue(int i);
+    const astring& AttributeValue(std::string_view name);
+    const astring& AttributeValue(std::string_view localName, std::string_view uri);
+    void NormalizeCurrentValue();
     bool MoveToElement();
     bool MoveToAttribute(int i);
+    bool MoveToNextAttribute();
     int AttributeIndex() const { return attributeIndex_; }
     const astring& LookupNamespace(std::string_view prefix) const;
 
@@ -87,6 +106,19 @@ private:
         End      ///< the input has ended
     };
 
+    /// What came of a scan that handles the usual only.
+    enum class Quick : unsigned char {
+        Done,
+        Skipped,    ///< it passed white space that is not reported
+        NeedsMore,  ///< it may have reached the end of the window
+        NeedsCare   ///< it met something unusual
+    };
+
+    void ShowNothing();
+    void ShowElement();
+    bool ReadFromOutside();
+    bool ReadCarefully();
+    void Fail();
     bool EndDocument();
     Pass Step();
     Pass Start();
@@ -113,48 +145,82 @@ private:
     void AppendGeneralReference(astring& text) const;
     Pass ReportReference();
     Pass HandleWhitespace();
+    XmlNodeType::XML_NODE_TYPE WhitespaceType() const;
     Pass ParseComment();
     Pass ParseCData();
     Pass ParsePI();
-    Pass ReportNode(XmlTokenInfo& node);
-    Normalize NormalizeText() const {
-        return normalization ? Normalize::Text : Normalize::Done;
-    }
+    Pass ReportValue(XmlNodeType::XML_NODE_TYPE type);
+    Pass ReportNamed(XmlNodeType::XML_NODE_TYPE type, std::string_view name);
 
-    // ReaderElement.cpp: tags, attributes and namespaces.
-    enum class Quick : unsigned char { Done, NeedsMore, NeedsCare };
-    Pass ParseElement();
-    Quick ScanElementQuickly(XmlName*& name, bool& isEmpty);
+    /// What a start tag may ask for beyond the usual.
+    enum Asks : unsigned {
+        AsksDeclaration = 1,  ///< an attribute declares a namespace
+        AsksResolution = 2,   ///< an attribute has a prefix
+        AsksSpecial = 4,      ///< there is an xml:space or xml:lang
+        AsksError = 8,        ///< a name came twice
+        AsksTrim = 16         ///< the name table is large
+    };
+
+    // ReaderQuick.cpp: nodes that lie in the window and are made of the usual.
+    Quick ReadQuickly();
+    Quick ReadTextQuickly();
+    Quick ReadLongTextQuickly();
+    Quick ReportTextQuickly(const unsigned char* end, XmlNodeType::XML_NODE_TYPE type);
+    Quick ReadStartTagQuickly();
+    Quick ReadEndTagQuickly();
     Quick ScanAttributeQuickly(const unsigned char*& at);
     const unsigned char* ScanNameQuickly(const unsigned char* at, XmlName*& name);
+    const unsigned char* ScanNewName(const unsigned char* at, XmlName*& name);
+
+    // ReaderElement.cpp: tags, elements and attributes.
+    Pass ParseElement();
     void ScanElementCarefully(XmlName*& name, bool& isEmpty);
     void SetAttributeValues(Place place);
-    void ScanAttributeValue(XmlAttributeTokenInfo& attribute);
-    static const char* SpecialAttributeError(NameMeaning meaning, std::string_view value);
-    void ApplySpecialAttributes();
-    XmlAttributeTokenInfo& AddAttribute(XmlName* name);
-    void ForgetAttributes();
-    void PushElement(XmlName* name);
-    void PopElement();
-    void DeclareNamespaces();
-    void ResolveNamespaces();
-    const astring& UriOf(XmlName* prefix);
-    void CheckDuplicates() const;
-    void CheckExpandedDuplicates() const;
-    [[noreturn]] void ThrowDuplicate(const XmlAttributeTokenInfo& attribute) const;
-    Place PlaceOf(const XmlAttributeTokenInfo& attribute) const;
-    void TrimNames();
+    void ScanAttributeValue(XmlAttribute& attribute);
     Pass ParseEndTag();
     void ScanEndTagCarefully(const XmlName* open);
+    void FinishElement(XmlName& name, bool isEmpty);
+    void FinishEndElement();
+    void GrantUnusual();
+    void PopElement();
+    void TrimNames();
+    static const char* SpecialAttributeError(NameMeaning meaning, std::string_view value);
+    void ApplySpecialAttributes();
+    XmlAttribute& AddAttribute(XmlName& name);
+    void NoteUnusual(const XmlName& name, bool isDuplicate);
+    void ForgetAttributes();
+    void ResetAttributes();
+    Place PlaceOf(const XmlAttribute& attribute) const;
+    static const astring& NormalizedValue(XmlAttribute& attribute);
+
+    // ReaderNamespaces.cpp: declarations, duplicates and lookup by name.
+    void DeclareNamespaces();
+    void ResolveAttributes();
+    const astring* UriOf(XmlName& prefix);
+    void CheckExpandedDuplicates() const;
+    bool HaveOnePrefix() const;
+    [[noreturn]] void ThrowDuplicate(const XmlAttribute& attribute) const;
+    XmlAttribute* FindAttribute(std::string_view name);
+    XmlAttribute* FindAttribute(std::string_view localName, std::string_view uri);
+    void FillNameMap();
+    void FillNamespaceMap();
+
     const ElementEntry& Top() const { return elements_.back(); }
     int Depth() const { return static_cast<int>(elements_.size()); }
+    std::span<XmlAttribute> Attributes() {
+        return {attributes_.data(), static_cast<std::size_t>(attributeCount_)};
+    }
+    std::span<const XmlAttribute> Attributes() const {
+        return {attributes_.data(), static_cast<std::size_t>(attributeCount_)};
+    }
 
-    XmlAttributeTokenInfo* FindAttribute(std::string_view name) const;
-    XmlAttributeTokenInfo* FindAttribute(std::string_view localName, std::string_view uri) const;
-    static bool IsDeclaration(const XmlAttributeTokenInfo& attribute);
-    void FillNameMap() const;
-    void FillNamespaceMap() const;
-    static astring NamespaceKey(std::string_view uri, std::string_view localName);
+    // The current node.
+    NodeView& node_;
+    const astring empty_;
+    const NameParts noName_;
+    NameParts ownName_;  // of nodes whose names are not interned
+    astring value_;      // of nodes other than attributes
+    astring noValue_;    // of nodes without a value; stays empty
 
     // The input.
     XmlScanner scanner_;
@@ -164,18 +230,16 @@ private:
 
     // The attributes of the current element, in document order: the first attributeCount_ ones.
     // The maps are filled when they are first asked, and only for elements with many attributes.
-    mutable std::vector<XmlAttributeTokenInfo> attributes_;
+    std::vector<XmlAttribute> attributes_;
     int attributeCount_ = 0;
     int attributeIndex_ = 0;
-    bool hasDeclarations_ = false;   // an attribute declares a namespace
-    bool hasPrefixedAttributes_ = false;
-    bool hasSpecialAttributes_ = false;  // xml:space or xml:lang
-    int duplicate_ = -1;  // index of the first attribute whose name came before
+    unsigned asks_ = 0;  // what the tag asks for beyond the usual; a set of Asks
+    int duplicate_ = -1;                 // index of the first attribute whose name came before
     std::uint64_t elementSerial_ = 1;
-    mutable Xml::HashMap attributesByName_;
-    mutable Xml::HashMap attributesByNs_;
-    mutable bool nameMapFilled_ = false;
-    mutable bool namespaceMapFilled_ = false;
+    Xml::HashMap attributesByName_;
+    Xml::HashMap attributesByNs_;
+    bool nameMapFilled_ = false;
+    bool namespaceMapFilled_ = false;
 
     // The open elements.
     std::vector<ElementEntry> elements_;
@@ -184,35 +248,113 @@ private:
     sax::XmlNsSupport nsSupport_;
     NameTable names_;
     bool namesSplit_ = true;  // the names were interned with namespaces on
-    XmlName defaultPrefix_;   // remembers the default namespace as names do their prefix
+    XmlName noPrefix_;        // remembers the default namespace as names do their prefix
 
     // The state machine.
     ParseState parseState_ = ParseState::PsClosed;
-    bool endReached_ = false;   // the end of the document was reported
     bool contentSeen_ = false;  // anything has been read, so a declaration comes too late
     bool doctypeSeen_ = false;
     int rootCount_ = 0;
     bool standalone_ = false;
 
     // The general entity reference that was scanned last.
-    bool referencePending_ = false;  // it ended a text and is the next node
     astring referenceName_;
-    Place referencePlace_;
+    Place referencePlace_{0, 0};
 
-    // The nodes, one object per kind.
-    XmlTokenInfo emptyNode_;
-    XmlTokenInfo elementNode_;
-    XmlTokenInfo endElementNode_;
-    XmlTokenInfo textNode_;  // also for white space, which may turn out to be text
-    XmlTokenInfo cdataNode_;
-    XmlTokenInfo commentNode_;
-    XmlTokenInfo piNode_;
-    XmlTokenInfo declarationNode_;
     DeclarationPart lastPart_ = DeclarationPart::None;  // of the declaration, so far
-    XmlTokenInfo doctypeNode_;
-    XmlTokenInfo entityRefNode_;
-    astring ownName_;  // of the nodes whose names are not interned
-    astring digits_;   // of the character reference that is being scanned
+    std::array<XmlName, 4> partNames_;                  // indexed by DeclarationPart
+    astring digits_;  // of the character reference that is being scanned
 };
+
+// What every node goes through is inline.
+
+// Makes value_ the current node, without a name, at the place that was marked.
+inline ReaderCore::Pass ReaderCore::ReportValue(XmlNodeType::XML_NODE_TYPE type) {
+    node_.type = type;
+    node_.depth = Depth() + 1;
+    node_.name = &noName_;
+    node_.namespaceUri = &empty_;
+    node_.value = &value_;
+    node_.isRaw = normalization;
+    return Pass::Node;
+}
+
+// Makes the properties those of the element on top.
+inline void ReaderCore::ShowElement() {
+    node_.type = XmlNodeType::Element;
+    node_.depth = Depth();
+    node_.name = Top().name;
+    node_.namespaceUri = Top().uri;
+    node_.value = &noValue_;
+    node_.isRaw = false;
+}
+
+inline XmlSpace ReaderCore::Space() const {
+    return elements_.empty() ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
+}
+
+inline void ReaderCore::PopElement() {
+    if (Top().ownsLanguage) --languageCount_;
+    elements_.pop_back();
+    if (namespaces) nsSupport_.PopContext();
+    parseState_ = elements_.empty() ? ParseState::PsProlog : ParseState::PsContent;
+}
+
+// Makes the end of the element on top the current node and closes it.
+inline void ReaderCore::FinishEndElement() {
+    ShowElement();
+    node_.type = XmlNodeType::EndElement;
+    node_.isEmptyElement = false;
+    PopElement();
+}
+
+// Returns the object for the next attribute, with all but its value, quote and place filled.
+inline XmlAttribute& ReaderCore::AddAttribute(XmlName& name) {
+    if (static_cast<std::size_t>(attributeCount_) == attributes_.size()) attributes_.emplace_back();
+    XmlAttribute& attribute = attributes_[static_cast<std::size_t>(attributeCount_)];
+    attribute.name = &name;
+    attribute.uri = &empty_;
+    attribute.isRaw = normalization;
+    attribute.holdsReferences = false;
+    const bool isDuplicate = name.usedBy == elementSerial_;
+    name.usedBy = elementSerial_;
+    if (name.isUnusual || isDuplicate) NoteUnusual(name, isDuplicate);
+    ++attributeCount_;
+    return attribute;
+}
+
+inline void ReaderCore::ForgetAttributes() {
+    if (attributeCount_ > 0) ResetAttributes();
+}
+
+// Returns what a prefix is bound to, from the name itself while no declaration has changed.
+inline const astring* ReaderCore::UriOf(XmlName& prefix) {
+    const unsigned long generation = nsSupport_.Generation();
+    if (prefix.generation != generation) {
+        prefix.uri = &nsSupport_.GetURI(prefix.qualified);
+        prefix.generation = generation;
+    }
+    return prefix.uri;
+}
+
+// Opens the element whose tag has been scanned and makes it the current node.
+inline void ReaderCore::FinishElement(XmlName& name, bool isEmpty) {
+    attributeIndex_ = 0;
+    // What is inherited is copied one by one: a copy of the whole entry would wait for the entry
+    // to be written, when it is that of the last start tag.
+    const bool isRoot = elements_.empty();
+    const astring* const language = isRoot ? &empty_ : Top().language;
+    const XmlSpace space = isRoot ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
+    elements_.push_back({&name, &empty_, language, space, false});
+    if (namespaces) {
+        nsSupport_.PushContext();
+        if ((asks_ & AsksDeclaration) != 0) DeclareNamespaces();
+        elements_.back().uri = UriOf(name.prefixName != nullptr ? *name.prefixName : noPrefix_);
+    }
+    if (asks_ != 0) GrantUnusual();
+    ShowElement();
+    node_.isEmptyElement = isEmpty;
+    parseState_ = isEmpty ? ParseState::PsEmptyEnd : ParseState::PsContent;
+}
 
 }  // namespace Xml::detail

@@ -11,9 +11,8 @@ namespace Xml::detail {
 
 ReaderCore::Pass ReaderCore::ParseRoot() {
     scanner_.MarkNode();
-    astring& text = textNode_.value;
-    text.clear();
-    const XmlToken token = scanner_.ScanText(text, XmlScanner::kBufferSize);
+    value_.clear();
+    const XmlToken token = scanner_.ScanText(value_, XmlScanner::kBufferSize);
     switch (token) {
     case XmlToken::NONE: return ParseTag();
     case XmlToken::ENDOFFILE: return Pass::End;
@@ -21,14 +20,13 @@ ReaderCore::Pass ReaderCore::ParseRoot() {
     default: break;
     }
     scanner_.Throw(Message::kUnexpectedToken,
-                   token == XmlToken::TEXT ? text.view() : scanner_.TokenText());
+                   token == XmlToken::TEXT ? value_.view() : scanner_.TokenText());
 }
 
 // [23] XMLDecl ::= '<?xml' VersionInfo EncodingDecl? SDDecl? S? '?>'
 //
 // Entered just after "xml". The value of the node is the text between it and "?>".
 ReaderCore::Pass ReaderCore::ParseXmlDecl() {
-    ownName_ = "xml";
     lastPart_ = DeclarationPart::None;
     scanner_.SkipWhitespace();
     scanner_.StartCapture();
@@ -41,19 +39,19 @@ ReaderCore::Pass ReaderCore::ParseXmlDecl() {
         ParseDeclarationPart();
     }
     if (lastPart_ == DeclarationPart::None) scanner_.Throw(Message::kInvalidDeclaration);
-    declarationNode_.value = scanner_.EndCapture();
-    declarationNode_.value.resize(declarationNode_.value.length() - 2);  // without "?>"
-    return ReportNode(declarationNode_);
+    const std::string_view text = scanner_.EndCapture();
+    value_ = text.substr(0, text.size() - 2);  // without "?>"
+    return ReportNamed(XmlNodeType::XmlDeclaration, "xml");
 }
 
 // Parses `name = "value"`, with the name scanned already.
 void ReaderCore::ParseDeclarationPart() {
-    static const astring kNames[] = {"", "version", "encoding", "standalone"};
     constexpr DeclarationPart kParts[] = {DeclarationPart::Version, DeclarationPart::Encoding,
                                           DeclarationPart::Standalone};
     DeclarationPart part = DeclarationPart::None;
     for (const DeclarationPart candidate : kParts) {
-        if (scanner_.Name().text == kNames[static_cast<int>(candidate)]) part = candidate;
+        if (scanner_.Name().text == partNames_[static_cast<std::size_t>(candidate)].qualified)
+            part = candidate;
     }
     if (part == DeclarationPart::None) scanner_.Throw(Message::kUnexpectedToken);
     const bool isFirst = lastPart_ == DeclarationPart::None;
@@ -62,12 +60,13 @@ void ReaderCore::ParseDeclarationPart() {
     }
     lastPart_ = part;
 
-    XmlAttributeTokenInfo& attribute = AddAttribute(nullptr);
-    attribute.name = attribute.localName = &kNames[static_cast<int>(part)];
+    XmlAttribute& attribute = AddAttribute(partNames_[static_cast<std::size_t>(part)]);
     if (scanner_.NextMarkupToken() != XmlToken::EQUALS ||
         scanner_.NextMarkupToken() != XmlToken::QUOTE) {
         scanner_.Throw(Message::kUnexpectedToken);
     }
+    attribute.place = scanner_.NodePlace();  // the parts are not visited one by one
+    attribute.hasPlace = true;
     attribute.quote = scanner_.QuoteChar();
     attribute.value.clear();
     if (scanner_.ScanValue(attribute.value) != XmlToken::TEXT ||
@@ -110,9 +109,10 @@ ReaderCore::Pass ReaderCore::ParseDoctype() {
     if (doctypeSeen_) scanner_.Throw(Message::kDoctypeAlreadyDefined);
     doctypeSeen_ = true;
     if (scanner_.NextMarkupToken() != XmlToken::NAME) scanner_.Throw(Message::kUnexpectedToken);
-    ownName_ = scanner_.Name().text;
+    const astring name(scanner_.Name().text);
     SkipDoctype();
-    return ReportNode(doctypeNode_);
+    value_.clear();
+    return ReportNamed(XmlNodeType::DocumentType, name);
 }
 
 // Steps over the rest of the document type declaration. Only its nesting counts: comments,

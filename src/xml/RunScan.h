@@ -18,8 +18,8 @@
 
 namespace Xml::detail {
 
-/// The zero bytes that must follow scanned data: as many as one step may read too far.
-inline constexpr int kScanPadding = 16;
+/// The zero bytes that must follow scanned data: more than one step may read too far.
+inline constexpr int kScanPadding = 32;
 
 /// The lead byte's sequence length when [position, end) starts with a valid sequence above ASCII,
 /// 0 when the data ends inside of it, -1 when the bytes are no character.
@@ -95,14 +95,16 @@ inline const unsigned char* FindStop(const unsigned char* p, const unsigned char
     };
     for (;;) {
 #if defined(__SSE2__)
-        const auto is = [](__m128i bytes, char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
+        const auto is = [](__m128i bytes, char c) {
+            return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c));
+        };
         for (;; p += 16) {
             const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
             __m128i stops = is(bytes, A);
             if (B != A) stops = _mm_or_si128(stops, is(bytes, B));
             if (C != A) stops = _mm_or_si128(stops, is(bytes, C));
-            const __m128i blanks = _mm_or_si128(is(bytes, '\t'), _mm_or_si128(is(bytes, '\n'),
-                                                                              is(bytes, '\r')));
+            const __m128i blanks =
+                _mm_or_si128(is(bytes, '\t'), _mm_or_si128(is(bytes, '\n'), is(bytes, '\r')));
             const __m128i low = _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(0x1F)), bytes);
             const __m128i all =
                 _mm_or_si128(_mm_or_si128(stops, _mm_andnot_si128(blanks, low)), bytes);
@@ -113,7 +115,8 @@ inline const unsigned char* FindStop(const unsigned char* p, const unsigned char
             }
         }
 #else
-        while (*p < 0x80 && isPlain(*p)) ++p;
+        while (*p < 0x80 && isPlain(*p))
+            ++p;
 #endif
         if (*p < 0x80) return p;
         p = SkipMixed(p, end, isPlain);
@@ -139,8 +142,85 @@ inline const unsigned char* SkipBlanks(const unsigned char* p) {
         if (mask != 0) return p + std::countr_zero(mask);
     }
 #else
-    while (IsBlank(*p)) ++p;
+    while (IsBlank(*p))
+        ++p;
     return p;
+#endif
+}
+
+/// A text that ends at "<" within its first 16 bytes.
+struct ShortText {
+    int length = -1;  ///< its bytes before "<"; -1 when it is no such text
+    bool isWhitespace = false;
+};
+
+/// Looks at the text that starts at `p`: is it a short one without anything unusual?
+inline ShortText ScanShortText(const unsigned char* p) {
+#if defined(__SSE2__)
+    const auto is = [](__m128i bytes, char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    const __m128i breaks =
+        _mm_or_si128(is(bytes, '\t'), _mm_or_si128(is(bytes, '\n'), is(bytes, '\r')));
+    const __m128i low = _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(0x1F)), bytes);
+    const __m128i unusual = _mm_or_si128(_mm_or_si128(_mm_andnot_si128(breaks, low), bytes),
+                                         _mm_or_si128(is(bytes, '&'), is(bytes, ']')));
+    const auto less = static_cast<unsigned>(_mm_movemask_epi8(is(bytes, '<')));
+    const unsigned before = (less - 1) & ~less;  // the bits below the first "<"
+    const auto stops = static_cast<unsigned>(_mm_movemask_epi8(unusual));
+    if (less == 0 || (stops & before) != 0) return {};
+    const auto blanks =
+        static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(breaks, is(bytes, ' '))));
+    return {std::countr_zero(less), (~blanks & before) == 0};
+#else
+    const unsigned char* const end = SkipBlanks(p);
+    for (const unsigned char* at = end; at - p < 16; ++at) {
+        if (*at == '<') return {static_cast<int>(at - p), at == end};
+        if (*at >= 0x80 || *at == '&' || *at == ']' || IsForbiddenControl(*at)) break;
+    }
+    return {};
+#endif
+}
+
+/// A name of up to 16 bytes as two words, padded with zeros.
+struct PackedName {
+    static constexpr int kMostBytes = 16;
+
+    std::uint64_t low = 0;
+    std::uint64_t high = 0;
+
+    friend bool operator==(const PackedName&, const PackedName&) = default;
+};
+
+/// Packs the `length` bytes (up to 16) at `p`, behind which 16 bytes are readable.
+inline PackedName PackName(const unsigned char* p, int length) {
+    static constexpr unsigned char kMask[2 * PackedName::kMostBytes] = {
+        0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
+        0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+    const auto load = [](const unsigned char* bytes) {
+        std::uint64_t word;
+        std::memcpy(&word, bytes, sizeof word);
+        return word;
+    };
+    const unsigned char* const mask = kMask + PackedName::kMostBytes - length;
+    return {load(p) & load(mask), load(p + 8) & load(mask + 8)};
+}
+
+/// Returns the number of bytes before the first one that ends a name in a tag (white space, "=",
+/// "/" or ">"), or 0 when there is none among the first 16. The bytes may be no name at all.
+inline int ShortNameLength(const unsigned char* p) {
+#if defined(__SSE2__)
+    const auto is = [](__m128i bytes, char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    const __m128i blanks = _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(0x20)), bytes);
+    const __m128i ends = _mm_or_si128(_mm_or_si128(blanks, is(bytes, '=')),
+                                      _mm_or_si128(is(bytes, '>'), is(bytes, '/')));
+    const auto mask = static_cast<unsigned>(_mm_movemask_epi8(ends));
+    return mask == 0 ? 0 : std::countr_zero(mask);
+#else
+    for (int i = 0; i < PackedName::kMostBytes; ++i) {
+        if (p[i] <= 0x20 || p[i] == '=' || p[i] == '/' || p[i] == '>') return i;
+    }
+    return 0;
 #endif
 }
 

@@ -31,8 +31,8 @@ constexpr unsigned char kInvalidByte = 0xFF;
 }  // namespace
 
 XmlScanner::XmlScanner()
-    : windowStore_(std::make_unique<unsigned char[]>(kWindowSize + 1 + kScanPadding)),
-      window_(windowStore_.get()),
+    : windowStore_(std::make_unique<unsigned char[]>(1 + kWindowSize + 1 + kScanPadding)),
+      window_(windowStore_.get() + 1),
       position_(window_),
       dataEnd_(window_) {}
 
@@ -41,10 +41,12 @@ XmlScanner::~XmlScanner() = default;
 void XmlScanner::SetStream(IO::Stream* stream) {
     stream_ = stream;
     codec_ = nullptr;
+    mostWhitespace_ = kBufferSize;
     streamEnded_ = false;
     filled_ = false;
     direct_ = true;
     position_ = dataEnd_ = window_;
+    window_[-1] = 0;
     rawLength_ = rawCut_ = 0;
     places_.Start(window_);
     nodePlace_ = Place{0, 0};
@@ -70,8 +72,9 @@ void XmlScanner::SetNamespaces(bool namespaces) { namespaces_ = namespaces; }
 void XmlScanner::InstallCodec(const CharCodec& codec) {
     const CharCodec& old = *codec_;
     codec_ = &codec;
-    const bool sameBytes = &codec == &old || (codec.Kind() == old.Kind() &&
-                                              codec.Kind() != CodecKind::SingleByte);
+    mostWhitespace_ = kBufferSize / UnitSize();
+    const bool sameBytes =
+        &codec == &old || (codec.Kind() == old.Kind() && codec.Kind() != CodecKind::SingleByte);
     if (sameBytes) return;
 
     SettlePlaces();
@@ -87,6 +90,7 @@ void XmlScanner::InstallCodec(const CharCodec& codec) {
         TakeRaw(rawStore_.get() + rawLength_ - ahead, ahead);
     }
     direct_ = false;
+    window_[-1] = position_[-1];
     position_ = dataEnd_ = window_;
     places_.Start(position_, place);
     captureFrom_ = position_;
@@ -115,13 +119,20 @@ XmlScanner::Fill XmlScanner::Refill() {
     return fill;
 }
 
-XmlScanner::Fill XmlScanner::RefillDirect() {
-    const auto held = static_cast<int>(dataEnd_ - position_);
-    std::memmove(window_, position_, static_cast<std::size_t>(held));
+// Moves what lies behind the position to the front of the window, and the byte before it with it.
+// Returns how many bytes lie behind the position.
+int XmlScanner::MoveToFront() {
+    const auto held = static_cast<std::size_t>(dataEnd_ - position_);
+    std::memmove(window_ - 1, position_ - 1, held + 1);
     position_ = window_;
     dataEnd_ = window_ + held;
     places_.Relocate(window_);
     CloseWindow();
+    return static_cast<int>(held);
+}
+
+XmlScanner::Fill XmlScanner::RefillDirect() {
+    const int held = MoveToFront();
     if (streamEnded_) return Fill::End;
     if (held == kBufferSize) return Fill::Full;
     dataEnd_ += ReadStream(dataEnd_, kBufferSize - held);
@@ -131,12 +142,7 @@ XmlScanner::Fill XmlScanner::RefillDirect() {
 
 XmlScanner::Fill XmlScanner::RefillDecoded() {
     const auto ahead = static_cast<int>(codec_->EncodedLength(position_, dataEnd_)) + rawCut_;
-    const auto held = static_cast<std::size_t>(dataEnd_ - position_);
-    std::memmove(window_, position_, held);
-    position_ = window_;
-    dataEnd_ = window_ + held;
-    places_.Relocate(window_);
-    CloseWindow();
+    MoveToFront();
     if (streamEnded_) return Fill::End;
 
     unsigned char* const raw = rawStore_.get();
@@ -178,8 +184,6 @@ int XmlScanner::ReadStream(unsigned char* buffer, int room) {
 void XmlScanner::CloseWindow() { std::memset(dataEnd_, 0, kScanPadding); }
 
 // Places.
-
-void XmlScanner::MarkNode() { nodeStart_ = position_; }
 
 Place XmlScanner::NodePlace() const {
     if (nodeStart_ != nullptr) {
@@ -320,7 +324,8 @@ bool XmlScanner::StartsName(const unsigned char* at) const {
 
 const unsigned char* XmlScanner::SkipNameCharacters(const unsigned char* at) const {
     for (;;) {
-        while (IsAsciiName(*at) || (*at == ':' && !namespaces_)) ++at;
+        while (IsAsciiName(*at) || (*at == ':' && !namespaces_))
+            ++at;
         if (*at < 0x80 || !IsNameClass(NonAsciiClass(at))) return at;
         at += SequenceLength(at, dataEnd_);
     }

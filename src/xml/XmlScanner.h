@@ -76,7 +76,7 @@ public:
     // Places.
 
     /// Remembers that a node starts at the position.
-    void MarkNode();
+    void MarkNode() { nodeStart_ = position_; }
 
     /// Returns where the marked node starts.
     Place NodePlace() const;
@@ -187,10 +187,14 @@ public:
     /// Reads more, keeping what lies behind the position.
     Fill Refill();
 
+    /// Returns how many characters of white space one token may hold.
+    int MostWhitespace() const { return mostWhitespace_; }
+
     /// Tells whether the buffer can take no more before something is scanned, or nothing is left.
     bool IsFilled() const { return filled_; }
 
 private:
+    int MoveToFront();
     Fill RefillDirect();
     Fill RefillDecoded();
     DecodeEnd DecodeRaw();
@@ -215,8 +219,8 @@ private:
     XmlToken FinishPair(XmlToken token, std::string_view text);
     XmlToken ScanReferenceStart();
     XmlToken ScanCharacters(astring& text, int limit);
-    void ScanUpTo(astring& text, const unsigned char* (*findStop)(const unsigned char*,
-                                                                  const unsigned char*),
+    void ScanUpTo(astring& text,
+                  const unsigned char* (*findStop)(const unsigned char*, const unsigned char*),
                   std::string_view terminator, const char* eofMessage);
 
     // The input.
@@ -225,19 +229,20 @@ private:
     bool streamEnded_ = false;          // the stream has no more bytes
     bool filled_ = false;               // the last refill left nothing to ask for
     bool direct_ = true;                // the window is the raw buffer
+    int mostWhitespace_ = kBufferSize;  // white space that fills the buffer, in characters
 
     // The buffers; see the picture above.
     std::unique_ptr<unsigned char[]> windowStore_;
-    std::unique_ptr<unsigned char[]> rawStore_;    // encoded bytes, when the window holds others
+    std::unique_ptr<unsigned char[]> rawStore_;  // encoded bytes, when the window holds others
     unsigned char* window_ = nullptr;
-    const unsigned char* position_ = nullptr;      // the next character
+    const unsigned char* position_ = nullptr;  // the next character
     unsigned char* dataEnd_ = nullptr;
     int rawLength_ = 0;  // bytes in rawStore_; the last rawCut_ of them are not decoded yet
     int rawCut_ = 0;
 
     // Places.
     mutable PlaceCounter places_;
-    mutable Place nodePlace_;
+    mutable Place nodePlace_{0, 0};
     mutable const unsigned char* nodeStart_ = nullptr;  // null once nodePlace_ is known
 
     // The current token.

@@ -78,7 +78,7 @@ XmlToken XmlScanner::NextMarkupToken() {
 // Content.
 
 XmlToken XmlScanner::ScanText(astring& text, int limit) {
-    int room = kBufferSize / UnitSize();  // white space that one token may hold, in characters
+    int room = mostWhitespace_;
     bool any = false;
     for (;;) {
         const unsigned char* end = SkipBlanks(position_);
@@ -164,7 +164,7 @@ int XmlScanner::ScanCharRef(astring& digits) {
     int code = 0;
     int base = 10;
     digits.clear();
-    const auto most = static_cast<std::size_t>(kBufferSize / UnitSize());
+    const auto most = static_cast<std::size_t>(mostWhitespace_);
     for (;;) {
         RequireCharacter();
         const unsigned char c = *position_;
@@ -230,9 +230,7 @@ void XmlScanner::ScanCData(astring& text) {
     ScanUpTo(text, FindStop<']'>, "]]>", Message::kEofInCData);
 }
 
-void XmlScanner::ScanPI(astring& text) {
-    ScanUpTo(text, FindStop<'?'>, "?>", Message::kEofInPI);
-}
+void XmlScanner::ScanPI(astring& text) { ScanUpTo(text, FindStop<'?'>, "?>", Message::kEofInPI); }
 
 // The document type.
 
@@ -249,11 +247,12 @@ bool XmlScanner::SkipLiteral(char quote) {
 
 char XmlScanner::NextDtdDelimiter() {
     const auto isPlain = [](unsigned char c) {
-        return c < 0x80 && !IsForbiddenControl(c) && c != '<' && c != '>' && c != '[' &&
-               c != ']' && c != '"' && c != '\'';
+        return c < 0x80 && !IsForbiddenControl(c) && c != '<' && c != '>' && c != '[' && c != ']' &&
+               c != '"' && c != '\'';
     };
     for (;;) {
-        while (isPlain(*position_)) ++position_;
+        while (isPlain(*position_))
+            ++position_;
         if (position_ != dataEnd_ && !IsForbiddenControl(*position_)) {
             if (*position_ < 0x80) return static_cast<char>(*position_++);
             const int length = SequenceLength(position_, dataEnd_);

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <espalier/xml/XmlTextReader.h>
-
 #include <espalier/io/Exception.h>
 #include <espalier/io/FileStream.h>
+#include <espalier/xml/XmlTextReader.h>
 
 #include "encoding/CharClass.h"
 #include "xml/Messages.h"
@@ -14,7 +13,7 @@ namespace Xml {
 
 namespace {
 
-constexpr unsigned kRead = 1;        // the access of a file that is read
+constexpr unsigned kRead = 1;         // the access of a file that is read
 constexpr unsigned kDenyNothing = 3;  // others may read and write the file meanwhile
 
 // API misuse has no place in a document.
@@ -45,7 +44,7 @@ bool AllCharacters(std::string_view text, Accept accept) {
 
 }  // namespace
 
-XmlTextReader::XmlTextReader() : core_(std::make_unique<detail::ReaderCore>()) {}
+XmlTextReader::XmlTextReader() : core_(std::make_unique<detail::ReaderCore>(node_)) {}
 
 XmlTextReader::~XmlTextReader() = default;
 
@@ -111,20 +110,13 @@ astring XmlTextReader::Encoding() const { return core_->EncodingName(); }
 
 bool XmlTextReader::Read() { return core_->Read(); }
 
-XmlNodeType XmlTextReader::NodeType() const { return core_->currentNode->type; }
-
-const astring& XmlTextReader::Name() const { return *core_->currentNode->name; }
-
-const astring& XmlTextReader::LocalName() const { return *core_->currentNode->localName; }
-
-const astring& XmlTextReader::Prefix() const { return *core_->currentNode->prefix; }
-
-const astring& XmlTextReader::NamespaceURI() const { return *core_->currentNode->namespaceUri; }
-
-const astring& XmlTextReader::Value() const { return core_->currentNode->Value(); }
+const astring& XmlTextReader::NormalizedValue() const {
+    core_->NormalizeCurrentValue();
+    return *node_.value;
+}
 
 bool XmlTextReader::HasValue() const {
-    switch (core_->currentNode->type) {
+    switch (node_.type) {
     case XmlNodeType::Attribute:
     case XmlNodeType::Text:
     case XmlNodeType::CDATA:
@@ -137,10 +129,6 @@ bool XmlTextReader::HasValue() const {
     default: return false;
     }
 }
-
-int XmlTextReader::Depth() const { return core_->currentNode->depth; }
-
-bool XmlTextReader::IsEmptyElement() const { return core_->currentNode->isEmpty; }
 
 char XmlTextReader::QuoteChar() const { return core_->QuoteChar(); }
 
@@ -171,11 +159,7 @@ bool XmlTextReader::MoveToElement() { return core_->MoveToElement(); }
 
 bool XmlTextReader::MoveToFirstAttribute() { return core_->MoveToAttribute(0); }
 
-bool XmlTextReader::MoveToNextAttribute() {
-    // Deliberate: on the element itself this does not move to the first attribute.
-    if (NodeType() != XmlNodeType::Attribute) return false;
-    return core_->MoveToAttribute(core_->AttributeIndex() + 1);
-}
+bool XmlTextReader::MoveToNextAttribute() { return core_->MoveToNextAttribute(); }
 
 int XmlTextReader::GetCurrentAttributeIndex() const { return core_->AttributeIndex(); }
 

@@ -39,11 +39,11 @@ enum class XmlToken : unsigned char {
 /// Returns the token's name as it stands in messages and diagnostics.
 constexpr const char* XmlTokenName(XmlToken token) {
     constexpr const char* kNames[] = {
-        "NONE",     "ERROR",        "ENDOFFILE",  "WHITESPACE", "NAME",       "NMTOKEN",
-        "TEXT",     "ENTTEXT",      "ENTITYREF",  "CHARREF",    "PEREF",      "TAG",
-        "ENDTAG",   "TAGEND",       "EMPTYTAGEND", "PI",        "PIEND",      "COMMENT",
-        "COMMENTEND", "CDATA",      "CDATAEND",   "DECL",       "EQUALS",     "QUOTE",
-        "ENDQUOTE", "PERCENT",      "DOCTYPEBEGIN", "DOCTYPEEND", "ENDENTITY"};
+        "NONE",       "ERROR",   "ENDOFFILE",    "WHITESPACE", "NAME",     "NMTOKEN",
+        "TEXT",       "ENTTEXT", "ENTITYREF",    "CHARREF",    "PEREF",    "TAG",
+        "ENDTAG",     "TAGEND",  "EMPTYTAGEND",  "PI",         "PIEND",    "COMMENT",
+        "COMMENTEND", "CDATA",   "CDATAEND",     "DECL",       "EQUALS",   "QUOTE",
+        "ENDQUOTE",   "PERCENT", "DOCTYPEBEGIN", "DOCTYPEEND", "ENDENTITY"};
     static_assert(sizeof kNames / sizeof kNames[0] == 29);
     return kNames[static_cast<int>(token)];
 }

@@ -182,6 +182,43 @@ TEST(BufferedStreamOwner, AFailingCloseClosesTheInnerStreamAllTheSame) {
     EXPECT_EQ(calls, Calls({"Write", "Close", "Close"}));
 }
 
+TEST(BufferedStreamOwner, WhicheverCallFailsTheStreamClosesAndDestructs) {
+    for (const support::Failure failure : {support::Failure::Throw, support::Failure::EndEarly}) {
+        bool hasFailed = true;
+        int calls = 0;
+        while (hasFailed) {
+            ++calls;
+            SCOPED_TRACE(calls);
+            RecordingStream inner(Pattern(2000));
+            support::FailingStream failing(inner, calls, failure);
+            int thrown = 0;
+            {
+                BufferedStream stream(&failing, false);
+                const auto attempt = [&](const auto& call) {
+                    try {
+                        call();
+                    } catch (const Xml::Exception&) {
+                        ++thrown;
+                    }
+                };
+                attempt([&] { Read(stream, 10); });
+                attempt([&] { Write(stream, "abc"); });
+                attempt([&] { Read(stream, 300); });
+                attempt([&] { stream.Seek(-5, SeekOrigin::Current); });
+                attempt([&] { Write(stream, Pattern(300)); });
+                attempt([&] { Write(stream, "def"); });
+                attempt([&] { stream.SetLength(2500); });
+                attempt([&] { stream.Flush(); });
+                Write(stream, "ghi");
+                attempt([&] { stream.Close(); });
+            }
+            hasFailed = failing.HasFailed();
+            EXPECT_EQ(thrown, hasFailed && failure == support::Failure::Throw ? 1 : 0);
+        }
+        EXPECT_GT(calls, 10);
+    }
+}
+
 TEST(BufferedStreamOwner, AFailingReadLosesNoBytes) {
     const std::string content = Pattern(2000);
     for (const int count : {200, 700}) {

@@ -205,6 +205,21 @@ TEST_F(FileStreamTest, ReadingAheadGivesTheSameBytesForReadsOfAnySize) {
     }
 }
 
+TEST_F(FileStreamTest, ALargeReadTakesWhatIsReadAheadAndTheRest) {
+    const std::string content = Pattern(200'000);
+    FileStream stream(Make("file", content), FileMode::Open, kRead, kDenyNothing);
+    EXPECT_EQ(stream.ReadByte(), static_cast<unsigned char>(content[0]));
+    std::string all(300'000, '\0');
+    auto* buffer = reinterpret_cast<unsigned char*>(all.data());
+    EXPECT_EQ(stream.Read(buffer, 0, 300'000), 199'999);
+    EXPECT_TRUE(all.substr(0, 199'999) == content.substr(1));
+    EXPECT_EQ(stream.Read(buffer, 0, 300'000), 0);
+    stream.SetPosition(199'000);
+    EXPECT_EQ(stream.ReadByte(), static_cast<unsigned char>(content[199'000]));
+    EXPECT_EQ(stream.Read(buffer, 0, 300'000), 999);  // all that is left was read ahead
+    EXPECT_EQ(stream.Position(), 200'000);
+}
+
 TEST_F(FileStreamTest, ReadingAheadSeeksLikeAPlainFile) {
     const std::string content = Pattern(200'000);
     const std::string path = Make("file", content);

@@ -117,6 +117,13 @@ public:
         SetLength(length);
     }
 
+    /// Makes the text the `length` characters at `text`, less than 16 bytes of them.
+    /// \pre 16 bytes are readable at `text`, and they lie outside of this string
+    void assign_short(const Char* text, size_type length) noexcept {
+        std::memcpy(data_, text, kBlock * sizeof(Char));
+        SetLength(length);
+    }
+
     BasicString& append(View text) {
         if (text.size() <= capacity() - length_) {
             // The text may be a part of this string; it does not reach behind the end.

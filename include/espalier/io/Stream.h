@@ -67,7 +67,7 @@ public:
     virtual void Write(const unsigned char* buffer, int offset, int count);
 
     /// Assigns nothing: a stream is not a value. Returns itself.
-    Stream& operator=(const Stream&) { return *this; }
+    Stream& operator=(const Stream&) = default;
 
     /// Moves to `position`, counted from the start: Seek(position, SeekOrigin::Begin).
     void SetPosition(long position);

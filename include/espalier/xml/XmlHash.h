@@ -53,7 +53,7 @@ struct XmlHashItem {
     void* value;              ///< the value, as the value allocator returned it when there is one
     XmlHashItem* next;        ///< the next older entry of the bucket, or null
     std::uint32_t keyLength;  ///< length of the key in bytes
-    char key[4];              ///< the first of `keyLength` key bytes; no terminator follows them
+    char key[1];              ///< the first of `keyLength` key bytes; no terminator follows them
 };
 
 /// A table. XmlHashInit() or XmlHashCreate() fills it in; read the fields, do not change them.

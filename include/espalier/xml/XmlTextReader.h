@@ -3,6 +3,7 @@
 
 #include <espalier/base/Export.h>
 #include <espalier/base/astring.h>
+#include <espalier/xml/NodeView.h>
 #include <espalier/xml/XmlEntityHandling.h>
 #include <espalier/xml/XmlNodeType.h>
 #include <espalier/xml/XmlSpace.h>
@@ -154,35 +155,37 @@ public:
     /// \name The current node
     /// @{
 
-    XmlNodeType NodeType() const;
+    XmlNodeType NodeType() const { return node_.type; }
 
     /// Returns the qualified name: of an element, an attribute, an entity reference, the target of
     /// a processing instruction, "xml" for the declaration, the root element's name for the
     /// document type; empty for other nodes.
-    const astring& Name() const;
+    const astring& Name() const { return node_.name->qualified; }
 
     /// Returns the name without its prefix; the whole name when namespaces are off.
-    const astring& LocalName() const;
+    const astring& LocalName() const { return node_.name->local; }
 
     /// Returns the prefix, or empty.
-    const astring& Prefix() const;
+    const astring& Prefix() const { return node_.name->prefix; }
 
     /// Returns the URI of the namespace of an element or attribute; empty without one, also for
     /// an undeclared prefix and for declarations of namespaces.
-    const astring& NamespaceURI() const;
+    const astring& NamespaceURI() const { return *node_.namespaceUri; }
 
     /// Returns the text, the attribute's value, the comment and so on; empty for nodes without.
-    const astring& Value() const;
+    const astring& Value() const { return node_.isRaw ? NormalizedValue() : *node_.value; }
 
     /// Tells whether nodes of this kind have a value.
     bool HasValue() const;
 
     /// Returns how many elements are open around the node, the node itself included: 1 for the
     /// root element, for its end tag, and for nodes outside it; 0 without a node.
-    int Depth() const;
+    int Depth() const { return node_.depth; }
 
     /// Tells whether the element is written as an empty-element tag; it then has no `EndElement`.
-    bool IsEmptyElement() const;
+    bool IsEmptyElement() const {
+        return node_.isEmptyElement && node_.type == XmlNodeType::Element;
+    }
 
     /// Returns the quotation mark around the current attribute's value; the double one elsewhere.
     char QuoteChar() const;
@@ -258,6 +261,9 @@ public:
     /// @}
 
 private:
+    const astring& NormalizedValue() const;
+
+    detail::NodeView node_;  // filled by the core
     std::unique_ptr<detail::ReaderCore> core_;
 };
 

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: MIT
+
+// Namespaces of elements and attributes: declarations, duplicates, and lookup by name.
+
+#include <espalier/io/Exception.h>
+
+#include "xml/Messages.h"
+#include "xml/ReaderCore.h"
+
+#include <algorithm>  // std::sort
+#include <new>        // std::bad_alloc
+
+namespace Xml::detail {
+
+void ReaderCore::DeclareNamespaces() {
+    for (XmlAttribute& attribute : Attributes()) {
+        const NameMeaning meaning = attribute.name->meaning;
+        if (meaning != NameMeaning::DefaultNamespace && meaning != NameMeaning::Namespace) continue;
+        const std::string_view prefix =
+            meaning == NameMeaning::Namespace ? attribute.name->local.view() : std::string_view();
+        if (nsSupport_.DeclarePrefix(prefix, NormalizedValue(attribute)) == nullptr)
+            throw std::bad_alloc();
+    }
+}
+
+void ReaderCore::ResolveAttributes() {
+    for (XmlAttribute& attribute : Attributes()) {
+        const XmlName& name = *attribute.name;
+        if (name.prefixName == nullptr || name.meaning == NameMeaning::Namespace) continue;
+        attribute.uri = UriOf(*name.prefixName);
+    }
+}
+
+// Tells whether all prefixed attributes have the same prefix.
+bool ReaderCore::HaveOnePrefix() const {
+    const XmlName* prefix = nullptr;
+    for (const XmlAttribute& attribute : Attributes()) {
+        const XmlName* const other = attribute.name->prefixName;
+        if (other == nullptr || attribute.name->meaning == NameMeaning::Namespace) continue;
+        if (prefix != nullptr && other != prefix) return false;
+        prefix = other;
+    }
+    return true;
+}
+
+// Two prefixes may be bound to one URI: no two attributes may have the same URI and local name
+// (Namespaces in XML 1.0 section 6.3). Attributes with an unbound prefix have no URI to compare.
+void ReaderCore::CheckExpandedDuplicates() const {
+    if (HaveOnePrefix()) return;  // names with one prefix differ in their local names
+    std::vector<const XmlAttribute*> bound;
+    for (const XmlAttribute& attribute : Attributes()) {
+        const XmlName& name = *attribute.name;
+        if (name.prefixName == nullptr || name.meaning == NameMeaning::Namespace) continue;
+        if (nsSupport_.FindPrefix(name.prefix.view()) != nullptr) bound.push_back(&attribute);
+    }
+    // Sorted by name and then by place, so that equal ones are neighbours in document order.
+    const auto compareNames = [](const XmlAttribute& a, const XmlAttribute& b) {
+        const int order = a.name->local.compare(b.name->local);
+        return order != 0 ? order : a.uri->compare(*b.uri);
+    };
+    std::sort(bound.begin(), bound.end(), [&compareNames](const auto* a, const auto* b) {
+        const int order = compareNames(*a, *b);
+        return order != 0 ? order < 0 : a < b;
+    });
+    const XmlAttribute* first = nullptr;
+    for (std::size_t i = 1; i < bound.size(); ++i) {
+        const bool isDuplicate = compareNames(*bound[i - 1], *bound[i]) == 0;
+        if (isDuplicate && (first == nullptr || bound[i] < first)) first = bound[i];
+    }
+    if (first != nullptr) ThrowDuplicate(*first);
+}
+
+void ReaderCore::ThrowDuplicate(const XmlAttribute& attribute) const {
+    const Place place = PlaceOf(attribute);
+    Exception::ThrowException(Message::kDuplicateAttribute, astring(), place.line, place.column);
+}
+
+// Lookup by name.
+
+namespace {
+
+// With up to so many attributes, comparing all of them is faster than a table.
+constexpr int kFewAttributes = 16;
+
+bool IsDeclaration(const XmlName& name) {
+    return name.meaning == NameMeaning::DefaultNamespace || name.meaning == NameMeaning::Namespace;
+}
+
+astring NamespaceKey(std::string_view uri, std::string_view localName) {
+    astring key(uri);
+    key += ':';
+    key += localName;
+    return key;
+}
+
+unsigned KeyLength(std::string_view key) { return static_cast<unsigned>(key.size()); }
+
+}  // namespace
+
+const astring& ReaderCore::AttributeValue(std::string_view name) {
+    XmlAttribute* const found = FindAttribute(name);
+    return found == nullptr ? empty_ : NormalizedValue(*found);
+}
+
+const astring& ReaderCore::AttributeValue(std::string_view localName, std::string_view uri) {
+    XmlAttribute* const found = namespaces ? FindAttribute(localName, uri) : nullptr;
+    return found == nullptr ? empty_ : NormalizedValue(*found);
+}
+
+XmlAttribute* ReaderCore::FindAttribute(std::string_view name) {
+    if (name.empty()) return nullptr;
+    if (attributeCount_ > kFewAttributes) {
+        if (!nameMapFilled_) FillNameMap();
+        return static_cast<XmlAttribute*>(attributesByName_.Find(name.data(), KeyLength(name)));
+    }
+    for (XmlAttribute& attribute : Attributes()) {
+        if (attribute.name->qualified == name) return &attribute;
+    }
+    return nullptr;
+}
+
+XmlAttribute* ReaderCore::FindAttribute(std::string_view localName, std::string_view uri) {
+    if (attributeCount_ > kFewAttributes) {
+        if (!namespaceMapFilled_) FillNamespaceMap();
+        const astring key = NamespaceKey(uri, localName);
+        return static_cast<XmlAttribute*>(attributesByNs_.Find(key.data(), KeyLength(key)));
+    }
+    for (XmlAttribute& attribute : Attributes()) {
+        const XmlName& name = *attribute.name;
+        if (name.local == localName && *attribute.uri == uri && !IsDeclaration(name)) {
+            return &attribute;
+        }
+    }
+    return nullptr;
+}
+
+void ReaderCore::FillNameMap() {
+    for (XmlAttribute& attribute : Attributes()) {
+        const std::string_view name = attribute.name->qualified;
+        attributesByName_.Insert(name.data(), KeyLength(name), &attribute);
+    }
+    nameMapFilled_ = true;
+}
+
+void ReaderCore::FillNamespaceMap() {
+    for (XmlAttribute& attribute : Attributes()) {
+        if (IsDeclaration(*attribute.name)) continue;
+        const astring key = NamespaceKey(*attribute.uri, attribute.name->local);
+        attributesByNs_.Insert(key.data(), KeyLength(key), &attribute);
+    }
+    namespaceMapFilled_ = true;
+}
+
+}  // namespace Xml::detail

@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: MIT
+
+// The quick way through the content of an element.
+//
+// These scans handle what nearly all of a document is made of: text, white space, start tags and
+// end tags that lie in the window as a whole. They run over the bytes of the window themselves and
+// change nothing until they know that they can finish. Whatever is unusual (a token that the
+// window cuts, a reference, markup other than tags, an error) they leave to the careful way,
+// which starts again at the same place.
+
+#include "xml/NameBytes.h"
+#include "xml/ReaderCore.h"
+#include "xml/RunScan.h"
+
+#include <cstring>
+
+namespace Xml::detail {
+
+namespace {
+
+// The longest cut token that is moved to the front of the window, to be scanned again.
+constexpr int kWorthMoving = XmlScanner::kBufferSize / 2;
+
+std::size_t Distance(const unsigned char* begin, const unsigned char* end) {
+    return static_cast<std::size_t>(end - begin);
+}
+
+const char* Chars(const unsigned char* bytes) { return reinterpret_cast<const char*>(bytes); }
+
+}  // namespace
+
+bool ReaderCore::Read() {
+    ForgetAttributes();
+    if (parseState_ == ParseState::PsEmptyEnd) PopElement();
+    if (parseState_ != ParseState::PsContent) return ReadFromOutside();
+    try {
+        Quick quick = ReadQuickly();
+        if (quick != Quick::Done) [[unlikely]] {
+            // A token that the window cuts may be whole after a refill; a long one never is.
+            const bool isShort = scanner_.DataEnd() - scanner_.Position() <= kWorthMoving;
+            if (quick == Quick::NeedsMore && isShort &&
+                scanner_.Refill() == XmlScanner::Fill::More && scanner_.IsFilled()) {
+                quick = ReadQuickly();
+            }
+        }
+        if (quick == Quick::Done) return true;
+    } catch (...) {
+        Fail();
+        throw;
+    }
+    return ReadCarefully();
+}
+
+// Makes the next node the current one.
+ReaderCore::Quick ReaderCore::ReadQuickly() {
+    for (;;) {
+        const unsigned char* const at = scanner_.Position();
+        if (*at != '<') {
+            const Quick result = ReadTextQuickly();
+            if (result != Quick::Skipped) return result;
+        } else if (at[1] == '/') {
+            return ReadEndTagQuickly();
+        } else {
+            return ReadStartTagQuickly();
+        }
+    }
+}
+
+inline ReaderCore::Quick ReaderCore::ReadTextQuickly() {
+    const unsigned char* const begin = scanner_.Position();
+    const ShortText text = ScanShortText(begin);
+    if (text.length < 0) return ReadLongTextQuickly();
+    const XmlNodeType::XML_NODE_TYPE type =
+        text.isWhitespace ? WhitespaceType() : XmlNodeType::Text;
+    if (type == XmlNodeType::None) {
+        scanner_.Consume(begin + text.length);
+        return Quick::Skipped;
+    }
+    value_.assign_short(Chars(begin), static_cast<std::size_t>(text.length));
+    return ReportTextQuickly(begin + text.length, type);
+}
+
+inline ReaderCore::Quick ReaderCore::ReportTextQuickly(const unsigned char* end,
+                                                       XmlNodeType::XML_NODE_TYPE type) {
+    scanner_.MarkNode();
+    scanner_.Consume(end);
+    ReportValue(type);
+    return Quick::Done;
+}
+
+// Reads a text that is longer than a block.
+ReaderCore::Quick ReaderCore::ReadLongTextQuickly() {
+    const unsigned char* const begin = scanner_.Position();
+    const unsigned char* const dataEnd = scanner_.DataEnd();
+    const unsigned char* end = SkipBlanks(begin);
+    XmlNodeType::XML_NODE_TYPE type = XmlNodeType::Text;
+    if (*end == '<') {
+        if (end - begin >= scanner_.MostWhitespace()) return Quick::NeedsCare;
+        type = WhitespaceType();
+        if (type == XmlNodeType::None) {
+            scanner_.Consume(end);
+            return Quick::Skipped;
+        }
+    } else {
+        end = FindStop<'<', '&', ']'>(end, dataEnd);
+        if (*end != '<') {
+            return end == dataEnd || *end >= 0x80 ? Quick::NeedsMore : Quick::NeedsCare;
+        }
+    }
+    value_.assign_padded(Chars(begin), Distance(begin, end));
+    return ReportTextQuickly(end, type);
+}
+
+// Scans the name at `at`.
+//
+// The bytes up to the next delimiter are looked up as they are: when they are a name that was met
+// before, they need no check.
+// Returns where the name ends, or null when it is none, is malformed or reaches the window's end.
+inline const unsigned char* ReaderCore::ScanNameQuickly(const unsigned char* at, XmlName*& name) {
+    const int length = ShortNameLength(at);
+    if (length > 0) {
+        name = names_.FindShort(PackName(at, length));
+        if (name != nullptr) {
+            if (name->prefixName != nullptr) {
+                scanner_.Places().SkipColon(at + name->prefix.length());
+            }
+            return at + length;
+        }
+    }
+    return ScanNewName(at, name);
+}
+
+inline ReaderCore::Quick ReaderCore::ReadEndTagQuickly() {
+    const XmlName& name = *Top().name;
+    const unsigned char* const begin = scanner_.Position() + 2;
+    const std::size_t length = name.qualified.length();
+    if (length <= PackedName::kMostBytes) {
+        if (PackName(begin, static_cast<int>(length)) != name.packed) return Quick::NeedsMore;
+    } else {
+        if (scanner_.DataEnd() - begin <= static_cast<std::ptrdiff_t>(length)) {
+            return Quick::NeedsMore;
+        }
+        if (std::memcmp(begin, name.qualified.data(), length) != 0) return Quick::NeedsCare;
+    }
+    const unsigned char* const end = begin + length;
+    if (*end != '>') return end == scanner_.DataEnd() ? Quick::NeedsMore : Quick::NeedsCare;
+    scanner_.MarkNode();
+    if (name.prefixName != nullptr) scanner_.Places().SkipColon(begin + name.prefix.length());
+    scanner_.Consume(end + 1);
+    FinishEndElement();
+    return Quick::Done;
+}
+
+ReaderCore::Quick ReaderCore::ReadStartTagQuickly() {
+    const unsigned char* const begin = scanner_.Position();
+    XmlName* name = nullptr;
+    const unsigned char* at = ScanNameQuickly(begin + 1, name);
+    if (at == nullptr) return Quick::NeedsMore;
+    bool isEmpty = false;
+    for (;;) {
+        if (*at != '>') {
+            at = SkipBlanks(at);
+            if (*at != '>' && *at != '/') {
+                const Quick result = ScanAttributeQuickly(at);
+                if (result == Quick::Done) continue;
+                scanner_.Places().ForgetColonsFrom(begin);
+                ForgetAttributes();
+                return result;
+            }
+        }
+        isEmpty = *at == '/';
+        if (!isEmpty || at[1] == '>') break;
+        scanner_.Places().ForgetColonsFrom(begin);
+        ForgetAttributes();
+        return at + 1 == scanner_.DataEnd() ? Quick::NeedsMore : Quick::NeedsCare;
+    }
+    scanner_.MarkNode();
+    scanner_.Consume(at + (isEmpty ? 2 : 1));
+    FinishElement(*name, isEmpty);
+    return Quick::Done;
+}
+
+// Scans an attribute at `at` and advances over it.
+ReaderCore::Quick ReaderCore::ScanAttributeQuickly(const unsigned char*& at) {
+    const unsigned char* const dataEnd = scanner_.DataEnd();
+    const unsigned char* const begin = at;
+    const auto failure = [dataEnd](const unsigned char* stop) {
+        return stop == dataEnd || *stop >= 0x80 ? Quick::NeedsMore : Quick::NeedsCare;
+    };
+    XmlName* name = nullptr;
+    const unsigned char* end = ScanNameQuickly(begin, name);
+    if (end == nullptr) return Quick::NeedsMore;
+    if (*end != '=') {
+        end = SkipBlanks(end);
+        if (*end != '=') return failure(end);
+    }
+    ++end;
+    if (IsBlank(*end)) end = SkipBlanks(end);
+    const unsigned char quote = *end;
+    if (quote != '"' && quote != '\'') return failure(end);
+    const unsigned char* const value = end + 1;
+    end = quote == '"' ? FindStop<'"', '<', '&'>(value, dataEnd)
+                       : FindStop<'\'', '<', '&'>(value, dataEnd);
+    if (*end != quote) return failure(end);
+    const std::string_view text(Chars(value), Distance(value, end));
+    if (name->meaning != NameMeaning::Ordinary &&
+        SpecialAttributeError(name->meaning, text) != nullptr) {
+        return Quick::NeedsCare;
+    }
+    XmlAttribute& attribute = AddAttribute(*name);
+    attribute.at = begin;
+    attribute.hasPlace = false;
+    attribute.quote = static_cast<char>(quote);
+    attribute.value.assign_padded(text.data(), text.size());
+    at = end + 1;
+    return Quick::Done;
+}
+
+const unsigned char* ReaderCore::ScanNewName(const unsigned char* at, XmlName*& name) {
+    if (!scanner_.StartsName(at)) return nullptr;
+    int colon = -1;
+    const unsigned char* end = scanner_.SkipNameCharacters(at);
+    if (*end == ':' && namespaces) {
+        colon = static_cast<int>(end - at);
+        end = scanner_.SkipNameCharacters(end + 1);
+        if (*end == ':') return nullptr;
+    }
+    if (end == scanner_.DataEnd() || *end >= 0x80) return nullptr;
+    if (colon > 0) scanner_.Places().SkipColon(at + colon);
+    name = names_.Intern({Chars(at), Distance(at, end)}, colon);
+    if (names_.IsLarge()) asks_ |= AsksTrim;
+    return end;
+}
+
+}  // namespace Xml::detail

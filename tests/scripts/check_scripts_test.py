@@ -1,0 +1,134 @@
+# SPDX-License-Identifier: MIT
+"""Shows that the checks in scripts/ find what they are there to find."""
+
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+SCRIPTS = Path(__file__).resolve().parent.parent.parent / "scripts"
+HEADER = "// SPDX-License-Identifier: MIT\n#pragma once\n"
+SOURCE = "// SPDX-License-Identifier: MIT\n"
+
+# A tree without faults: a private header in io/, used from xml/.
+SOUND = {
+    "include/espalier/espalier.h": HEADER + "#include <espalier/io/Stream.h>\n",
+    "include/espalier/io/Stream.h": HEADER,
+    "include/espalier/CMakeLists.txt": "target_sources(x PUBLIC espalier.h io/Stream.h)\n",
+    "src/io/Handle.h": HEADER + "#include <fcntl.h>\n",
+    "src/io/CMakeLists.txt": "target_sources(x PRIVATE Handle.cpp)\n",
+    "src/io/Handle.cpp": SOURCE + '#include "io/Handle.h"\n',
+    "src/xml/CMakeLists.txt": "target_sources(x PRIVATE Reader.cpp)\n",
+    "src/xml/Reader.cpp": SOURCE + '#include <espalier/io/Stream.h>\n#include "io/Handle.h"\n',
+}
+
+
+class CheckTest(unittest.TestCase):
+    def run_on(self, script, changes):
+        """Runs a check on the sound tree with some files changed: exit status and output."""
+        with tempfile.TemporaryDirectory() as folder:
+            for name, text in {**SOUND, **changes}.items():
+                path = Path(folder) / name
+                path.parent.mkdir(parents=True, exist_ok=True)
+                path.write_text(text, encoding="utf-8")
+            done = subprocess.run([sys.executable, SCRIPTS / script, folder],
+                                  capture_output=True, text=True)
+            return done.returncode, done.stdout + done.stderr
+
+    def expect_found(self, script, changes, *lines):
+        status, output = self.run_on(script, changes)
+        self.assertEqual((status, output.splitlines()[:-1]), (1, list(lines)))
+
+
+class CheckLayers(CheckTest):
+    def test_a_sound_tree_passes(self):
+        self.assertEqual(self.run_on("check-layers", {}), (0, "4 files, 0 problems\n"))
+
+    def test_an_empty_tree_is_no_success(self):
+        with tempfile.TemporaryDirectory() as folder:
+            done = subprocess.run([sys.executable, SCRIPTS / "check-layers", folder],
+                                  capture_output=True)
+            self.assertEqual(done.returncode, 1)
+
+    def test_an_include_of_a_higher_layer_is_found(self):
+        self.expect_found(
+            "check-layers",
+            {"src/xml/Reader.h": HEADER, "src/io/Handle.cpp": SOURCE + '#include "xml/Reader.h"\n'},
+            "src/io/Handle.cpp:2: is in io/, which does not stand above xml/, and includes: "
+            "xml/Reader.h")
+
+    def test_sax_and_dom_never_meet(self):
+        self.expect_found(
+            "check-layers",
+            {"src/sax/A.h": HEADER, "src/dom/B.h": HEADER + '#  include "sax/A.h"\n'},
+            "src/dom/B.h:3: is in dom/, which does not stand above sax/, and includes: sax/A.h")
+
+    def test_a_public_header_with_a_private_one_is_found(self):
+        self.expect_found(
+            "check-layers",
+            {"include/espalier/io/Stream.h": HEADER + '#include "io/Handle.h"\n'},
+            "include/espalier/io/Stream.h:3: is a public header and includes a private one: "
+            "io/Handle.h")
+
+    def test_an_umbrella_inside_the_library_is_found(self):
+        self.expect_found(
+            "check-layers",
+            {"src/io/Handle.cpp": SOURCE + "#include <espalier/espalier.h>\n"},
+            "src/io/Handle.cpp:2: includes an umbrella header: espalier/espalier.h")
+
+    def test_a_private_header_is_named_from_src_on(self):
+        for name in ("Handle.h", "../io/Handle.h"):
+            self.expect_found(
+                "check-layers",
+                {"src/io/Handle.cpp": SOURCE + f'#include "{name}"\n'},
+                "src/io/Handle.cpp:2: includes a private header not named from src/ on: " + name)
+
+    def test_a_public_header_that_does_not_exist_is_found(self):
+        self.expect_found(
+            "check-layers",
+            {"src/io/Handle.cpp": SOURCE + "#include <espalier/io/None.h>\n"},
+            "src/io/Handle.cpp:2: includes a public header that does not exist: "
+            "espalier/io/None.h")
+
+    def test_system_headers_stand_in_io_alone(self):
+        for name in ("unistd.h", "sys/stat.h"):
+            self.expect_found(
+                "check-layers",
+                {"src/xml/Reader.cpp": SOURCE + f"#include <{name}>\n"},
+                "src/xml/Reader.cpp:2: includes a system header outside src/io: " + name)
+
+    def test_a_file_without_a_layer_is_found(self):
+        self.expect_found("check-layers", {"src/Loose.h": HEADER},
+                          "src/Loose.h: stands in no layer's folder")
+        self.expect_found("check-layers", {"src/attic/Old.h": HEADER},
+                          "src/attic/Old.h: attic/ is no layer")
+
+
+class CheckFiles(CheckTest):
+    def test_a_sound_tree_passes(self):
+        self.assertEqual(self.run_on("check-files", {}), (0, "5 files, 0 problems\n"))
+
+    def test_faults_of_form_are_found(self):
+        name = "src/io/Handle.h"
+        for text, problem in (
+            ("#pragma once\n", ":1: does not start with // SPDX-License-Identifier: MIT"),
+            (SOURCE, ": has no #pragma once"),
+            (HEADER + "// end", ": does not end in one newline"),
+            (HEADER + "\n", ": does not end in one newline"),
+            (HEADER + "\tint i;\n", ":3: holds a tab"),
+            (HEADER + "// \u00e9\n", ":3: is not ASCII"),
+        ):
+            with self.subTest(problem):
+                self.expect_found("check-files", {name: text}, name + problem)
+
+    def test_sources_that_no_list_names_are_found(self):
+        for name, text in (("src/io/Lost.cpp", SOURCE), ("include/espalier/io/Lost.h", HEADER),
+                           ("tests/io/LostTest.cpp", SOURCE)):
+            with self.subTest(name):
+                self.expect_found("check-files", {name: text},
+                                  name + ": no CMakeLists.txt names it")
+
+
+if __name__ == "__main__":
+    unittest.main()
