@@ -15,21 +15,23 @@ constexpr std::size_t kFirstSlots = 256;
 // More names than vocabularies have; about ten megabytes.
 constexpr std::size_t kLarge = 65536;
 
-unsigned LongHash(std::string_view text) {
-    return SeededHash(text.data(), static_cast<unsigned>(text.size()));
-}
+constexpr std::size_t kMedium = 2 * PackedName::kMostBytes;
 
 bool IsShort(std::string_view text) { return text.size() <= PackedName::kMostBytes; }
 
 PackedName Pack(std::string_view text) {
     PackedName packed;
-    std::memcpy(&packed, text.data(), text.size());
+    std::memcpy(&packed, text.data(), std::min(text.size(), sizeof packed));
     return packed;
+}
+
+PackedName PackEnd(std::string_view text) {
+    return IsShort(text) ? PackedName{} : Pack(text.substr(text.size() - sizeof(PackedName)));
 }
 
 // 64 bits that differ from process to process, made of the seeded hashes of two short texts.
 std::uint64_t MakeSeed(const char* first, const char* second) {
-    return std::uint64_t{LongHash(first)} << 32 | LongHash(second);
+    return std::uint64_t{SeededHash(first, 1)} << 32 | SeededHash(second, 1);
 }
 
 NameMeaning MeaningOf(const XmlName& name) {
@@ -46,9 +48,17 @@ NameTable::NameTable()
       short_(kFirstSlots),
       long_(kFirstSlots),
       shortSize_(kFirstSlots),
+      longSize_(kFirstSlots),
       trimAt_(kLarge) {}
 
 NameTable::~NameTable() = default;
+
+unsigned NameTable::LongHash(std::string_view text) const {
+    if (text.size() > kMedium) {
+        return SeededHash(text.data(), static_cast<unsigned>(text.size()));
+    }
+    return static_cast<unsigned>(MediumHash(Pack(text), PackEnd(text)));
+}
 
 XmlName* NameTable::Intern(std::string_view text, int colon) {
     if (IsShort(text)) {
@@ -56,7 +66,7 @@ XmlName* NameTable::Intern(std::string_view text, int colon) {
         return found != nullptr ? found : Add(text, colon);
     }
     const unsigned hash = LongHash(text);
-    const std::size_t mask = long_.size() - 1;
+    const std::size_t mask = longSize_ - 1;
     for (std::size_t i = hash & mask; long_[i].name != nullptr; i = (i + 1) & mask) {
         if (long_[i].hash == hash && long_[i].name->qualified == text) return long_[i].name;
     }
@@ -67,7 +77,8 @@ XmlName* NameTable::Add(std::string_view text, int colon) {
     auto name = std::make_unique<XmlName>();
     name->qualified = text;
     name->local = text;
-    if (IsShort(text)) name->packed = Pack(text);
+    name->packed = Pack(text);
+    name->packedEnd = PackEnd(text);
     if (colon > 0) {
         const auto split = static_cast<std::size_t>(colon);
         name->prefix = text.substr(0, split);
@@ -77,13 +88,14 @@ XmlName* NameTable::Add(std::string_view text, int colon) {
     name->meaning = MeaningOf(*name);
     name->isUnusual = name->meaning != NameMeaning::Ordinary || name->prefixName != nullptr;
     const bool isFull =
-        IsShort(text) ? 2 * (shortCount_ + 1) > shortSize_ : 2 * (longCount_ + 1) > long_.size();
+        IsShort(text) ? 2 * (shortCount_ + 1) > shortSize_ : 2 * (longCount_ + 1) > longSize_;
     if (isFull) {
         if (IsShort(text)) {
             short_.resize(2 * shortSize_);
             shortSize_ = short_.size();
         } else {
-            long_.resize(2 * long_.size());
+            long_.resize(2 * longSize_);
+            longSize_ = long_.size();
         }
         Rebuild();
     }
@@ -111,7 +123,7 @@ void NameTable::PlaceShort(XmlName* name) {
 
 void NameTable::PlaceLong(XmlName* name) {
     const unsigned hash = LongHash(name->qualified);
-    const std::size_t mask = long_.size() - 1;
+    const std::size_t mask = longSize_ - 1;
     std::size_t i = hash & mask;
     while (long_[i].name != nullptr)
         i = (i + 1) & mask;

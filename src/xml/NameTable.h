@@ -25,7 +25,8 @@ enum class NameMeaning : unsigned char {
 
 /// A name of elements, attributes or prefixes, split once and then compared by identity.
 struct XmlName : NameParts {
-    PackedName packed;              ///< the name, when it has up to 16 bytes
+    PackedName packed;              ///< its first 16 bytes, padded with zeros
+    PackedName packedEnd;           ///< its last 16 bytes, when it has more than that
     XmlName* prefixName = nullptr;  ///< the prefix as a name; null without one
     NameMeaning meaning = NameMeaning::Ordinary;
     bool isUnusual = false;  ///< as an attribute it has a meaning or a prefix
@@ -63,6 +64,25 @@ public:
         return nullptr;
     }
 
+    /// Returns the name of `length` bytes (16 or more) at `p`; null when it is not there, and for
+    /// more than 31 bytes.
+    XmlName* FindLonger(const unsigned char* p, int length) const {
+        if (length == PackedName::kMostBytes) return FindShort(LoadName(p));
+        if (length >= 2 * PackedName::kMostBytes) return nullptr;
+        const PackedName first = LoadName(p);
+        const PackedName last = LoadName(p + length - PackedName::kMostBytes);
+        const auto hash = static_cast<unsigned>(MediumHash(first, last));
+        const std::size_t mask = longSize_ - 1;
+        for (std::size_t i = hash & mask; long_[i].name != nullptr; i = (i + 1) & mask) {
+            const XmlName& name = *long_[i].name;
+            if (long_[i].hash == hash && name.packed == first && name.packedEnd == last &&
+                name.qualified.length() == static_cast<std::size_t>(length)) {
+                return long_[i].name;
+            }
+        }
+        return nullptr;
+    }
+
     /// Tells whether there are so many names that it is time to Trim().
     bool IsLarge() const { return names_.size() >= trimAt_; }
 
@@ -91,11 +111,15 @@ private:
         const Wide product = Wide{packed.low ^ seed_.low} * (packed.high ^ seed_.high);
         return static_cast<std::size_t>(product) ^ static_cast<std::size_t>(product >> 64);
     }
+    std::size_t MediumHash(const PackedName& first, const PackedName& last) const {
+        return ShortHash(first) * 31 + ShortHash(last);
+    }
     const ShortSlot* NextShort(const ShortSlot* slot) const {
         ++slot;
         return slot == short_.data() + shortSize_ ? short_.data() : slot;
     }
 
+    unsigned LongHash(std::string_view text) const;
     XmlName* Add(std::string_view text, int colon);
     void Place(XmlName* name);
     void PlaceShort(XmlName* name);
@@ -106,6 +130,7 @@ private:
     std::vector<ShortSlot> short_;
     std::vector<LongSlot> long_;
     std::size_t shortSize_;
+    std::size_t longSize_;
     std::size_t shortCount_ = 0;
     std::size_t longCount_ = 0;
     std::vector<std::unique_ptr<XmlName>> names_;

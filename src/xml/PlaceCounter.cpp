@@ -21,31 +21,38 @@ bool EndsLine(const unsigned char* p) {
     return *p == '\r' || (*p == '\n' && p[-1] != '\r');
 }
 
+int CountBreaksOneByOne(const unsigned char* p, const unsigned char* end) {
+    int count = 0;
+    for (; p != end; ++p)
+        count += EndsLine(p);
+    return count;
+}
+
 // Counts the line breaks in [p, end). The byte before `p` is readable.
 int CountBreaks(const unsigned char* p, const unsigned char* end) {
     int count = 0;
 #if defined(__SSE2__)
-    const auto is = [](const unsigned char* at, char c) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
-        return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c));
-    };
     while (end - p >= kBlock) {
-        // Each lane counts down from 0; after 127 blocks it would wrap.
+        // Each lane counts up to 255 blocks.
+        const unsigned char* const begin = p;
         const unsigned char* const last =
-            p + kBlock * std::min<std::ptrdiff_t>(127, (end - p) / kBlock);
+            p + kBlock * std::min<std::ptrdiff_t>(255, (end - p) / kBlock);
         __m128i sums = _mm_setzero_si128();
+        __m128i crs = _mm_setzero_si128();
         for (; p != last; p += kBlock) {
-            const __m128i crs = is(p, '\r');
-            const __m128i lfs = _mm_andnot_si128(is(p - 1, '\r'), is(p, '\n'));
-            sums = _mm_sub_epi8(sums, _mm_or_si128(crs, lfs));
+            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+            sums = _mm_sub_epi8(sums, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\n')));
+            crs = _mm_or_si128(crs, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\r')));
         }
-        const __m128i halves = _mm_sad_epu8(sums, _mm_setzero_si128());
-        count += _mm_cvtsi128_si32(halves) + _mm_extract_epi16(halves, 4);
+        if (_mm_movemask_epi8(crs) != 0 || begin[-1] == '\r') {
+            count += CountBreaksOneByOne(begin, last);
+        } else {
+            const __m128i halves = _mm_sad_epu8(sums, _mm_setzero_si128());
+            count += _mm_cvtsi128_si32(halves) + _mm_extract_epi16(halves, 4);
+        }
     }
 #endif
-    for (; p != end; ++p)
-        count += EndsLine(p);
-    return count;
+    return count + CountBreaksOneByOne(p, end);
 }
 
 // Counts the bytes that start a character: all but the continuation bytes 10xxxxxx.

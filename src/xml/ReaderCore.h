@@ -165,6 +165,8 @@ private:
     Quick ReadQuickly();
     Quick ReadTextQuickly();
     Quick ReadLongTextQuickly();
+    Quick ReadReferencedTextQuickly(const unsigned char* at);
+    bool AppendReferenceQuickly(astring& text, const unsigned char*& at) const;
     Quick ReportTextQuickly(const unsigned char* end, XmlNodeType::XML_NODE_TYPE type);
     Quick ReadStartTagQuickly();
     Quick ReadEndTagQuickly();
@@ -233,8 +235,8 @@ private:
     std::vector<XmlAttribute> attributes_;
     int attributeCount_ = 0;
     int attributeIndex_ = 0;
-    unsigned asks_ = 0;  // what the tag asks for beyond the usual; a set of Asks
-    int duplicate_ = -1;                 // index of the first attribute whose name came before
+    unsigned asks_ = 0;   // what the tag asks for beyond the usual; a set of Asks
+    int duplicate_ = -1;  // index of the first attribute whose name came before
     std::uint64_t elementSerial_ = 1;
     Xml::HashMap attributesByName_;
     Xml::HashMap attributesByNs_;

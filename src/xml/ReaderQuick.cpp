@@ -8,9 +8,10 @@
 // window cuts, a reference, markup other than tags, an error) they leave to the careful way,
 // which starts again at the same place.
 
-#include "xml/NameBytes.h"
+#include "xml/QuickReference.h"
 #include "xml/ReaderCore.h"
 #include "xml/RunScan.h"
+#include "xml/Utf8Append.h"
 
 #include <cstring>
 
@@ -102,7 +103,8 @@ ReaderCore::Quick ReaderCore::ReadLongTextQuickly() {
             return Quick::Skipped;
         }
     } else {
-        end = FindStop<'<', '&', ']'>(end, dataEnd);
+        end = scanner_.Find<'<', '&', ']'>(end);
+        if (*end == '&') return ReadReferencedTextQuickly(end);
         if (*end != '<') {
             return end == dataEnd || *end >= 0x80 ? Quick::NeedsMore : Quick::NeedsCare;
         }
@@ -111,23 +113,47 @@ ReaderCore::Quick ReaderCore::ReadLongTextQuickly() {
     return ReportTextQuickly(end, type);
 }
 
+// Reads a text that holds references, the first at `at`.
+ReaderCore::Quick ReaderCore::ReadReferencedTextQuickly(const unsigned char* at) {
+    const unsigned char* const begin = scanner_.Position();
+    value_.assign_padded(Chars(begin), Distance(begin, at));
+    while (*at == '&') {
+        if (!AppendReferenceQuickly(value_, at)) return Quick::NeedsMore;
+        const unsigned char* const from = at;
+        at = scanner_.Find<'<', '&', ']'>(from);
+        value_.append(Chars(from), Distance(from, at));
+    }
+    if (*at == '<') return ReportTextQuickly(at, XmlNodeType::Text);
+    return at == scanner_.DataEnd() || *at >= 0x80 ? Quick::NeedsMore : Quick::NeedsCare;
+}
+
+// Appends the character that the reference at `at` stands for and advances over it.
+// Returns false, with nothing done, for a reference that is not of the simple kinds.
+bool ReaderCore::AppendReferenceQuickly(astring& text, const unsigned char*& at) const {
+    if (at[1] == '#' && entityHandling == XmlEntityHandling::ExpandNothing) return false;
+    const QuickReference reference = ReadQuickReference(at);
+    if (reference.end == nullptr) return false;
+    AppendUtf8(text, reference.code);
+    at = reference.end;
+    return true;
+}
+
 // Scans the name at `at`.
 //
 // The bytes up to the next delimiter are looked up as they are: when they are a name that was met
 // before, they need no check.
 // Returns where the name ends, or null when it is none, is malformed or reaches the window's end.
 inline const unsigned char* ReaderCore::ScanNameQuickly(const unsigned char* at, XmlName*& name) {
-    const int length = ShortNameLength(at);
-    if (length > 0) {
+    int length = NameLengthInBlock(at);
+    if (length < PackedName::kMostBytes) {
         name = names_.FindShort(PackName(at, length));
-        if (name != nullptr) {
-            if (name->prefixName != nullptr) {
-                scanner_.Places().SkipColon(at + name->prefix.length());
-            }
-            return at + length;
-        }
+    } else {
+        length += NameLengthInBlock(at + PackedName::kMostBytes);
+        name = names_.FindLonger(at, length);
     }
-    return ScanNewName(at, name);
+    if (name == nullptr) return ScanNewName(at, name);
+    if (name->prefixName != nullptr) scanner_.Places().SkipColon(at + name->prefix.length());
+    return at + length;
 }
 
 inline ReaderCore::Quick ReaderCore::ReadEndTagQuickly() {
@@ -199,19 +225,29 @@ ReaderCore::Quick ReaderCore::ScanAttributeQuickly(const unsigned char*& at) {
     const unsigned char quote = *end;
     if (quote != '"' && quote != '\'') return failure(end);
     const unsigned char* const value = end + 1;
-    end = quote == '"' ? FindStop<'"', '<', '&'>(value, dataEnd)
-                       : FindStop<'\'', '<', '&'>(value, dataEnd);
-    if (*end != quote) return failure(end);
-    const std::string_view text(Chars(value), Distance(value, end));
-    if (name->meaning != NameMeaning::Ordinary &&
-        SpecialAttributeError(name->meaning, text) != nullptr) {
-        return Quick::NeedsCare;
-    }
+    end = quote == '"' ? scanner_.Find<'"', '<', '&'>(value) : scanner_.Find<'\'', '<', '&'>(value);
+    if (*end != quote && *end != '&') return failure(end);
     XmlAttribute& attribute = AddAttribute(*name);
     attribute.at = begin;
     attribute.hasPlace = false;
     attribute.quote = static_cast<char>(quote);
-    attribute.value.assign_padded(text.data(), text.size());
+    if (end - value < 16) {
+        attribute.value.assign_short(Chars(value), Distance(value, end));
+    } else {
+        attribute.value.assign_padded(Chars(value), Distance(value, end));
+    }
+    while (*end == '&') {
+        if (!AppendReferenceQuickly(attribute.value, end)) return failure(dataEnd);
+        const unsigned char* const from = end;
+        end =
+            quote == '"' ? scanner_.Find<'"', '<', '&'>(from) : scanner_.Find<'\'', '<', '&'>(from);
+        attribute.value.append(Chars(from), Distance(from, end));
+    }
+    if (*end != quote) return failure(end);
+    if (name->meaning != NameMeaning::Ordinary &&
+        SpecialAttributeError(name->meaning, attribute.value) != nullptr) {
+        return Quick::NeedsCare;
+    }
     at = end + 1;
     return Quick::Done;
 }

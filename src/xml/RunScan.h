@@ -51,77 +51,160 @@ inline int SequenceLength(const unsigned char* position, const unsigned char* en
     return -1;
 }
 
-/// Advances over valid sequences above ASCII (and ASCII between them that `isPlain` accepts) up to
-/// a stop, an invalid or cut sequence, or eight bytes of pure ASCII.
-template <typename IsPlain>
-inline const unsigned char* SkipMixed(const unsigned char* p, const unsigned char* end,
-                                      IsPlain isPlain) {
-    for (;;) {
-        while (*p >= 0x80) {
-            // The common two- and three-byte forms first, without the edge cases of their range.
-            if (p[0] >= 0xC2 && p[0] < 0xE0 && (p[1] & 0xC0) == 0x80) {
-                p += 2;
-                continue;
-            }
-            if (p[0] > 0xE0 && p[0] < 0xED && (p[1] & 0xC0) == 0x80 && (p[2] & 0xC0) == 0x80) {
-                p += 3;
-                continue;
-            }
-            const int length = SequenceLength(p, end);
-            if (length <= 0) return p;
-            p += length;
-        }
-        std::uint64_t next;
-        std::memcpy(&next, p, sizeof next);
-        if ((next & 0x8080808080808080u) == 0) return p;
-        while (*p < 0x80) {
-            if (!isPlain(*p)) return p;
-            ++p;
-        }
-    }
-}
-
 /// Tells whether an ASCII byte is a control character that XML does not allow.
 constexpr bool IsForbiddenControl(unsigned char byte) {
     return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
 }
 
-/// Returns the first position from `p` on that holds one of the stops `A`, `B`, `C`, a forbidden
-/// control character (among them the zero at the end), or a sequence that is invalid or cut.
+/// The bytes at which a scan stops: `A`, `B`, `C` and the control characters that XML forbids,
+/// among them the zero at the end.
 template <char A, char B = A, char C = A>
-inline const unsigned char* FindStop(const unsigned char* p, const unsigned char* end) {
-    const auto isPlain = [](unsigned char byte) {
-        return byte != A && byte != B && byte != C && !IsForbiddenControl(byte);
-    };
-    for (;;) {
+struct Stops {
+    static constexpr bool Has(unsigned char byte) {
+        return byte == static_cast<unsigned char>(A) || byte == static_cast<unsigned char>(B) ||
+               byte == static_cast<unsigned char>(C) || IsForbiddenControl(byte);
+    }
+};
+
 #if defined(__SSE2__)
-        const auto is = [](__m128i bytes, char c) {
-            return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c));
-        };
-        for (;; p += 16) {
-            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-            __m128i stops = is(bytes, A);
-            if (B != A) stops = _mm_or_si128(stops, is(bytes, B));
-            if (C != A) stops = _mm_or_si128(stops, is(bytes, C));
-            const __m128i blanks =
-                _mm_or_si128(is(bytes, '\t'), _mm_or_si128(is(bytes, '\n'), is(bytes, '\r')));
-            const __m128i low = _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(0x1F)), bytes);
-            const __m128i all =
-                _mm_or_si128(_mm_or_si128(stops, _mm_andnot_si128(blanks, low)), bytes);
-            const auto mask = static_cast<unsigned>(_mm_movemask_epi8(all));
-            if (mask != 0) {
-                p += std::countr_zero(mask);
-                break;
+
+/// Sixteen bytes and the questions to them. A mask has a bit per byte, the lowest for the first.
+class ByteBlock {
+public:
+    static constexpr int kSize = 16;
+
+    explicit ByteBlock(const unsigned char* p)
+        : bytes_(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))) {}
+
+    __m128i Bytes() const { return bytes_; }
+    __m128i Is(int byte) const { return _mm_cmpeq_epi8(bytes_, Every(byte)); }
+    __m128i IsAtLeast(int byte) const {
+        return _mm_cmpeq_epi8(_mm_max_epu8(bytes_, Every(byte)), bytes_);
+    }
+    __m128i IsAtMost(int byte) const {
+        return _mm_cmpeq_epi8(_mm_min_epu8(bytes_, Every(byte)), bytes_);
+    }
+    __m128i IsLineBlank() const { return _mm_or_si128(Is('\t'), _mm_or_si128(Is('\n'), Is('\r'))); }
+    __m128i IsBlank() const { return _mm_or_si128(IsLineBlank(), Is(' ')); }
+
+    template <char A, char B, char C>
+    __m128i IsStop() const {
+        __m128i stops = _mm_or_si128(_mm_andnot_si128(IsLineBlank(), IsAtMost(0x1F)), Is(A));
+        if (B != A) stops = _mm_or_si128(stops, Is(B));
+        if (C != A) stops = _mm_or_si128(stops, Is(C));
+        return stops;
+    }
+
+    static unsigned Mask(__m128i answers) {
+        return static_cast<unsigned>(_mm_movemask_epi8(answers));
+    }
+
+private:
+    static __m128i Every(int byte) { return _mm_set1_epi8(static_cast<char>(byte)); }
+
+    __m128i bytes_;
+};
+
+/// The UTF-8 in a block that starts with a character: where it is not as it should be.
+struct BlockCheck {
+    unsigned doubtful;  ///< mask of bytes that are wrong, or that only SequenceLength() can judge
+    int whole;          ///< the bytes of the block that whole characters take
+};
+
+inline BlockCheck CheckBlock(const ByteBlock& block) {
+    const unsigned high = ByteBlock::Mask(block.Bytes());
+    const unsigned leads = ByteBlock::Mask(block.IsAtLeast(0xC0));
+    const unsigned leads3 = ByteBlock::Mask(block.IsAtLeast(0xE0));
+    const unsigned fromA0 = ByteBlock::Mask(block.IsAtLeast(0xA0));
+    const unsigned continuations = high & ~leads;
+    const unsigned expected = leads << 1 | leads3 << 2;
+    // Overlong forms and surrogates show in the byte behind the lead.
+    const unsigned wrong = (ByteBlock::Mask(block.Is(0xE0)) << 1 & ~fromA0) |
+                           (ByteBlock::Mask(block.Is(0xED)) << 1 & fromA0);
+    const unsigned rare = ByteBlock::Mask(
+        _mm_or_si128(block.IsAtLeast(0xF0), _mm_or_si128(block.Is(0xC0), block.Is(0xC1))));
+    BlockCheck check{((expected ^ continuations) | wrong | rare) & 0xFFFFu, ByteBlock::kSize};
+    if ((leads >> 15 & 1) != 0) {
+        check.whole = 15;
+    } else if ((leads3 >> 14 & 1) != 0) {
+        check.whole = 14;
+    }
+    return check;
+}
+
+#endif
+
+/// Does the work of FindStop() from the first byte above ASCII on.
+template <char A, char B, char C>
+[[gnu::noinline]] const unsigned char* FindStopInMixed(const unsigned char* p,
+                                                       const unsigned char* end) {
+    for (;;) {
+        const unsigned char* careful = p + 1;  // before it, one character after the other
+#if defined(__SSE2__)
+        const ByteBlock block(p);
+        const BlockCheck check = CheckBlock(block);
+        const unsigned stops = ByteBlock::Mask(block.template IsStop<A, B, C>());
+        const unsigned events = stops | check.doubtful;
+        if (events == 0) {
+            p += check.whole;
+            continue;
+        }
+        const int first = std::countr_zero(events);
+        if ((check.doubtful >> first & 1) == 0) return p + first;
+        careful = p + first + 1;
+#endif
+        while (p < careful) {
+            if (*p < 0x80) {
+                if (Stops<A, B, C>::Has(*p)) return p;
+                ++p;
+            } else {
+                const int length = SequenceLength(p, end);
+                if (length <= 0) return p;
+                p += length;
             }
         }
-#else
-        while (*p < 0x80 && isPlain(*p))
-            ++p;
-#endif
-        if (*p < 0x80) return p;
-        p = SkipMixed(p, end, isPlain);
-        if (*p >= 0x80 || !isPlain(*p)) return p;
     }
+}
+
+/// Returns the first position from `p` on that holds a stop, or a sequence that is invalid or cut.
+template <char A, char B = A, char C = A>
+inline const unsigned char* FindStop(const unsigned char* p, const unsigned char* end) {
+#if defined(__SSE2__)
+    for (;; p += ByteBlock::kSize) {
+        const ByteBlock block(p);
+        // A byte above ASCII has its highest bit set, as a mask has.
+        const unsigned mask =
+            ByteBlock::Mask(_mm_or_si128(block.template IsStop<A, B, C>(), block.Bytes()));
+        if (mask != 0) {
+            p += std::countr_zero(mask);
+            break;
+        }
+    }
+#else
+    while (*p < 0x80 && !Stops<A, B, C>::Has(*p))
+        ++p;
+#endif
+    return *p < 0x80 ? p : FindStopInMixed<A, B, C>(p, end);
+}
+
+/// Stands for bytes that are no character in text that is valid otherwise.
+inline constexpr unsigned char kInvalidByte = 0xFF;
+
+/// FindStop() for UTF-8 that is known to be valid and whole, except where kInvalidByte stands.
+template <char A, char B = A, char C = A>
+inline const unsigned char* FindStopInValid(const unsigned char* p) {
+#if defined(__SSE2__)
+    for (;; p += ByteBlock::kSize) {
+        const ByteBlock block(p);
+        const unsigned mask =
+            ByteBlock::Mask(_mm_or_si128(block.template IsStop<A, B, C>(), block.Is(kInvalidByte)));
+        if (mask != 0) return p + std::countr_zero(mask);
+    }
+#else
+    while (*p != kInvalidByte && !Stops<A, B, C>::Has(*p))
+        ++p;
+    return p;
+#endif
 }
 
 constexpr bool IsBlank(unsigned char byte) {
@@ -132,13 +215,10 @@ constexpr bool IsBlank(unsigned char byte) {
 inline const unsigned char* SkipBlanks(const unsigned char* p) {
     if (!IsBlank(*p)) return p;
     ++p;
+    if (*p > ' ') return p;  // one space is the most frequent
 #if defined(__SSE2__)
-    const auto is = [](__m128i bytes, char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
-    for (;; p += 16) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-        const __m128i blanks = _mm_or_si128(_mm_or_si128(is(bytes, ' '), is(bytes, '\n')),
-                                            _mm_or_si128(is(bytes, '\t'), is(bytes, '\r')));
-        const auto mask = ~static_cast<unsigned>(_mm_movemask_epi8(blanks)) & 0xFFFFu;
+    for (;; p += ByteBlock::kSize) {
+        const unsigned mask = ~ByteBlock::Mask(ByteBlock(p).IsBlank()) & 0xFFFFu;
         if (mask != 0) return p + std::countr_zero(mask);
     }
 #else
@@ -157,20 +237,13 @@ struct ShortText {
 /// Looks at the text that starts at `p`: is it a short one without anything unusual?
 inline ShortText ScanShortText(const unsigned char* p) {
 #if defined(__SSE2__)
-    const auto is = [](__m128i bytes, char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-    const __m128i breaks =
-        _mm_or_si128(is(bytes, '\t'), _mm_or_si128(is(bytes, '\n'), is(bytes, '\r')));
-    const __m128i low = _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(0x1F)), bytes);
-    const __m128i unusual = _mm_or_si128(_mm_or_si128(_mm_andnot_si128(breaks, low), bytes),
-                                         _mm_or_si128(is(bytes, '&'), is(bytes, ']')));
-    const auto less = static_cast<unsigned>(_mm_movemask_epi8(is(bytes, '<')));
+    const ByteBlock block(p);
+    const unsigned less = ByteBlock::Mask(block.Is('<'));
     const unsigned before = (less - 1) & ~less;  // the bits below the first "<"
-    const auto stops = static_cast<unsigned>(_mm_movemask_epi8(unusual));
-    if (less == 0 || (stops & before) != 0) return {};
-    const auto blanks =
-        static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(breaks, is(bytes, ' '))));
-    return {std::countr_zero(less), (~blanks & before) == 0};
+    const __m128i unusual = _mm_or_si128(block.IsStop<'&', ']', ']'>(), block.Bytes());
+    if (less == 0 || (ByteBlock::Mask(unusual) & before) != 0) return {};
+    const unsigned others = ~ByteBlock::Mask(block.IsBlank());
+    return {std::countr_zero(less), (others & before) == 0};
 #else
     const unsigned char* const end = SkipBlanks(p);
     for (const unsigned char* at = end; at - p < 16; ++at) {
@@ -191,36 +264,39 @@ struct PackedName {
     friend bool operator==(const PackedName&, const PackedName&) = default;
 };
 
+inline std::uint64_t LoadWord(const unsigned char* p) {
+    std::uint64_t word;
+    std::memcpy(&word, p, sizeof word);
+    return word;
+}
+
+/// Packs the 16 bytes at `p`.
+inline PackedName LoadName(const unsigned char* p) { return {LoadWord(p), LoadWord(p + 8)}; }
+
 /// Packs the `length` bytes (up to 16) at `p`, behind which 16 bytes are readable.
 inline PackedName PackName(const unsigned char* p, int length) {
     static constexpr unsigned char kMask[2 * PackedName::kMostBytes] = {
         0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
         0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
-    const auto load = [](const unsigned char* bytes) {
-        std::uint64_t word;
-        std::memcpy(&word, bytes, sizeof word);
-        return word;
-    };
-    const unsigned char* const mask = kMask + PackedName::kMostBytes - length;
-    return {load(p) & load(mask), load(p + 8) & load(mask + 8)};
+    const PackedName mask = LoadName(kMask + PackedName::kMostBytes - length);
+    return {LoadWord(p) & mask.low, LoadWord(p + 8) & mask.high};
 }
 
 /// Returns the number of bytes before the first one that ends a name in a tag (white space, "=",
-/// "/" or ">"), or 0 when there is none among the first 16. The bytes may be no name at all.
-inline int ShortNameLength(const unsigned char* p) {
+/// "/" or ">"), up to 16. The bytes may be no name at all.
+inline int NameLengthInBlock(const unsigned char* p) {
 #if defined(__SSE2__)
-    const auto is = [](__m128i bytes, char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-    const __m128i blanks = _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(0x20)), bytes);
-    const __m128i ends = _mm_or_si128(_mm_or_si128(blanks, is(bytes, '=')),
-                                      _mm_or_si128(is(bytes, '>'), is(bytes, '/')));
-    const auto mask = static_cast<unsigned>(_mm_movemask_epi8(ends));
-    return mask == 0 ? 0 : std::countr_zero(mask);
+    const ByteBlock block(p);
+    const __m128i ends = _mm_or_si128(_mm_or_si128(block.IsAtMost(' '), block.Is('=')),
+                                      _mm_or_si128(block.Is('>'), block.Is('/')));
+    return std::countr_zero(ByteBlock::Mask(ends) | 0x10000u);
 #else
-    for (int i = 0; i < PackedName::kMostBytes; ++i) {
-        if (p[i] <= 0x20 || p[i] == '=' || p[i] == '/' || p[i] == '>') return i;
+    int length = 0;
+    while (length < PackedName::kMostBytes && p[length] > 0x20 && p[length] != '=' &&
+           p[length] != '/' && p[length] != '>') {
+        ++length;
     }
-    return 0;
+    return length;
 #endif
 }
 

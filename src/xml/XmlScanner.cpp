@@ -25,9 +25,6 @@ namespace {
 // No encoding takes fewer bytes for a character than a third of what UTF-8 takes.
 constexpr int kWindowSize = 3 * XmlScanner::kBufferSize;
 
-// Stands in the window for bytes that are no character; a byte that is always invalid.
-constexpr unsigned char kInvalidByte = 0xFF;
-
 }  // namespace
 
 XmlScanner::XmlScanner()

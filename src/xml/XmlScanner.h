@@ -5,6 +5,7 @@
 
 #include "encoding/CharCodec.h"
 #include "xml/PlaceCounter.h"
+#include "xml/RunScan.h"
 #include "xml/XmlToken.h"
 
 #include <cstddef>
@@ -177,6 +178,12 @@ public:
     void Consume(const unsigned char* end) { position_ = end; }
     PlaceCounter& Places() { return places_; }
 
+    /// Returns the first position from `from` on that holds a stop, or no character, or a cut one.
+    template <char A, char B = A, char C = A>
+    const unsigned char* Find(const unsigned char* from) const {
+        return direct_ ? FindStop<A, B, C>(from, dataEnd_) : FindStopInValid<A, B, C>(from);
+    }
+
     /// Advances over characters that may stand in a name.
     /// \return the first other position; one where the data ends or a character is cut included
     const unsigned char* SkipNameCharacters(const unsigned char* at) const;
@@ -219,9 +226,8 @@ private:
     XmlToken FinishPair(XmlToken token, std::string_view text);
     XmlToken ScanReferenceStart();
     XmlToken ScanCharacters(astring& text, int limit);
-    void ScanUpTo(astring& text,
-                  const unsigned char* (*findStop)(const unsigned char*, const unsigned char*),
-                  std::string_view terminator, const char* eofMessage);
+    template <char First>
+    void ScanUpTo(astring& text, std::string_view terminator, const char* eofMessage);
 
     // The input.
     IO::Stream* stream_ = nullptr;      // not owned

@@ -6,6 +6,7 @@
 #include "xml/Messages.h"
 #include "xml/NameBytes.h"
 #include "xml/RunScan.h"
+#include "xml/XmlCharacters.h"
 #include "xml/XmlScanner.h"
 
 namespace Xml::detail {
@@ -107,7 +108,7 @@ XmlToken XmlScanner::ScanCharacters(astring& text, int limit) {
     const unsigned char* from = position_;
     std::size_t taken = 0;
     for (;;) {
-        const unsigned char* stop = FindStop<'<', '&', ']'>(from, dataEnd_);
+        const unsigned char* stop = Find<'<', '&', ']'>(from);
         if (limit > 0) {
             const unsigned char* const reach =
                 Within(stop, static_cast<std::size_t>(limit) - taken);
@@ -143,8 +144,8 @@ XmlToken XmlScanner::ScanValue(astring& text) {
     const bool isDouble = quoteChar_ == '"';
     bool any = false;
     for (;;) {
-        const unsigned char* const stop = isDouble ? FindStop<'"', '<', '&'>(position_, dataEnd_)
-                                                   : FindStop<'\'', '<', '&'>(position_, dataEnd_);
+        const unsigned char* const stop =
+            isDouble ? Find<'"', '<', '&'>(position_) : Find<'\'', '<', '&'>(position_);
         any = any || stop != position_;
         Take(text, stop);
         if (position_ != dataEnd_) {
@@ -160,7 +161,6 @@ XmlToken XmlScanner::ScanValue(astring& text) {
 }
 
 int XmlScanner::ScanCharRef(astring& digits) {
-    constexpr int kGreatest = 0x10FFFF;
     int code = 0;
     int base = 10;
     digits.clear();
@@ -184,31 +184,26 @@ int XmlScanner::ScanCharRef(astring& digits) {
                 Throw(Message::kInvalidCharacter);
             }
             code = code * base + digit;
-            if (code > kGreatest) Throw(Message::kCharacterOverflow);
+            if (code > kGreatestCharacter) Throw(Message::kCharacterOverflow);
         }
         digits.push_back(static_cast<char>(c));
         ++position_;
     }
     ++position_;
-    const bool isChar = code == '\t' || code == '\n' || code == '\r' ||
-                        (code >= 0x20 && code <= 0xD7FF) || (code >= 0xE000 && code <= 0xFFFD) ||
-                        code >= 0x10000;
-    if (!isChar) Throw(Message::kInvalidCharacter);
+    if (!IsXmlCharacter(code)) Throw(Message::kInvalidCharacter);
     return code;
 }
 
 // What ends at a terminator.
 
-// Scans up to and with `terminator`, whose first character `findStop` finds, and appends what
-// comes before it to `text`.
-void XmlScanner::ScanUpTo(astring& text,
-                          const unsigned char* (*findStop)(const unsigned char*,
-                                                           const unsigned char*),
-                          std::string_view terminator, const char* eofMessage) {
+// Scans up to and with `terminator`, which starts with `First`, and appends what comes before it
+// to `text`.
+template <char First>
+void XmlScanner::ScanUpTo(astring& text, std::string_view terminator, const char* eofMessage) {
     const unsigned char* from = position_;
     for (;;) {
-        Take(text, findStop(from, dataEnd_));
-        if (*position_ == static_cast<unsigned char>(terminator[0])) {
+        Take(text, Find<First>(from));
+        if (*position_ == static_cast<unsigned char>(First)) {
             if (Accept(terminator)) return;
             from = position_ + 1;
         } else {
@@ -220,23 +215,21 @@ void XmlScanner::ScanUpTo(astring& text,
 
 // [15] Comment ::= '<!--' ((Char - '-') | ('-' (Char - '-')))* '-->'
 void XmlScanner::ScanComment(astring& text) {
-    ScanUpTo(text, FindStop<'-'>, "--", Message::kEofInComment);
+    ScanUpTo<'-'>(text, "--", Message::kEofInComment);
     if (Accept(">")) return;
     if (!HaveCharacter()) Throw(Message::kEofInComment);
     Throw(Message::kCommentHoldsDashes);
 }
 
-void XmlScanner::ScanCData(astring& text) {
-    ScanUpTo(text, FindStop<']'>, "]]>", Message::kEofInCData);
-}
+void XmlScanner::ScanCData(astring& text) { ScanUpTo<']'>(text, "]]>", Message::kEofInCData); }
 
-void XmlScanner::ScanPI(astring& text) { ScanUpTo(text, FindStop<'?'>, "?>", Message::kEofInPI); }
+void XmlScanner::ScanPI(astring& text) { ScanUpTo<'?'>(text, "?>", Message::kEofInPI); }
 
 // The document type.
 
 bool XmlScanner::SkipLiteral(char quote) {
     for (;;) {
-        position_ = FindStop<'"', '\''>(position_, dataEnd_);
+        position_ = Find<'"', '\''>(position_);
         if (position_ != dataEnd_ && (*position_ == '"' || *position_ == '\'')) {
             if (*position_++ == static_cast<unsigned char>(quote)) return true;
         } else if (!GoOn()) {
