@@ -91,9 +91,6 @@ std::size_t NarrowAscii(const unsigned char* source, unsigned char* destination,
     std::size_t done = 0;
     while (count - done >= kAsciiBlock) {
         const unsigned char* units = source + 2 * done;
-        const std::uint64_t first = LoadWord(units) | LoadWord(units + 8);
-        const std::uint64_t second = LoadWord(units + 16) | LoadWord(units + 24);
-        if (((first | second) & kNotAscii) != 0) break;
         Bytes16 low, high, packed;
         std::memcpy(&low, units, sizeof low);
         std::memcpy(&high, units + sizeof low, sizeof high);
@@ -105,9 +102,41 @@ std::size_t NarrowAscii(const unsigned char* source, unsigned char* destination,
                                              25, 27, 29, 31);
         }
         std::memcpy(destination + done, &packed, sizeof packed);
+        const std::uint64_t first = LoadWord(units) | LoadWord(units + 8);
+        const std::uint64_t second = LoadWord(units + 16) | LoadWord(units + 24);
+        if (((first | second) & kNotAscii) != 0) {
+            while ((LoadWord(units) & kNotAscii) == 0) {
+                units += sizeof(std::uint64_t);
+                done += sizeof(std::uint64_t) / 2;
+            }
+            return done + ascii_run::BytesBefore(LoadWord(units) & kNotAscii) / 2;
+        }
         done += kAsciiBlock;
     }
     return done;
+}
+
+/// Converts bytes that are the characters U+0000 to U+00FF to UTF-8, as long as a word of them is
+/// left and there is room for all of it, and advances both positions.
+inline void WidenLatin1(const unsigned char*& position, const unsigned char* end,
+                        unsigned char*& destination, const unsigned char* destinationEnd) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+    constexpr std::ptrdiff_t kWord = sizeof(std::uint64_t);
+    while (end - position >= kWord && destinationEnd - destination >= 2 * kWord) {
+        const std::uint64_t word = ascii_run::LoadWord(position);
+        std::memcpy(destination, &word, sizeof word);
+        std::size_t ascii = sizeof word;
+        if ((word & kHighBits) != 0) {
+            ascii = ascii_run::BytesBefore(word & kHighBits);
+            const unsigned code = position[ascii];
+            destination[ascii] = static_cast<unsigned char>(0xC0 | code >> 6);
+            destination[ascii + 1] = static_cast<unsigned char>(0x80 | (code & 0x3F));
+            ++position;
+            destination += 2;
+        }
+        position += ascii;
+        destination += ascii;
+    }
 }
 
 /// Converts a few characters below 0x800 to UTF-8 without a branch on their length, which in mixed

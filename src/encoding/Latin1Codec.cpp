@@ -78,6 +78,7 @@ public:
 
     DecodeEnd DecodeRun(const unsigned char*& position, const unsigned char* end,
                         unsigned char*& destination, unsigned char* destinationEnd) const override {
+        WidenLatin1(position, end, destination, destinationEnd);
         while (position < end) {
             if (*position < 0x80) {
                 if (destination == destinationEnd) return DecodeEnd::NoRoom;

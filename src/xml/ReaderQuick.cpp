@@ -19,8 +19,9 @@ namespace Xml::detail {
 
 namespace {
 
-// The longest cut token that is moved to the front of the window, to be scanned again.
-constexpr int kWorthMoving = XmlScanner::kBufferSize / 2;
+// A token that is cut is moved to the front of the window, to be scanned again, when it is at most
+// so many bytes long. A longer one is rather taken in parts.
+constexpr int kWorthMoving = XmlScanner::kBufferSize * 3 / 4;
 
 std::size_t Distance(const unsigned char* begin, const unsigned char* end) {
     return static_cast<std::size_t>(end - begin);
