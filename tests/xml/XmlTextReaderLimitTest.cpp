@@ -337,8 +337,7 @@ std::string NodesAfterComment(const std::string& document, std::size_t padding,
 constexpr const char* kSmallDocuments[] = {
     "<a x=\"1\" long-name='two \xC3\xA9 &amp; &#65;&#x1F600;'>t\xE2\x82\xACxt</a>",
     "<p:a xmlns:p=\"urn:p\" xmlns='u'><b p:x='1'/>\r\n<p:c></p:c  ></p:a  >",
-    "<a><!-- c - c --><![CDATA[ ]] > ]]]]><?pi  d?d?"
-    "?>\r\n\r\r\n</a>\r\n",
+    "<a><!-- c - c --><![CDATA[ ]] > ]]]]><?pi  d?d\?>\r\n\r\r\n</a>\r\n",
     "<!DOCTYPE a SYSTEM 'x>' [<!ELEMENT a (b)><!-- ' --><!ENTITY e \"]>\"><?p ]>?>]>\n<a/>",
     "<a>&amp;&lt;x&#10;]]&gt;&entity;&e2; y&quot;</a>",
     "<a xml:lang='en' xml:space=\"preserve\">  <b xml:space='default'> </b>\t</a>",
