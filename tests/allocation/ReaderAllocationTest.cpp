@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: MIT
+//
+// Lets every single allocation that a reader makes fail, one run for each.
+#include <espalier/io/Exception.h>
+#include <espalier/io/MemoryStream.h>
+#include <espalier/xml/XmlTextReader.h>
+
+#include "support/FailingAllocation.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <new>
+#include <string>
+
+namespace {
+
+using Xml::XmlTextReader;
+
+// How a run ended.
+enum class Ending { Complete, BadAlloc, OutOfMemory, OtherError };
+
+std::string Attributes(int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+        text += " attribute-" + std::to_string(i) + "='a value that no string keeps inside'";
+    }
+    return text;
+}
+
+// Documents that together need every kind of memory a reader asks for.
+const std::string kDocuments[] = {
+    "<?xml version='1.0' encoding='ISO-8859-1' standalone='yes'?>\n"
+    "<!DOCTYPE root-element SYSTEM 'x' [<!ELEMENT a ANY>]>\n"
+    "<root-element xmlns='urn:default-namespace-of-this' xmlns:p='urn:p' xml:lang='en-GB-oed'>"
+    "<p:child x='1' p:x='&lt;&#65;\r\n' xml:space='preserve'>  text of some length &amp; more \r\n"
+    "&entity;<!-- a comment that is long enough --><?target with some data in it?>"
+    "<![CDATA[a section that is long enough]]></p:child></root-element>\n",
+    "<a" + Attributes(40) + "><b/></a>",
+    "<a>" + std::string(5000, 't') + "<!--" + std::string(5000, 'c') + "--></a>",
+    "<a><b><c><d><e><f><g><h><i/></h></g></f></e></d></c></b></a>",
+};
+
+// Reads the document and looks at everything, so that what is made late is made too. Returns the
+// length of all that it saw.
+std::size_t ReadAndLook(XmlTextReader& reader) {
+    std::size_t length = 0;
+    while (reader.Read()) {
+        length += reader.Name().size() + reader.LocalName().size() + reader.Prefix().size() +
+                  reader.NamespaceURI().size() + reader.Value().size() + reader.XmlLang().size() +
+                  reader.Encoding().size() + reader.LookupNamespace("p").size();
+        for (bool more = reader.MoveToFirstAttribute(); more; more = reader.MoveToNextAttribute()) {
+            length += reader.Name().size() + reader.Value().size();
+            length += reader.GetAttribute(reader.Name().view()).size();
+            length +=
+                reader.GetAttribute(reader.LocalName().view(), reader.NamespaceURI().view()).size();
+        }
+    }
+    return length;
+}
+
+template <typename Run>
+Ending EndingOf(const Run& run) {
+    try {
+        run();
+        return Ending::Complete;
+    } catch (const std::bad_alloc&) {
+        return Ending::BadAlloc;
+    } catch (const Xml::Exception& error) {
+        return std::strcmp(error.What(), "Out of memory") == 0 ? Ending::OutOfMemory
+                                                               : Ending::OtherError;
+    }
+}
+
+IO::MemoryStream StreamOver(const std::string& document) {
+    return IO::MemoryStream(reinterpret_cast<const unsigned char*>(document.data()),
+                            static_cast<long>(document.size()));
+}
+
+// Makes a reader, reads, closes and destroys it.
+Ending ReadOnce(const std::string& document, bool normalization, std::size_t* length) {
+    return EndingOf([&] {
+        IO::MemoryStream stream(StreamOver(document));
+        XmlTextReader reader;
+        reader.SetStream(&stream, false);
+        reader.SetNormalization(normalization);
+        *length = ReadAndLook(reader);
+    });
+}
+
+bool IsFailureOfMemory(Ending ending) {
+    return ending == Ending::BadAlloc || ending == Ending::OutOfMemory;
+}
+
+// An allocation that the reader can do without, such as a larger table, may fail and do no harm;
+// then all is read as usual. Any other failure reaches the caller.
+TEST(ReaderAllocation, EveryAllocationMayFailAndNothingLeaks) {
+    for (const std::string& document : kDocuments) {
+        for (const bool normalization : {false, true}) {
+            // Once in full, so that what the library keeps for good has been made.
+            std::size_t expectedLength = 0;
+            ASSERT_EQ(ReadOnce(document, normalization, &expectedLength), Ending::Complete);
+
+            long reported = 0;
+            FailingAllocation::ForEachFailure([&](FailingAllocation& failure) {
+                std::size_t length = 0;
+                const Ending ending = ReadOnce(document, normalization, &length);
+                const bool isReported = IsFailureOfMemory(ending);
+                FailingAllocation::Exempt([&] {
+                    EXPECT_EQ(failure.LiveCount(), 0);
+                    EXPECT_TRUE(isReported || ending == Ending::Complete);
+                    if (!isReported) {
+                        EXPECT_EQ(length, expectedLength);
+                    }
+                });
+                if (isReported) ++reported;
+            });
+            EXPECT_GT(reported, 5);
+        }
+    }
+}
+
+// The failure strikes while a document is read; the same reader then reads another one.
+TEST(ReaderAllocation, AReaderIsUsableAfterAFailure) {
+    const std::string good = "<p:a xmlns:p='urn:some-namespace' x='a value of some length'>t</p:a>";
+    for (const std::string& document : kDocuments) {
+        bool isDone = false;
+        for (long number = 1; !isDone; ++number) {
+            SCOPED_TRACE(number);
+            IO::MemoryStream stream(StreamOver(document));
+            XmlTextReader reader;
+            reader.SetStream(&stream, false);
+            {
+                const FailingAllocation failure(number);
+                const Ending ending = EndingOf([&] { ReadAndLook(reader); });
+                isDone = !failure.HasFailed();
+                FailingAllocation::Exempt(
+                    [&] { ASSERT_TRUE(IsFailureOfMemory(ending) || ending == Ending::Complete); });
+            }
+            if (number % 2 == 0) reader.Close();
+
+            IO::MemoryStream next(StreamOver(good));
+            ASSERT_TRUE(reader.SetStream(&next, false));
+            ASSERT_TRUE(reader.Read());
+            EXPECT_EQ(reader.NamespaceURI(), "urn:some-namespace");
+            EXPECT_EQ(reader.GetAttribute("x"), "a value of some length");
+            EXPECT_EQ(reader.LookupNamespace(""), "");
+            ASSERT_TRUE(reader.Read());
+            EXPECT_EQ(reader.Value(), "t");
+            ASSERT_TRUE(reader.Read());
+            EXPECT_FALSE(reader.Read());
+            EXPECT_TRUE(reader.Eof());
+        }
+    }
+}
+
+// A failure in Read() leaves the reader in the state of an error.
+TEST(ReaderAllocation, AFailureInReadIsAnErrorOfTheReader) {
+    for (const std::string& document : kDocuments) {
+        bool isDone = false;
+        for (long number = 1; !isDone; ++number) {
+            SCOPED_TRACE(number);
+            IO::MemoryStream stream(StreamOver(document));
+            XmlTextReader reader;
+            reader.SetStream(&stream, false);
+            Ending ending = Ending::Complete;
+            {
+                const FailingAllocation failure(number);
+                ending = EndingOf([&] {
+                    while (reader.Read())
+                        continue;
+                });
+                isDone = !failure.HasFailed();
+            }
+            const bool isComplete = ending == Ending::Complete;
+            ASSERT_TRUE(isComplete || (IsFailureOfMemory(ending) && !isDone));
+            EXPECT_EQ(reader.ReadState(),
+                      isComplete ? XmlTextReader::EndOfFile : XmlTextReader::Error);
+            EXPECT_FALSE(reader.Read());
+        }
+    }
+}
+
+TEST(ReaderAllocation, CloseNeedsNoMemory) {
+    for (const std::string& document : kDocuments) {
+        IO::MemoryStream stream(StreamOver(document));
+        XmlTextReader reader;
+        reader.SetStream(&stream, false);
+        for (int i = 0; i < 3; ++i)
+            reader.Read();
+        {
+            const FailingAllocation failure(1);
+            reader.Close();
+            EXPECT_FALSE(failure.HasFailed());
+        }
+        EXPECT_EQ(reader.ReadState(), XmlTextReader::Closed);
+    }
+}
+
+}  // namespace

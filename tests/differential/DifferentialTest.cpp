@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: MIT
+//
+// Reads the documents of Debian packages with the reader, with expat and with libxml2, and compares
+// what they tell. A document counts when expat finds it well-formed.
+#include "Events.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using differential::Detail;
+using differential::Reading;
+
+// Where documents come from: a package, or a folder that several packages fill.
+struct Source {
+    const char* name;
+    const char* folder;  // "" for a package
+};
+
+constexpr Source kSources[] = {
+    {"shared-mime-info", ""},   {"docbook-xsl", ""},
+    {"xcb-proto", ""},          {"libvulkan-dev", ""},
+    {"libgtk-3-dev", ""},       {"libglib2.0-dev", ""},
+    {"adwaita-icon-theme", ""}, {"introspection", "/usr/share/gir-1.0"},
+};
+
+bool IsDocument(const fs::path& path) {
+    constexpr std::array<std::string_view, 16> kExtensions = {
+        ".xml",   ".xsl", ".xslt", ".svg", ".gir",  ".rng", ".xsd", ".xconf",
+        ".xhtml", ".ui",  ".its",  ".loc", ".page", ".opf", ".ncx", ".rdf"};
+    std::error_code ignored;
+    return std::find(kExtensions.begin(), kExtensions.end(), path.extension().string()) !=
+               kExtensions.end() &&
+           fs::is_regular_file(path, ignored);
+}
+
+// Returns the lines of the package manager's list of the package's files, whatever architecture
+// its name carries; nothing when the package is not installed.
+std::vector<fs::path> FilesOfPackage(const std::string& package) {
+    std::vector<fs::path> files;
+    std::error_code ignored;
+    for (const auto& entry : fs::directory_iterator("/var/lib/dpkg/info", ignored)) {
+        if (entry.path().extension() != ".list") continue;
+        const std::string stem = entry.path().stem().string();
+        if (stem != package && !stem.starts_with(package + ":")) continue;
+        std::ifstream list(entry.path());
+        for (std::string line; std::getline(list, line);)
+            files.emplace_back(line);
+    }
+    return files;
+}
+
+std::vector<fs::path> DocumentsOf(const Source& source) {
+    std::vector<fs::path> files;
+    std::error_code ignored;
+    if (*source.folder == '\0') {
+        files = FilesOfPackage(source.name);
+    } else {
+        for (const auto& entry : fs::directory_iterator(source.folder, ignored)) {
+            files.push_back(entry.path());
+        }
+    }
+    std::erase_if(files, [](const fs::path& path) { return !IsDocument(path); });
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+std::string ContentOf(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream content;
+    content << file.rdbuf();
+    return content.str();
+}
+
+// Whether there is a reference to an entity that is not predefined.
+bool RefersToEntities(const std::string& document) {
+    constexpr std::array<std::string_view, 5> kPredefined = {"amp;", "apos;", "gt;", "lt;",
+                                                             "quot;"};
+    for (std::size_t at = document.find('&'); at != std::string::npos;
+         at = document.find('&', at + 1)) {
+        const std::string_view rest = std::string_view(document).substr(at + 1);
+        if (rest.empty() || rest.front() == '#') continue;
+        const bool isPredefined =
+            std::any_of(kPredefined.begin(), kPredefined.end(),
+                        [&](std::string_view name) { return rest.starts_with(name); });
+        const bool isName = rest.find_first_of(" \t\r\n&<;") < rest.size() &&
+                            rest[rest.find_first_of(" \t\r\n&<;")] == ';';
+        if (!isPredefined && isName) return true;
+    }
+    return false;
+}
+
+// Fails with the first difference only: documents are long.
+void ExpectSameEvents(const Reading& ours, const Reading& theirs, const char* peer) {
+    EXPECT_EQ(theirs.error, "") << peer;
+    const auto [mine, other] = std::mismatch(ours.lines.begin(), ours.lines.end(),
+                                             theirs.lines.begin(), theirs.lines.end());
+    if (mine == ours.lines.end() && other == theirs.lines.end()) return;
+    ADD_FAILURE() << "event " << mine - ours.lines.begin() << ":\n  the reader: "
+                  << (mine == ours.lines.end() ? "(end)" : mine->substr(0, 500)) << "\n  " << peer
+                  << ": " << (other == theirs.lines.end() ? "(end)" : other->substr(0, 500));
+}
+
+// What became of the documents of a source.
+struct Counts {
+    int whole = 0;
+    int structure = 0;
+    int withMarkupEntities = 0;
+    int withOddLanguages = 0;
+    int notWellFormed = 0;
+};
+
+void CompareDocument(const fs::path& path, Counts& counts) {
+    const std::string document = ContentOf(path);
+    // The reader keeps references to entities, in declarations of namespaces too; the peers replace
+    // or drop them.
+    const bool hasReferences = RefersToEntities(document);
+    const Detail detail = hasReferences ? Detail::Structure : Detail::Whole;
+    const Reading expat = differential::ReadWithExpat(document, detail);
+    if (!expat.error.empty()) {
+        ++counts.notWellFormed;
+        return;
+    }
+    const Reading ours = differential::ReadWithReader(path.string(), detail);
+    // Deliberate: xml:lang must be a language identifier, which the peers do not ask for.
+    if (ours.error.ends_with("Bad language ID")) {
+        ++counts.withOddLanguages;
+        return;
+    }
+    EXPECT_EQ(ours.error, "") << "is refused";
+    if (hasReferences && expat.hasMarkupEntity) {
+        ++counts.withMarkupEntities;
+        return;
+    }
+    ExpectSameEvents(ours, expat, "expat");
+    if (hasReferences) {
+        ++counts.structure;
+        return;
+    }
+    ExpectSameEvents(ours, differential::ReadWithLibxml(path.string(), detail), "libxml2");
+    ++counts.whole;
+}
+
+class Differential : public testing::TestWithParam<Source> {};
+
+TEST_P(Differential, TheReaderTellsWhatExpatAndLibxml2Tell) {
+    const std::vector<fs::path> documents = DocumentsOf(GetParam());
+    if (documents.empty()) GTEST_SKIP() << GetParam().name << " is not installed";
+
+    Counts counts;
+    for (const fs::path& path : documents) {
+        SCOPED_TRACE(path.string());
+        CompareDocument(path, counts);
+    }
+    std::printf(
+        "%s: %d documents compared; %d more by structure only, because they refer to "
+        "entities; left out: %d with markup in entities, %d with a language that is none, %d not "
+        "well-formed\n",
+        GetParam().name, counts.whole, counts.structure, counts.withMarkupEntities,
+        counts.withOddLanguages, counts.notWellFormed);
+    EXPECT_GT(counts.whole, 0);
+}
+
+std::string NameOf(const testing::TestParamInfo<Source>& source) {
+    std::string name = source.param.name;
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return c == '-' || c == '.'; }, '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Sources, Differential, testing::ValuesIn(kSources), NameOf);
+
+}  // namespace

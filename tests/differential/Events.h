@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// \file
+/// What a parser tells about a document, in one form for all parsers: one line an event.
+///
+///     start {urn:x}a {}x="1" {urn:y}y="2"
+///     text "one\ntwo"
+///     end {urn:x}a
+///     comment "c"
+///     instruction target "data"
+///
+/// Texts are joined across CDATA sections and references; attributes are sorted and declarations
+/// of namespaces left out; what stands in the document type is left out, and so is white space
+/// outside the root element.
+namespace differential {
+
+/// Says how much of a document is compared.
+enum class Detail {
+    Whole,
+    Structure  ///< local names only: no texts, no values of attributes, no namespaces
+};
+
+/// Collects events.
+class EventList {
+public:
+    using Attributes = std::vector<std::pair<std::string, std::string>>;  ///< name, value
+
+    explicit EventList(Detail detail) : detail_(detail) {}
+
+    void Start(const std::string& name, Attributes attributes);
+    void End(const std::string& name);
+    void Text(std::string_view text);  ///< joined with the texts before it
+    void Comment(std::string_view text);
+    void Instruction(std::string_view target, std::string_view data);
+
+    /// Returns the lines, after the last event.
+    const std::vector<std::string>& Lines();
+
+private:
+    void FlushText();
+    std::string Shown(const std::string& name) const;
+
+    Detail detail_;
+    std::vector<std::string> lines_;
+    std::string text_;  // not yet a line
+    int depth_ = 0;     // number of open elements
+};
+
+/// Returns the name with its namespace.
+std::string ExpandedName(std::string_view uri, std::string_view localName);
+
+/// What a parser made of a document: the events, or why it refused it.
+struct Reading {
+    std::vector<std::string> lines;
+    std::string error;             ///< "" when it was read to the end
+    bool hasMarkupEntity = false;  ///< told by expat: the document declares an entity with a tag
+};
+
+Reading ReadWithReader(const std::string& fileName, Detail detail);
+Reading ReadWithExpat(const std::string& document, Detail detail);
+Reading ReadWithLibxml(const std::string& fileName, Detail detail);
+
+}  // namespace differential

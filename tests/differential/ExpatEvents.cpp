@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include "Events.h"
+
+#include <expat.h>
+
+#include <memory>
+
+namespace differential {
+namespace {
+
+constexpr char kSeparator = '\n';  // between namespace and local name; in no name
+
+struct State {
+    XML_Parser parser;  // not owned
+    EventList events;
+    bool hasMarkupEntity = false;
+    bool isInDocumentType = false;
+};
+
+State& StateOf(void* data) { return *static_cast<State*>(data); }
+
+std::string NameOf(const XML_Char* name) {
+    const std::string_view text = name;
+    const std::size_t end = text.find(kSeparator);
+    if (end == std::string_view::npos) return ExpandedName("", text);
+    return ExpandedName(text.substr(0, end), text.substr(end + 1));
+}
+
+void OnStart(void* data, const XML_Char* name, const XML_Char** attributes) {
+    State& state = StateOf(data);
+    // Attributes that the document type supplies come after those of the tag.
+    const int count = XML_GetSpecifiedAttributeCount(state.parser);
+    EventList::Attributes taken;
+    for (int i = 0; i < count; i += 2)
+        taken.emplace_back(NameOf(attributes[i]), attributes[i + 1]);
+    state.events.Start(NameOf(name), std::move(taken));
+}
+
+void OnEnd(void* data, const XML_Char* name) { StateOf(data).events.End(NameOf(name)); }
+
+void OnText(void* data, const XML_Char* text, int length) {
+    StateOf(data).events.Text({text, static_cast<std::size_t>(length)});
+}
+
+void OnComment(void* data, const XML_Char* text) {
+    if (!StateOf(data).isInDocumentType) StateOf(data).events.Comment(text);
+}
+
+void OnInstruction(void* data, const XML_Char* target, const XML_Char* text) {
+    if (!StateOf(data).isInDocumentType) StateOf(data).events.Instruction(target, text);
+}
+
+void OnDocumentType(void* data, const XML_Char*, const XML_Char*, const XML_Char*, int) {
+    StateOf(data).isInDocumentType = true;
+}
+
+void OnDocumentTypeEnd(void* data) { StateOf(data).isInDocumentType = false; }
+
+void OnEntity(void* data, const XML_Char*, int isParameter, const XML_Char* value, int length,
+              const XML_Char*, const XML_Char*, const XML_Char*, const XML_Char*) {
+    if (isParameter != 0 || value == nullptr) return;
+    const std::string_view text(value, static_cast<std::size_t>(length));
+    if (text.find('<') != std::string_view::npos) StateOf(data).hasMarkupEntity = true;
+}
+
+}  // namespace
+
+Reading ReadWithExpat(const std::string& document, Detail detail) {
+    const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(
+        XML_ParserCreateNS(nullptr, kSeparator), &XML_ParserFree);
+    State state{parser.get(), EventList(detail)};
+    XML_SetUserData(parser.get(), &state);
+    XML_SetElementHandler(parser.get(), OnStart, OnEnd);
+    XML_SetCharacterDataHandler(parser.get(), OnText);
+    XML_SetCommentHandler(parser.get(), OnComment);
+    XML_SetProcessingInstructionHandler(parser.get(), OnInstruction);
+    XML_SetDoctypeDeclHandler(parser.get(), OnDocumentType, OnDocumentTypeEnd);
+    XML_SetEntityDeclHandler(parser.get(), OnEntity);
+    const auto length = static_cast<int>(document.size());
+    const XML_Status status = XML_Parse(parser.get(), document.data(), length, XML_TRUE);
+    if (status == XML_STATUS_OK) return {state.events.Lines(), "", state.hasMarkupEntity};
+    return {{}, XML_ErrorString(XML_GetErrorCode(parser.get()))};
+}
+
+}  // namespace differential

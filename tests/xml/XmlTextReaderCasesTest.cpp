@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+//
+// Runs the golden cases of tests/cases/reader, each one in all encodings that can tell themselves
+// and with several sizes of reads. ESPALIER_UPDATE_CASES=1 rewrites the files with what the reader
+// gives; the difference is then for a human to judge.
+#include "support/CaseFile.h"
+#include "support/NodeDump.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace {
+
+using support::CaseFile;
+using support::ReaderCase;
+
+struct CaseCount {
+    const char* name;   // of the file, without extension
+    std::size_t cases;  // so that none is lost unseen
+};
+
+constexpr CaseCount kFiles[] = {
+    {"attributes", 19}, {"cdata", 9},         {"comments", 8},   {"declaration", 8},
+    {"doctype", 11},    {"elements", 12},     {"errors", 50},    {"instructions", 10},
+    {"namespaces", 14}, {"normalization", 9}, {"positions", 10}, {"references", 16},
+    {"text", 13},       {"whitespace", 17},
+};
+
+std::string Folder() { return std::string(ESPALIER_TEST_CASES) + "/reader"; }
+
+bool IsUpdate() {
+    const char* update = std::getenv("ESPALIER_UPDATE_CASES");
+    return update != nullptr && std::string(update) == "1";
+}
+
+class XmlTextReaderCases : public testing::TestWithParam<CaseCount> {};
+
+TEST_P(XmlTextReaderCases, HaveTheirNodesInAllForms) {
+    const std::string fileName = Folder() + "/" + GetParam().name + ".case";
+    CaseFile file = CaseFile::Load(fileName);
+    int runs = 0;
+    for (ReaderCase& readerCase : file.cases) {
+        SCOPED_TRACE(fileName + ":" + std::to_string(readerCase.line) + ": " + readerCase.name);
+        const std::string document = readerCase.Document();
+        const support::ReaderSettings settings = readerCase.Settings();
+        if (IsUpdate()) readerCase.expected = support::DumpDocument(document, settings);
+        runs += support::ExpectNodesInAllForms(document, settings, readerCase.expected,
+                                               readerCase.AllowedForms());
+    }
+    if (IsUpdate()) file.Save(fileName);
+
+    EXPECT_EQ(file.cases.size(), GetParam().cases);
+    EXPECT_GE(runs, static_cast<int>(5 * file.cases.size()));
+    RecordProperty("runs", runs);
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, XmlTextReaderCases, testing::ValuesIn(kFiles),
+                         [](const auto& file) { return std::string(file.param.name); });
+
+TEST(XmlTextReaderCaseFiles, AreAllRun) {
+    std::vector<std::string> found;
+    for (const auto& entry : std::filesystem::directory_iterator(Folder())) {
+        found.push_back(entry.path().filename().string());
+    }
+    std::sort(found.begin(), found.end());
+
+    std::vector<std::string> listed;
+    for (const CaseCount& file : kFiles)
+        listed.push_back(std::string(file.name) + ".case");
+    EXPECT_EQ(found, listed);
+}
+
+TEST(XmlTextReaderCaseFiles, AreSavedAsTheyWereLoaded) {
+    for (const CaseCount& file : kFiles) {
+        const std::string fileName = Folder() + "/" + file.name + ".case";
+        const std::string copyName = testing::TempDir() + file.name + ".case";
+        CaseFile::Load(fileName).Save(copyName);
+        const CaseFile copy = CaseFile::Load(copyName);
+        const CaseFile original = CaseFile::Load(fileName);
+        ASSERT_EQ(copy.cases.size(), original.cases.size());
+        for (std::size_t i = 0; i < copy.cases.size(); ++i) {
+            EXPECT_EQ(copy.cases[i].name, original.cases[i].name);
+            EXPECT_EQ(copy.cases[i].inputText, original.cases[i].inputText);
+            EXPECT_EQ(copy.cases[i].expected, original.cases[i].expected);
+        }
+        std::filesystem::remove(copyName);
+    }
+}
+
+}  // namespace
