@@ -96,7 +96,7 @@ ReaderCore::Quick ReaderCore::ReadLongTextQuickly() {
     const unsigned char* const dataEnd = scanner_.DataEnd();
     const unsigned char* end = SkipBlanks(begin);
     XmlNodeType::XML_NODE_TYPE type = XmlNodeType::Text;
-    if (*end == '<') {
+    if (*end == '<' || (*end == '&' && end != begin)) {  // before a reference it is a node, too
         if (end - begin >= scanner_.MostWhitespace()) return Quick::NeedsCare;
         type = WhitespaceType();
         if (type == XmlNodeType::None) {
@@ -180,6 +180,7 @@ inline ReaderCore::Quick ReaderCore::ReadEndTagQuickly() {
 
 ReaderCore::Quick ReaderCore::ReadStartTagQuickly() {
     const unsigned char* const begin = scanner_.Position();
+    if (begin[1] == ':') return Quick::NeedsCare;  // never a tag, though it may begin a name
     XmlName* name = nullptr;
     const unsigned char* at = ScanNameQuickly(begin + 1, name);
     if (at == nullptr) return Quick::NeedsMore;

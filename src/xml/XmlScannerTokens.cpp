@@ -37,7 +37,7 @@ XmlToken XmlScanner::ScanMarkup() {
     case '?': return Finish(XmlToken::PI, "<?");
     default: break;
     }
-    if (!StartsName(position_)) Throw(Message::kExpectedElementName);
+    if (*position_ == ':' || !StartsName(position_)) Throw(Message::kExpectedElementName);
     tokenText_ = "<";
     return XmlToken::TAG;
 }
