@@ -7,6 +7,10 @@
 #include <cstdint>
 #include <cstring>
 
+#if defined(__SSE2__)
+#    include <emmintrin.h>
+#endif
+
 // Copies runs of ASCII, 16 characters at a time. CopyAscii() and NarrowAscii() convert characters
 // from the start of the source until one is not ASCII or fewer than 16 are left, and return how
 // many they converted; bytes that they write after those mean nothing. A caller goes on with a
@@ -120,8 +124,30 @@ std::size_t NarrowAscii(const unsigned char* source, unsigned char* destination,
 /// left and there is room for all of it, and advances both positions.
 inline void WidenLatin1(const unsigned char*& position, const unsigned char* end,
                         unsigned char*& destination, const unsigned char* destinationEnd) {
-    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
     constexpr std::ptrdiff_t kBlock = kAsciiBlock;
+#if defined(__SSE2__)
+    // Each block is written as it is. Behind a character that takes two bytes the rest of the block
+    // is written again, one byte later.
+    const auto copy = [](const unsigned char* from, unsigned char* to) {
+        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(to), block);
+        return static_cast<unsigned>(_mm_movemask_epi8(block));
+    };
+    while (end - position >= 2 * kBlock && destinationEnd - destination >= 3 * kBlock) {
+        for (unsigned marks = copy(position, destination); marks != 0; marks &= marks - 1) {
+            const int ascii = std::countr_zero(marks);
+            const unsigned code = position[ascii];
+            unsigned char* const at = destination + ascii;
+            at[0] = static_cast<unsigned char>(0xC0 | code >> 6);
+            at[1] = static_cast<unsigned char>(0x80 | (code & 0x3F));
+            copy(position + ascii + 1, at + 2);
+            ++destination;
+        }
+        position += kBlock;
+        destination += kBlock;
+    }
+#else
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
     while (end - position >= kBlock && destinationEnd - destination >= kBlock + 2) {
         const std::uint64_t first = ascii_run::LoadWord(position);
         const std::uint64_t second = ascii_run::LoadWord(position + 8);
@@ -141,7 +167,51 @@ inline void WidenLatin1(const unsigned char*& position, const unsigned char* end
         position += ascii;
         destination += ascii;
     }
+#endif
 }
+
+#if defined(__SSE2__)
+
+/// Converts 16-bit units below 0x800 to UTF-8, as long as eight of them are left and there is room
+/// for them, and advances both positions.
+template <ByteOrder order>
+void NarrowShortBlocks(const unsigned char*& position, const unsigned char* end,
+                       unsigned char*& destination, const unsigned char* destinationEnd) {
+    constexpr std::ptrdiff_t kBytes = 16;
+    const auto every = [](int unit) { return _mm_set1_epi16(static_cast<short>(unit)); };
+    while (end - position >= kBytes && destinationEnd - destination >= kBytes + 2) {
+        __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(position));
+        if constexpr (order == ByteOrder::Big) {
+            units = _mm_or_si128(_mm_slli_epi16(units, 8), _mm_srli_epi16(units, 8));
+        }
+        const __m128i isAscii = _mm_cmpeq_epi16(_mm_srli_epi16(units, 7), _mm_setzero_si128());
+        const auto ascii = static_cast<unsigned>(_mm_movemask_epi8(isAscii));
+        if (ascii == 0xFFFF) {
+            _mm_storel_epi64(reinterpret_cast<__m128i*>(destination),
+                             _mm_packus_epi16(units, units));
+            position += kBytes;
+            destination += kBytes / 2;
+            continue;
+        }
+        const __m128i isShort = _mm_cmpeq_epi16(_mm_srli_epi16(units, 11), _mm_setzero_si128());
+        if (_mm_movemask_epi8(isShort) != 0xFFFF) return;
+        // A lane holds the bytes of its character, the first one in the low half.
+        const __m128i leads = _mm_or_si128(_mm_srli_epi16(units, 6), every(0xC0));
+        const __m128i trails = _mm_or_si128(_mm_and_si128(units, every(0x3F)), every(0x80));
+        const __m128i pairs = _mm_or_si128(leads, _mm_slli_epi16(trails, 8));
+        const __m128i bytes =
+            _mm_or_si128(_mm_and_si128(isAscii, units), _mm_andnot_si128(isAscii, pairs));
+        std::uint16_t lanes[8];
+        std::memcpy(lanes, &bytes, sizeof lanes);
+        for (unsigned i = 0; i < 8; ++i) {
+            std::memcpy(destination, &lanes[i], sizeof lanes[i]);
+            destination += 2 - (ascii >> 2 * i & 1);
+        }
+        position += kBytes;
+    }
+}
+
+#endif
 
 /// Converts a few characters below 0x800 to UTF-8 without a branch on their length, which in mixed
 /// text nothing predicts. `UnitAt` gives the character at a position; it stops before one that is

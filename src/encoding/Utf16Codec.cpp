@@ -118,6 +118,10 @@ public:
     DecodeEnd DecodeRun(const unsigned char*& position, const unsigned char* end,
                         unsigned char*& destination, unsigned char* destinationEnd) const override {
         while (end - position >= 2) {
+#if defined(__SSE2__)
+            NarrowShortBlocks<order>(position, end, destination, destinationEnd);
+            if (end - position < 2) break;
+#endif
             int code = UnitAt(position);
             if (code < 0x80) {
                 if (destination == destinationEnd) return DecodeEnd::NoRoom;

@@ -7,6 +7,10 @@
 #include <cstdint>
 #include <cstring>
 
+#if defined(__SSE2__)
+#    include <emmintrin.h>
+#endif
+
 // What the codecs share about UTF-8 (RFC 3629).
 
 namespace Xml::detail::utf8 {
@@ -103,6 +107,21 @@ struct CharacterCounts {
 inline CharacterCounts CountCharacters(const unsigned char* begin, const unsigned char* end) {
     constexpr std::uint64_t kOnes = 0x0101010101010101U;  // times this, the bytes of a word add up
     CharacterCounts counts;
+#if defined(__SSE2__)
+    for (; end - begin >= 16; begin += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(begin));
+        const __m128i ones = _mm_set1_epi8(1);
+        const __m128i isStart = _mm_cmpgt_epi8(bytes, _mm_set1_epi8(-65));
+        const __m128i four = _mm_set1_epi8(static_cast<char>(0xF0));
+        const __m128i isLeadOfFour = _mm_cmpeq_epi8(_mm_max_epu8(bytes, four), bytes);
+        const auto sum = [ones](__m128i lanes) {
+            const __m128i halves = _mm_sad_epu8(_mm_and_si128(lanes, ones), _mm_setzero_si128());
+            return static_cast<unsigned>(_mm_cvtsi128_si32(halves) + _mm_extract_epi16(halves, 4));
+        };
+        counts.all += sum(isStart);
+        counts.aboveFFFF += sum(isLeadOfFour);
+    }
+#endif
     for (; end - begin >= 8; begin += 8) {
         std::uint64_t word;
         std::memcpy(&word, begin, sizeof word);

@@ -1,85 +1,102 @@
 // SPDX-License-Identifier: MIT
 #include "xml/PlaceCounter.h"
 
-#include <algorithm>  // std::min
-#include <cstddef>
+#include "xml/RunScan.h"
 
-#if defined(__SSE2__)
-#    include <emmintrin.h>
-#endif
+#include <algorithm>  // std::min
+#include <bit>        // std::bit_width
+#include <cstddef>
+#include <cstring>
 
 namespace Xml::detail {
 
 namespace {
 
-// A run of bytes taken sixteen at a time; the rest one by one.
-constexpr std::ptrdiff_t kBlock = 16;
-
 #if defined(__SSE2__)
 
-// Blocks that can be counted in lanes of a byte each.
-constexpr std::ptrdiff_t kMostBlocks = 255;
+constexpr std::ptrdiff_t kBlock = ByteBlock::kSize;
 
-int SumOfLanes(__m128i lanes) {
-    const __m128i halves = _mm_sad_epu8(lanes, _mm_setzero_si128());
-    return _mm_cvtsi128_si32(halves) + _mm_extract_epi16(halves, 4);
+// The first `count` lanes set.
+__m128i FirstLanes(std::ptrdiff_t count) {
+    static constexpr unsigned char kLanes[2 * kBlock] = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
+                                                         0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
+                                                         0xFF, 0xFF, 0xFF, 0xFF};
+    return ByteBlock(kLanes + kBlock - count).Bytes();
 }
 
-#endif
-
-bool EndsLine(const unsigned char* p) {
-    // The LF of a CR LF ends no line of its own.
-    return *p == '\r' || (*p == '\n' && p[-1] != '\r');
-}
-
-int CountBreaksOneByOne(const unsigned char* p, const unsigned char* end) {
+// Counts the bytes in [p, end) for which `isWanted`, asked with the address of a block, sets the
+// lane. A block may reach behind the end; those lanes do not count.
+template <typename IsWanted>
+int CountBytes(const unsigned char* p, const unsigned char* end, IsWanted isWanted) {
+    constexpr std::ptrdiff_t kMostBlocks = 255;  // that a lane can count
     int count = 0;
-    for (; p != end; ++p)
-        count += EndsLine(p);
+    while (p < end) {
+        __m128i sums = _mm_setzero_si128();
+        const std::ptrdiff_t blocks = std::min(kMostBlocks, (end - p) / kBlock);
+        for (const unsigned char* const last = p + blocks * kBlock; p != last; p += kBlock)
+            sums = _mm_sub_epi8(sums, isWanted(p));
+        if (blocks < kMostBlocks) {
+            sums = _mm_sub_epi8(sums, _mm_and_si128(isWanted(p), FirstLanes(end - p)));
+            p = end;
+        }
+        const __m128i halves = _mm_sad_epu8(sums, _mm_setzero_si128());
+        count += _mm_cvtsi128_si32(halves) + _mm_extract_epi16(halves, 4);
+    }
     return count;
 }
 
-// Counts the line breaks in [p, end). The byte before `p` is readable.
-int CountBreaks(const unsigned char* p, const unsigned char* end) {
-    int count = 0;
-#if defined(__SSE2__)
-    while (end - p >= kBlock) {
-        const unsigned char* const begin = p;
-        const unsigned char* const last = p + kBlock * std::min(kMostBlocks, (end - p) / kBlock);
-        __m128i sums = _mm_setzero_si128();
-        __m128i crs = _mm_setzero_si128();
-        for (; p != last; p += kBlock) {
-            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-            sums = _mm_sub_epi8(sums, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\n')));
-            crs = _mm_or_si128(crs, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\r')));
-        }
-        if (_mm_movemask_epi8(crs) != 0 || begin[-1] == '\r') {
-            count += CountBreaksOneByOne(begin, last);
-        } else {
-            count += SumOfLanes(sums);
-        }
-    }
 #endif
-    return count + CountBreaksOneByOne(p, end);
+
+bool HasCr(const unsigned char* p, const unsigned char* end) {
+    return std::memchr(p, '\r', static_cast<std::size_t>(end - p)) != nullptr;
+}
+
+// Counts the line breaks in [p, end): CR LF, CR or LF. The byte before `p` is readable; the LF of a
+// CR LF ends no line of its own.
+int CountBreaks(const unsigned char* p, const unsigned char* end) {
+#if defined(__SSE2__)
+    if (!HasCr(p - 1, end)) {
+        return CountBytes(p, end, [](const unsigned char* at) { return ByteBlock(at).Is('\n'); });
+    }
+    return CountBytes(p, end, [](const unsigned char* at) {
+        const ByteBlock block(at);
+        return _mm_or_si128(block.Is('\r'),
+                            _mm_andnot_si128(ByteBlock(at - 1).Is('\r'), block.Is('\n')));
+    });
+#else
+    int count = 0;
+    for (; p != end; ++p)
+        count += *p == '\r' || (*p == '\n' && p[-1] != '\r');
+    return count;
+#endif
 }
 
 // Counts the bytes that start a character: all but the continuation bytes 10xxxxxx.
 int CountCharacters(const unsigned char* p, const unsigned char* end) {
-    int count = 0;
 #if defined(__SSE2__)
-    while (end - p >= kBlock) {
-        const unsigned char* const last = p + kBlock * std::min(kMostBlocks, (end - p) / kBlock);
-        __m128i sums = _mm_setzero_si128();
-        for (; p != last; p += kBlock) {
-            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-            sums = _mm_sub_epi8(sums, _mm_cmpgt_epi8(bytes, _mm_set1_epi8(-65)));
-        }
-        count += SumOfLanes(sums);
-    }
-#endif
+    return CountBytes(p, end, [](const unsigned char* at) {
+        return _mm_cmpgt_epi8(ByteBlock(at).Bytes(), _mm_set1_epi8(-65));
+    });
+#else
+    int count = 0;
     for (; p != end; ++p)
         count += (*p & 0xC0) != 0x80;
     return count;
+#endif
+}
+
+// Returns what follows the last line break in [begin, end), which has one.
+const unsigned char* LastLine(const unsigned char* begin, const unsigned char* end) {
+#if defined(__SSE2__)
+    for (; end - begin >= kBlock; end -= kBlock) {
+        const ByteBlock block(end - kBlock);
+        const unsigned breaks = ByteBlock::Mask(_mm_or_si128(block.Is('\n'), block.Is('\r')));
+        if (breaks != 0) return end - kBlock + std::bit_width(breaks);
+    }
+#endif
+    while (end[-1] != '\n' && end[-1] != '\r')
+        --end;
+    return end;
 }
 
 }  // namespace
@@ -99,9 +116,7 @@ Place PlaceCounter::At(const unsigned char* position) const {
     if (breaks > 0) {
         place.line += breaks;
         place.column = 1;
-        lineStart = position;
-        while (lineStart[-1] != '\n' && lineStart[-1] != '\r')
-            --lineStart;
+        lineStart = LastLine(anchor_, position);
     } else if (position != anchor_ && *anchor_ == '\n' && anchor_[-1] == '\r') {
         ++lineStart;  // the LF of a CR LF stands nowhere
     }

@@ -32,6 +32,7 @@ const char* Chars(const unsigned char* bytes) { return reinterpret_cast<const ch
 }  // namespace
 
 bool ReaderCore::Read() {
+    scanner_.ForgetNode();
     ForgetAttributes();
     if (parseState_ == ParseState::PsEmptyEnd) PopElement();
     if (parseState_ != ParseState::PsContent) return ReadFromOutside();

@@ -79,6 +79,9 @@ public:
     /// Remembers that a node starts at the position.
     void MarkNode() { nodeStart_ = position_; }
 
+    /// Says that nobody will ask any more where the marked node starts.
+    void ForgetNode() { nodeStart_ = nullptr; }
+
     /// Returns where the marked node starts.
     Place NodePlace() const;
 
