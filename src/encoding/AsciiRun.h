@@ -116,18 +116,22 @@ std::size_t NarrowAscii(const unsigned char* source, unsigned char* destination,
     return done;
 }
 
-/// Converts bytes that are the characters U+0000 to U+00FF to UTF-8, as long as a word of them is
+/// Converts bytes that are the characters U+0000 to U+00FF to UTF-8, as long as a block of them is
 /// left and there is room for all of it, and advances both positions.
 inline void WidenLatin1(const unsigned char*& position, const unsigned char* end,
                         unsigned char*& destination, const unsigned char* destinationEnd) {
     constexpr std::uint64_t kHighBits = 0x8080808080808080U;
-    constexpr std::ptrdiff_t kWord = sizeof(std::uint64_t);
-    while (end - position >= kWord && destinationEnd - destination >= 2 * kWord) {
-        const std::uint64_t word = ascii_run::LoadWord(position);
-        std::memcpy(destination, &word, sizeof word);
-        std::size_t ascii = sizeof word;
-        if ((word & kHighBits) != 0) {
-            ascii = ascii_run::BytesBefore(word & kHighBits);
+    constexpr std::ptrdiff_t kBlock = kAsciiBlock;
+    while (end - position >= kBlock && destinationEnd - destination >= kBlock + 2) {
+        const std::uint64_t first = ascii_run::LoadWord(position);
+        const std::uint64_t second = ascii_run::LoadWord(position + 8);
+        std::memcpy(destination, &first, sizeof first);
+        std::memcpy(destination + 8, &second, sizeof second);
+        std::size_t ascii = kAsciiBlock;
+        if (((first | second) & kHighBits) != 0) {
+            const bool isInFirst = (first & kHighBits) != 0;
+            const std::uint64_t marks = (isInFirst ? first : second) & kHighBits;
+            ascii = (isInFirst ? 0 : 8) + ascii_run::BytesBefore(marks);
             const unsigned code = position[ascii];
             destination[ascii] = static_cast<unsigned char>(0xC0 | code >> 6);
             destination[ascii + 1] = static_cast<unsigned char>(0x80 | (code & 0x3F));

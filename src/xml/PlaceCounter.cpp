@@ -2,7 +2,6 @@
 #include "xml/PlaceCounter.h"
 
 #include <algorithm>  // std::min
-#include <bit>        // std::popcount
 #include <cstddef>
 
 #if defined(__SSE2__)
@@ -15,6 +14,18 @@ namespace {
 
 // A run of bytes taken sixteen at a time; the rest one by one.
 constexpr std::ptrdiff_t kBlock = 16;
+
+#if defined(__SSE2__)
+
+// Blocks that can be counted in lanes of a byte each.
+constexpr std::ptrdiff_t kMostBlocks = 255;
+
+int SumOfLanes(__m128i lanes) {
+    const __m128i halves = _mm_sad_epu8(lanes, _mm_setzero_si128());
+    return _mm_cvtsi128_si32(halves) + _mm_extract_epi16(halves, 4);
+}
+
+#endif
 
 bool EndsLine(const unsigned char* p) {
     // The LF of a CR LF ends no line of its own.
@@ -33,10 +44,8 @@ int CountBreaks(const unsigned char* p, const unsigned char* end) {
     int count = 0;
 #if defined(__SSE2__)
     while (end - p >= kBlock) {
-        // Each lane counts up to 255 blocks.
         const unsigned char* const begin = p;
-        const unsigned char* const last =
-            p + kBlock * std::min<std::ptrdiff_t>(255, (end - p) / kBlock);
+        const unsigned char* const last = p + kBlock * std::min(kMostBlocks, (end - p) / kBlock);
         __m128i sums = _mm_setzero_si128();
         __m128i crs = _mm_setzero_si128();
         for (; p != last; p += kBlock) {
@@ -47,8 +56,7 @@ int CountBreaks(const unsigned char* p, const unsigned char* end) {
         if (_mm_movemask_epi8(crs) != 0 || begin[-1] == '\r') {
             count += CountBreaksOneByOne(begin, last);
         } else {
-            const __m128i halves = _mm_sad_epu8(sums, _mm_setzero_si128());
-            count += _mm_cvtsi128_si32(halves) + _mm_extract_epi16(halves, 4);
+            count += SumOfLanes(sums);
         }
     }
 #endif
@@ -59,10 +67,14 @@ int CountBreaks(const unsigned char* p, const unsigned char* end) {
 int CountCharacters(const unsigned char* p, const unsigned char* end) {
     int count = 0;
 #if defined(__SSE2__)
-    for (; end - p >= kBlock; p += kBlock) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-        const __m128i starts = _mm_cmpgt_epi8(bytes, _mm_set1_epi8(-65));
-        count += std::popcount(static_cast<unsigned>(_mm_movemask_epi8(starts)));
+    while (end - p >= kBlock) {
+        const unsigned char* const last = p + kBlock * std::min(kMostBlocks, (end - p) / kBlock);
+        __m128i sums = _mm_setzero_si128();
+        for (; p != last; p += kBlock) {
+            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+            sums = _mm_sub_epi8(sums, _mm_cmpgt_epi8(bytes, _mm_set1_epi8(-65)));
+        }
+        count += SumOfLanes(sums);
     }
 #endif
     for (; p != end; ++p)

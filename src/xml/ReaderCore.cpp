@@ -208,20 +208,28 @@ bool ReaderCore::MoveToAttribute(int i) {
     const bool isOnElement =
         node_.type == XmlNodeType::Element || node_.type == XmlNodeType::Attribute;
     if (!isOnElement || i < 0 || i >= attributeCount_) return false;
-    XmlAttribute& attribute = attributes_[static_cast<std::size_t>(i)];
-    attributeIndex_ = i;
     node_.type = XmlNodeType::Attribute;
     node_.depth = Depth() + 1;
-    node_.name = attribute.name;
-    node_.namespaceUri = attribute.uri;
-    node_.value = &attribute.value;
-    node_.isRaw = attribute.isRaw;
+    ShowAttribute(i);
     return true;
 }
 
 bool ReaderCore::MoveToNextAttribute() {
     // Deliberate: on the element itself this does not move to the first attribute.
-    return node_.type == XmlNodeType::Attribute && MoveToAttribute(attributeIndex_ + 1);
+    const int next = attributeIndex_ + 1;
+    if (node_.type != XmlNodeType::Attribute || next >= attributeCount_) return false;
+    ShowAttribute(next);
+    return true;
+}
+
+// Makes the properties, but for type and depth, those of an attribute.
+void ReaderCore::ShowAttribute(int i) {
+    XmlAttribute& attribute = attributes_[static_cast<std::size_t>(i)];
+    attributeIndex_ = i;
+    node_.name = attribute.name;
+    node_.namespaceUri = attribute.uri;
+    node_.value = &attribute.value;
+    node_.isRaw = attribute.isRaw;
 }
 
 const astring& ReaderCore::LookupNamespace(std::string_view prefix) const {

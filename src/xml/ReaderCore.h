@@ -116,6 +116,7 @@ private:
 
     void ShowNothing();
     void ShowElement();
+    void ShowAttribute(int i);
     bool ReadFromOutside();
     bool ReadCarefully();
     void Fail();

@@ -1,0 +1,16 @@
+# SPDX-License-Identifier: MIT
+# Runs PROGRAM on ARGUMENT, or with the file INPUT as standard input, and compares what it prints
+# with the file EXPECTED.
+if(DEFINED INPUT)
+    execute_process(COMMAND ${PROGRAM} INPUT_FILE ${INPUT}
+        OUTPUT_VARIABLE output RESULT_VARIABLE result)
+else()
+    execute_process(COMMAND ${PROGRAM} ${ARGUMENT} OUTPUT_VARIABLE output RESULT_VARIABLE result)
+endif()
+file(READ ${EXPECTED} expected)
+if(NOT result EQUAL 0)
+    message(FATAL_ERROR "${PROGRAM} ended with ${result}")
+endif()
+if(NOT output STREQUAL expected)
+    message(FATAL_ERROR "printed:\n${output}\nexpected:\n${expected}")
+endif()

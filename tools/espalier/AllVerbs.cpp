@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#include "Verb.h"
+
+namespace Tool {
+
+std::vector<std::unique_ptr<Verb>> AllVerbs() {
+    std::vector<std::unique_ptr<Verb>> verbs;
+    verbs.push_back(MakeCheck());
+    verbs.push_back(MakeEvents());
+    return verbs;
+}
+
+}  // namespace Tool

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Console.h"
+#include "Output.h"
+#include "Progress.h"
+
+namespace Tool {
+
+/// What a verb works with: where answers, complaints and progress go.
+struct Context {
+    Output out;                 ///< answers
+    Progress progress;          ///< how far the work has come
+    Console console{progress};  ///< everything else
+};
+
+}  // namespace Tool

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <espalier/io/Exception.h>
+#include <espalier/xml/XmlTextReader.h>
+
+#include "Context.h"
+#include "Excerpt.h"
+#include "ExitCode.h"
+#include "Input.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Tool {
+
+/// How many root elements a document may have.
+enum class Roots {
+    One,  ///< XML 1.0 [1]: a second one is an error
+    Any   ///< as many as there are, as the reader has it
+};
+
+/// A document read node by node, which knows enough about where it has been to explain an error.
+class Document {
+public:
+    /// Opens the document.
+    /// \param name a file name, or "-" for standard input
+    /// \throws Xml::Exception when it cannot be opened
+    Document(const std::string& name, Context& context, Roots roots);
+
+    /// Returns the name for messages.
+    const std::string& DisplayName() const { return input_.DisplayName(); }
+
+    /// Returns the reader: for settings before the first Next(), for the node after each.
+    Xml::XmlTextReader& Reader() { return reader_; }
+
+    /// Moves to the next node.
+    /// \return false at the end
+    /// \throws Xml::Exception for an error in the document (see Explain())
+    bool Next();
+
+    /// Writes about an error that Next() has thrown: where it is, what it is, the line, and where
+    /// it helps the other end. Ends the reading.
+    ExitCode Explain(const Xml::Exception& error);
+
+private:
+    void NoteEncoding();
+    void Follow();
+    Excerpt Find(Place place, ColumnCount count);
+    void ExplainOtherEnd(const Xml::Exception& error, const Excerpt& excerpt);
+    void Note(const Excerpt& excerpt, Place place, std::string_view text);
+
+    Context& context_;
+    Input input_;
+    Xml::XmlTextReader reader_;
+    Roots roots_;
+    bool started_ = false;     // a node has been read, so the encoding is known
+    std::vector<Place> open_;  // where the open elements start, columns as the reader counts
+    Place root_;               // where the first root element starts, counted likewise
+    bool rootSeen_ = false;
+};
+
+/// Writes that the document `name` could not be opened.
+ExitCode ExplainOpening(const std::string& name, const Xml::Exception& error, Context& context);
+
+/// Opens the document `name`, hands it to `work` before its first node, and writes about what goes
+/// wrong.
+/// \param work called with the Document
+template <typename Work>
+ExitCode WithDocument(const std::string& name, Context& context, Roots roots, Work work) {
+    std::unique_ptr<Document> document;
+    try {
+        document = std::make_unique<Document>(name, context, roots);
+    } catch (const Xml::Exception& error) {
+        return ExplainOpening(name, error, context);
+    }
+    try {
+        work(*document);
+    } catch (const Xml::Exception& error) {
+        context.out.Flush();  // on a terminal the error comes after the nodes before it
+        return document->Explain(error);
+    }
+    return ExitCode::Yes;
+}
+
+}  // namespace Tool

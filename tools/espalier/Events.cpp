@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "Document.h"
+#include "Escape.h"
+#include "NodeWriter.h"
+#include "Verb.h"
+
+#include <map>
+
+namespace Tool {
+
+namespace {
+
+using Whitespace = Xml::XmlTextReader::XmlWsHandlingEnum;
+
+class Events final : public Verb {
+public:
+    const char* Name() const override { return "events"; }
+
+    const char* Summary() const override { return "Shows the nodes of a document, one a line."; }
+
+    const char* Footer() const override {
+        return "Each line is  TYPE NAME DEPTH LINE:COLUMN {NAMESPACE} ATTRIBUTE=\"..\" \"VALUE\" "
+               "/\n"
+               "where NAME may be -, what a node does not have is left out, and / marks an\n"
+               "empty-element tag. Texts are escaped as in C. After an error there are the nodes\n"
+               "up to it. More than one root element is fine here.\n"
+               "\n"
+               "Examples:\n"
+               "  espalier events feed.xml | grep '^Element title '\n"
+               "  espalier events --json drawing.svg | jq -r 'select(.name==\"path\").line'\n";
+    }
+
+    void AddOptions(CLI::App& app) override {
+        app.add_option("FILE", name_, "the document; \"-\" or none: standard input")->type_name("");
+        app.add_flag("--json", json_, "one JSON object a line");
+        app.add_flag("--no-namespaces", noNamespaces_, "do not split names at their colons");
+        app.add_flag("--normalize", normalize_, "turn CR LF and CR into LF, in attributes a blank");
+        app.add_option("--whitespace", whitespace_,
+                       "white space to show: all (default), significant, none")
+            ->option_text("WHICH")
+            ->transform(CLI::Transformer(std::map<std::string, Whitespace>{
+                {"all", Xml::XmlTextReader::WsAll},
+                {"significant", Xml::XmlTextReader::WsSignificant},
+                {"none", Xml::XmlTextReader::WsNone}}));
+    }
+
+    ExitCode Run(Context& context) override {
+        ExpectInputs({name_}, context.progress);
+        return WithDocument(name_, context, Roots::Any, [&](Document& document) {
+            Xml::XmlTextReader& reader = document.Reader();
+            reader.SetNamespaces(!noNamespaces_);
+            reader.SetNormalization(normalize_);
+            reader.SetWhitespaceHandling(whitespace_);
+            NodeWriter writer(context.out, reader, json_ ? NodeForm::Json : NodeForm::Text,
+                              context.console.ColorsOutput());
+            while (document.Next())
+                writer.WriteNode();
+        });
+    }
+
+private:
+    std::string name_ = "-";
+    bool json_ = false;
+    bool noNamespaces_ = false;
+    bool normalize_ = false;
+    Whitespace whitespace_ = Xml::XmlTextReader::WsAll;
+};
+
+}  // namespace
+
+std::unique_ptr<Verb> MakeEvents() { return std::make_unique<Events>(); }
+
+}  // namespace Tool
