@@ -217,6 +217,31 @@ TEST(XmlTextReaderLimit, WhitespaceThatFillsABufferIsNoPartOfTheTextAfterIt) {
     }
 }
 
+// The token that is not expected is as long as a buffer, however the stream gives its bytes.
+TEST(XmlTextReaderLimit, TextOutsideTheRootElementIsNamedByOneBuffer) {
+    const std::string texts[] = {
+        std::string(1023, 'x') + "yz",
+        " " + std::string(1022, 'x') + "yz",
+        std::string(500, '\t') + std::string(523, 'x') + "y" + std::string(500, 'z'),
+        std::string(1022, 'x') + "\xC3\xA9",
+    };
+    for (const std::string& text : texts) {
+        for (const int bytesPerRead : {0, 1, 2, 3, 7}) {
+            SCOPED_TRACE(text.substr(1020) + ", " + std::to_string(bytesPerRead));
+            try {
+                DocumentReader reader(text + "<a/>", {}, bytesPerRead);
+                reader->Read();
+                FAIL() << "is accepted";
+            } catch (const Xml::Exception& error) {
+                EXPECT_STREQ(error.What(), "Unexpected token");
+                EXPECT_EQ(error.Argument(), text.substr(0, kBuffer));
+                EXPECT_EQ(error.LineNumber(), 1);
+                EXPECT_EQ(error.LinePos(), text.ends_with('z') ? 1025 : 1024);
+            }
+        }
+    }
+}
+
 // What may be of any length.
 
 struct LongConstruct {
