@@ -106,7 +106,8 @@ XmlToken XmlScanner::ScanText(astring& text, int limit) {
 // Scans the characters of a text up to "<" or "&", white space and line ends included.
 XmlToken XmlScanner::ScanCharacters(astring& text, int limit) {
     const unsigned char* from = position_;
-    std::size_t taken = 0;
+    // The white space before is a part of the token, and counts.
+    std::size_t taken = limit > 0 ? text.length() * static_cast<std::size_t>(UnitSize()) : 0;
     for (;;) {
         const unsigned char* stop = Find<'<', '&', ']'>(from);
         if (limit > 0) {
