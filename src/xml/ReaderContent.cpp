@@ -80,13 +80,6 @@ ReaderCore::Pass ReaderCore::ParseText(XmlToken token) {
     }
 }
 
-// Returns as what white space is reported here; None when it is not.
-XmlNodeType::XML_NODE_TYPE ReaderCore::WhitespaceType() const {
-    if (whitespaceHandling == XmlTextReader::WsNone) return XmlNodeType::None;
-    if (Space() == XmlSpace::SpacePreserve) return XmlNodeType::SignificantWhitespace;
-    return whitespaceHandling == XmlTextReader::WsAll ? XmlNodeType::Whitespace : XmlNodeType::None;
-}
-
 // Scans a reference behind its start and appends what it stands for to `text`.
 // Returns false for a reference to a general entity, which the caller has to deal with.
 bool ReaderCore::ReplaceReference(XmlToken token, astring& text) {

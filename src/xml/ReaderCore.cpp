@@ -205,9 +205,10 @@ bool ReaderCore::MoveToElement() {
 }
 
 bool ReaderCore::MoveToAttribute(int i) {
+    if (i < 0 || i >= attributeCount_) return false;
     const bool isOnElement =
         node_.type == XmlNodeType::Element || node_.type == XmlNodeType::Attribute;
-    if (!isOnElement || i < 0 || i >= attributeCount_) return false;
+    if (!isOnElement) return false;
     node_.type = XmlNodeType::Attribute;
     node_.depth = Depth() + 1;
     ShowAttribute(i);

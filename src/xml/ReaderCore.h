@@ -296,6 +296,13 @@ inline XmlSpace ReaderCore::Space() const {
     return elements_.empty() ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
 }
 
+// Returns as what white space is reported here; None when it is not.
+inline XmlNodeType::XML_NODE_TYPE ReaderCore::WhitespaceType() const {
+    if (whitespaceHandling == XmlTextReader::WsNone) return XmlNodeType::None;
+    if (Space() == XmlSpace::SpacePreserve) return XmlNodeType::SignificantWhitespace;
+    return whitespaceHandling == XmlTextReader::WsAll ? XmlNodeType::Whitespace : XmlNodeType::None;
+}
+
 inline void ReaderCore::PopElement() {
     if (Top().ownsLanguage) --languageCount_;
     elements_.pop_back();

@@ -31,31 +31,8 @@ const char* Chars(const unsigned char* bytes) { return reinterpret_cast<const ch
 
 }  // namespace
 
-bool ReaderCore::Read() {
-    scanner_.ForgetNode();
-    ForgetAttributes();
-    if (parseState_ == ParseState::PsEmptyEnd) PopElement();
-    if (parseState_ != ParseState::PsContent) return ReadFromOutside();
-    try {
-        Quick quick = ReadQuickly();
-        if (quick != Quick::Done) [[unlikely]] {
-            // A token that the window cuts may be whole after a refill; a long one never is.
-            const bool isShort = scanner_.DataEnd() - scanner_.Position() <= kWorthMoving;
-            if (quick == Quick::NeedsMore && isShort &&
-                scanner_.Refill() == XmlScanner::Fill::More && scanner_.IsFilled()) {
-                quick = ReadQuickly();
-            }
-        }
-        if (quick == Quick::Done) return true;
-    } catch (...) {
-        Fail();
-        throw;
-    }
-    return ReadCarefully();
-}
-
 // Makes the next node the current one.
-ReaderCore::Quick ReaderCore::ReadQuickly() {
+[[gnu::always_inline]] inline ReaderCore::Quick ReaderCore::ReadQuickly() {
     for (;;) {
         const unsigned char* const at = scanner_.Position();
         if (*at != '<') {
@@ -69,7 +46,7 @@ ReaderCore::Quick ReaderCore::ReadQuickly() {
     }
 }
 
-inline ReaderCore::Quick ReaderCore::ReadTextQuickly() {
+[[gnu::always_inline]] inline ReaderCore::Quick ReaderCore::ReadTextQuickly() {
     const unsigned char* const begin = scanner_.Position();
     const ShortText text = ScanShortText(begin);
     if (text.length < 0) return ReadLongTextQuickly();
@@ -158,7 +135,7 @@ inline const unsigned char* ReaderCore::ScanNameQuickly(const unsigned char* at,
     return at + length;
 }
 
-inline ReaderCore::Quick ReaderCore::ReadEndTagQuickly() {
+[[gnu::always_inline]] inline ReaderCore::Quick ReaderCore::ReadEndTagQuickly() {
     const XmlName& name = *Top().name;
     const unsigned char* const begin = scanner_.Position() + 2;
     const std::size_t length = name.qualified.length();
@@ -269,6 +246,30 @@ const unsigned char* ReaderCore::ScanNewName(const unsigned char* at, XmlName*& 
     name = names_.Intern({Chars(at), Distance(at, end)}, colon);
     if (names_.IsLarge()) asks_ |= AsksTrim;
     return end;
+}
+
+bool ReaderCore::Read() {
+    scanner_.ForgetNode();
+    ForgetAttributes();
+    if (parseState_ == ParseState::PsEmptyEnd) PopElement();
+    if (parseState_ != ParseState::PsContent) return ReadFromOutside();
+    try {
+        for (bool isWorthMoving = true;; isWorthMoving = false) {
+            const Quick quick = ReadQuickly();
+            if (quick == Quick::Done) return true;
+            // A token that the window cuts may be whole after a refill; a long one never is.
+            isWorthMoving = isWorthMoving && quick == Quick::NeedsMore &&
+                            scanner_.DataEnd() - scanner_.Position() <= kWorthMoving;
+            if (!isWorthMoving || scanner_.Refill() != XmlScanner::Fill::More ||
+                !scanner_.IsFilled()) {
+                break;
+            }
+        }
+    } catch (...) {
+        Fail();
+        throw;
+    }
+    return ReadCarefully();
 }
 
 }  // namespace Xml::detail
