@@ -122,9 +122,12 @@ std::size_t NarrowAscii(const unsigned char* source, unsigned char* destination,
 
 /// Converts bytes that are the characters U+0000 to U+00FF to UTF-8, as long as a block of them is
 /// left and there is room for all of it, and advances both positions.
-inline void WidenLatin1(const unsigned char*& position, const unsigned char* end,
-                        unsigned char*& destination, const unsigned char* destinationEnd) {
+inline void WidenLatin1(const unsigned char*& source, const unsigned char* end,
+                        unsigned char*& target, const unsigned char* destinationEnd) {
     constexpr std::ptrdiff_t kBlock = kAsciiBlock;
+    // Copies: the bytes written might be those of the arguments, for all that the compiler knows.
+    const unsigned char* position = source;
+    unsigned char* destination = target;
 #if defined(__SSE2__)
     // Each block is written as it is. Behind a character that takes two bytes the rest of the block
     // is written again, one byte later.
@@ -168,6 +171,8 @@ inline void WidenLatin1(const unsigned char*& position, const unsigned char* end
         destination += ascii;
     }
 #endif
+    source = position;
+    target = destination;
 }
 
 #if defined(__SSE2__)
@@ -175,9 +180,11 @@ inline void WidenLatin1(const unsigned char*& position, const unsigned char* end
 /// Converts 16-bit units below 0x800 to UTF-8, as long as eight of them are left and there is room
 /// for them, and advances both positions.
 template <ByteOrder order>
-void NarrowShortBlocks(const unsigned char*& position, const unsigned char* end,
-                       unsigned char*& destination, const unsigned char* destinationEnd) {
+void NarrowShortBlocks(const unsigned char*& source, const unsigned char* end,
+                       unsigned char*& target, const unsigned char* destinationEnd) {
     constexpr std::ptrdiff_t kBytes = 16;
+    const unsigned char* position = source;  // copies, as above
+    unsigned char* destination = target;
     const auto every = [](int unit) { return _mm_set1_epi16(static_cast<short>(unit)); };
     while (end - position >= kBytes && destinationEnd - destination >= kBytes + 2) {
         __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(position));
@@ -194,7 +201,7 @@ void NarrowShortBlocks(const unsigned char*& position, const unsigned char* end,
             continue;
         }
         const __m128i isShort = _mm_cmpeq_epi16(_mm_srli_epi16(units, 11), _mm_setzero_si128());
-        if (_mm_movemask_epi8(isShort) != 0xFFFF) return;
+        if (_mm_movemask_epi8(isShort) != 0xFFFF) break;
         // A lane holds the bytes of its character, the first one in the low half.
         const __m128i leads = _mm_or_si128(_mm_srli_epi16(units, 6), every(0xC0));
         const __m128i trails = _mm_or_si128(_mm_and_si128(units, every(0x3F)), every(0x80));
@@ -209,6 +216,8 @@ void NarrowShortBlocks(const unsigned char*& position, const unsigned char* end,
         }
         position += kBytes;
     }
+    source = position;
+    target = destination;
 }
 
 #endif
