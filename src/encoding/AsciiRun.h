@@ -120,61 +120,6 @@ std::size_t NarrowAscii(const unsigned char* source, unsigned char* destination,
     return done;
 }
 
-/// Converts bytes that are the characters U+0000 to U+00FF to UTF-8, as long as a block of them is
-/// left and there is room for all of it, and advances both positions.
-inline void WidenLatin1(const unsigned char*& source, const unsigned char* end,
-                        unsigned char*& target, const unsigned char* destinationEnd) {
-    constexpr std::ptrdiff_t kBlock = kAsciiBlock;
-    // Copies: the bytes written might be those of the arguments, for all that the compiler knows.
-    const unsigned char* position = source;
-    unsigned char* destination = target;
-#if defined(__SSE2__)
-    // Each block is written as it is. Behind a character that takes two bytes the rest of the block
-    // is written again, one byte later.
-    const auto copy = [](const unsigned char* from, unsigned char* to) {
-        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(to), block);
-        return static_cast<unsigned>(_mm_movemask_epi8(block));
-    };
-    while (end - position >= 2 * kBlock && destinationEnd - destination >= 3 * kBlock) {
-        for (unsigned marks = copy(position, destination); marks != 0; marks &= marks - 1) {
-            const int ascii = std::countr_zero(marks);
-            const unsigned code = position[ascii];
-            unsigned char* const at = destination + ascii;
-            at[0] = static_cast<unsigned char>(0xC0 | code >> 6);
-            at[1] = static_cast<unsigned char>(0x80 | (code & 0x3F));
-            copy(position + ascii + 1, at + 2);
-            ++destination;
-        }
-        position += kBlock;
-        destination += kBlock;
-    }
-#else
-    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
-    while (end - position >= kBlock && destinationEnd - destination >= kBlock + 2) {
-        const std::uint64_t first = ascii_run::LoadWord(position);
-        const std::uint64_t second = ascii_run::LoadWord(position + 8);
-        std::memcpy(destination, &first, sizeof first);
-        std::memcpy(destination + 8, &second, sizeof second);
-        std::size_t ascii = kAsciiBlock;
-        if (((first | second) & kHighBits) != 0) {
-            const bool isInFirst = (first & kHighBits) != 0;
-            const std::uint64_t marks = (isInFirst ? first : second) & kHighBits;
-            ascii = (isInFirst ? 0 : 8) + ascii_run::BytesBefore(marks);
-            const unsigned code = position[ascii];
-            destination[ascii] = static_cast<unsigned char>(0xC0 | code >> 6);
-            destination[ascii + 1] = static_cast<unsigned char>(0x80 | (code & 0x3F));
-            ++position;
-            destination += 2;
-        }
-        position += ascii;
-        destination += ascii;
-    }
-#endif
-    source = position;
-    target = destination;
-}
-
 #if defined(__SSE2__)
 
 /// Converts 16-bit units below 0x800 to UTF-8, as long as eight of them are left and there is room
@@ -183,7 +128,8 @@ template <ByteOrder order>
 void NarrowShortBlocks(const unsigned char*& source, const unsigned char* end,
                        unsigned char*& target, const unsigned char* destinationEnd) {
     constexpr std::ptrdiff_t kBytes = 16;
-    const unsigned char* position = source;  // copies, as above
+    // Copies: the bytes written might be those of the arguments, for all that the compiler knows.
+    const unsigned char* position = source;
     unsigned char* destination = target;
     const auto every = [](int unit) { return _mm_set1_epi16(static_cast<short>(unit)); };
     while (end - position >= kBytes && destinationEnd - destination >= kBytes + 2) {

@@ -2,6 +2,7 @@
 #include "encoding/AsciiRun.h"
 #include "encoding/CharClass.h"
 #include "encoding/Codecs.h"
+#include "encoding/Latin1Blocks.h"
 #include "encoding/Utf8.h"
 
 // ISO-8859-1, and ASCII, which is read and written the same way: a document that calls itself ASCII
