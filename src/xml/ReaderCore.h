@@ -200,7 +200,7 @@ private:
     void DeclareNamespaces();
     void ResolveAttributes();
     const astring* UriOf(XmlName& prefix);
-    void CheckExpandedDuplicates() const;
+    void CheckExpandedDuplicates();
     bool HaveOnePrefix() const;
     [[noreturn]] void ThrowDuplicate(const XmlAttribute& attribute) const;
     XmlAttribute* FindAttribute(std::string_view name);
@@ -236,6 +236,7 @@ private:
     std::vector<XmlAttribute> attributes_;
     int attributeCount_ = 0;
     int attributeIndex_ = 0;
+    std::vector<const XmlAttribute*> boundAttributes_;  // of the check that compares their names
     unsigned asks_ = 0;   // what the tag asks for beyond the usual; a set of Asks
     int duplicate_ = -1;  // index of the first attribute whose name came before
     std::uint64_t elementSerial_ = 1;

@@ -45,9 +45,10 @@ bool ReaderCore::HaveOnePrefix() const {
 
 // Two prefixes may be bound to one URI: no two attributes may have the same URI and local name
 // (Namespaces in XML 1.0 section 6.3). Attributes with an unbound prefix have no URI to compare.
-void ReaderCore::CheckExpandedDuplicates() const {
+void ReaderCore::CheckExpandedDuplicates() {
     if (HaveOnePrefix()) return;  // names with one prefix differ in their local names
-    std::vector<const XmlAttribute*> bound;
+    std::vector<const XmlAttribute*>& bound = boundAttributes_;
+    bound.clear();
     for (const XmlAttribute& attribute : Attributes()) {
         const XmlName& name = *attribute.name;
         if (name.prefixName == nullptr || name.meaning == NameMeaning::Namespace) continue;
