@@ -38,12 +38,4 @@ constexpr bool IsAsciiName(unsigned char byte) { return (kNameBytes[byte] & 2) !
 static_assert(IsAsciiNameStart('_') && !IsAsciiNameStart('-') && !IsAsciiNameStart(':'));
 static_assert(IsAsciiName('-') && IsAsciiName('.') && IsAsciiName('0') && !IsAsciiName(0x80));
 
-/// Returns the value of the valid sequence of `length` bytes (2 to 4) at `at`.
-constexpr int DecodeSequence(const unsigned char* at, int length) {
-    int code = at[0] & (0x7F >> length);
-    for (int i = 1; i < length; ++i)
-        code = code << 6 | (at[i] & 0x3F);
-    return code;
-}
-
 }  // namespace Xml::detail

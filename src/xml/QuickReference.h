@@ -24,7 +24,7 @@ inline QuickReference ReadQuickDigits(const unsigned char* at, int base) {
         }
         if (digit >= base) return {};
         code = code * base + digit;
-        if (code > kGreatestCharacter) return {};
+        if (code > utf8::kLastScalar) return {};
     }
     if (!IsXmlCharacter(code)) return {};
     return {code, at + 1};

@@ -8,6 +8,8 @@
 // data. One mask answers three questions at once: is there a stop, a control character that XML
 // does not allow, or a byte above ASCII? Bytes above ASCII are then checked to be valid UTF-8.
 
+#include "encoding/Utf8.h"
+
 #include <bit>  // std::countr_zero
 #include <cstdint>
 #include <cstring>
@@ -21,33 +23,14 @@ namespace Xml::detail {
 /// The zero bytes that must follow scanned data: more than one step may read too far.
 inline constexpr int kScanPadding = 32;
 
-/// The lead byte's sequence length when [position, end) starts with a valid sequence above ASCII,
-/// 0 when the data ends inside of it, -1 when the bytes are no character.
+/// The length of the valid sequence above ASCII that [position, end) starts with, 0 when the data
+/// ends inside of it, -1 when the bytes are no character.
 inline int SequenceLength(const unsigned char* position, const unsigned char* end) {
-    const unsigned lead = position[0];
-    const auto left = end - position;
-    const auto continues = [position](int i) { return (position[i] & 0xC0) == 0x80; };
-    if (lead < 0xC0) return -1;
-    if (lead < 0xE0) {
-        if (left < 2) return 0;
-        return lead >= 0xC2 && continues(1) ? 2 : -1;
+    switch (utf8::Check(position, end)) {
+    case utf8::Sequence::Valid: return utf8::SequenceLength(*position);
+    case utf8::Sequence::Cut: return 0;
+    case utf8::Sequence::Invalid: break;
     }
-    if (lead < 0xF0) {
-        if (left < 3) return 0;
-        if (!continues(1) || !continues(2)) return -1;
-        if (lead == 0xE0 && position[1] < 0xA0) return -1;  // overlong
-        if (lead == 0xED && position[1] > 0x9F) return -1;  // surrogates
-        return 3;
-    }
-    if (lead < 0xF8) {
-        if (left < 4) return 0;
-        if (lead > 0xF4 || !continues(1) || !continues(2) || !continues(3)) return -1;
-        if (lead == 0xF0 && position[1] < 0x90) return -1;  // overlong
-        if (lead == 0xF4 && position[1] > 0x8F) return -1;  // above U+10FFFF
-        return 4;
-    }
-    // The five- and six-byte forms of old: never valid, but first of all they may be cut.
-    if (lead < 0xFE && left < (lead < 0xFC ? 5 : 6)) return 0;
     return -1;
 }
 

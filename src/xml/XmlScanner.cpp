@@ -239,7 +239,7 @@ int XmlScanner::NonAsciiClass(const unsigned char* at) const {
     const int length = SequenceLength(at, dataEnd_);
     if (length < 0) return ToInt(CharClass::Invalid);
     if (length == 0) return ToInt(CharClass::Partial);
-    const int code = DecodeSequence(at, length);
+    const int code = utf8::Combine(at, length);
     return codec_->Kind() == CodecKind::SingleByte ? codec_->ClassOfScalar(code)
                                                    : ClassOfScalarValue(code);
 }

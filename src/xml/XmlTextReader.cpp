@@ -34,7 +34,7 @@ bool AllCharacters(std::string_view text, Accept accept) {
         } else {
             length = detail::SequenceLength(at, end);
             if (length <= 0) return false;
-            charClass = detail::ClassOfScalarValue(detail::DecodeSequence(at, length));
+            charClass = detail::ClassOfScalarValue(detail::utf8::Combine(at, length));
         }
         if (!accept(charClass)) return false;
         at += length;
