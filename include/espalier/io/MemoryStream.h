@@ -127,6 +127,7 @@ private:
 
     const unsigned char* Bytes() const;
     bool Reallocate(long size);
+    void ChangeCapacity(long capacity);
     void Grow(long count, long end);
     void TakeOver(MemoryStream& other);
 
