@@ -29,7 +29,7 @@ namespace ascii_run {
 using Bytes16 [[gnu::vector_size(16)]] = unsigned char;
 
 inline std::uint64_t LoadWord(const unsigned char* bytes) {
-    std::uint64_t word;
+    std::uint64_t word = 0;
     std::memcpy(&word, bytes, sizeof word);
     return word;
 }

@@ -42,7 +42,7 @@ unsigned SingleByteEncoding::GetBytes(const char* text, unsigned length, unsigne
         const int size = detail::utf8::SequenceLength(*position);
         position = end - position < size ? end : position + size;
         if (output >= capacity) continue;
-        unsigned char byte;
+        unsigned char byte = 0;
         const int written = Codec().Encode(code, &byte, &byte + 1);
         if (written > 0 && output >= 0) destination[output] = byte;
         output += written;

@@ -15,7 +15,8 @@ namespace {
 class Latin1CharCodec final : public CharCodec {
 public:
     constexpr explicit Latin1CharCodec(const char* name) : CharCodec(name, CodecKind::SingleByte) {}
-    constexpr ~Latin1CharCodec() override {}  // g++ 12 takes no defaulted one for a constant
+    // NOLINTNEXTLINE(modernize-use-equals-default): g++ 12 refuses a constant with a defaulted one
+    constexpr ~Latin1CharCodec() override {}
 
     int ClassOfCode(int code) const override {
         if (code < 1 || code > kLastCode) return ToInt(CharClass::End);

@@ -15,7 +15,8 @@ template <ByteOrder order>
 class Ucs4CharCodec final : public CharCodec {
 public:
     constexpr explicit Ucs4CharCodec(const char* name) : CharCodec(name, CodecKind::Ucs4) {}
-    constexpr ~Ucs4CharCodec() override {}  // g++ 12 takes no defaulted one for a constant
+    // NOLINTNEXTLINE(modernize-use-equals-default): g++ 12 refuses a constant with a defaulted one
+    constexpr ~Ucs4CharCodec() override {}
 
     // Deliberate: as in UTF-16, though here no code is a part of another.
     int ClassOfCode(int code) const override {

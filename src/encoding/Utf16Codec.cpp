@@ -18,7 +18,8 @@ template <ByteOrder order>
 class Utf16CharCodec final : public CharCodec {
 public:
     constexpr explicit Utf16CharCodec(const char* name) : CharCodec(name, CodecKind::Utf16) {}
-    constexpr ~Utf16CharCodec() override {}  // g++ 12 takes no defaulted one for a constant
+    // NOLINTNEXTLINE(modernize-use-equals-default): g++ 12 refuses a constant with a defaulted one
+    constexpr ~Utf16CharCodec() override {}
 
     // Deliberate: of the surrogates all but the first and the last are told apart from the codes
     // that have no class.
@@ -97,7 +98,7 @@ public:
     int ToUtf16(const unsigned char*& position, const unsigned char* end, char16_t*& destination,
                 char16_t* destinationEnd) const override {
         const char16_t* const start = destination;
-        for (int code; (code = WholeCharacter(position, end)) >= 0;) {
+        for (int code = 0; (code = WholeCharacter(position, end)) >= 0;) {
             if (!WriteUtf16(code, destination, destinationEnd)) break;
             position += LengthOf(code);
         }
@@ -107,7 +108,7 @@ public:
     int ToUcs4(const unsigned char*& position, const unsigned char* end, char32_t*& destination,
                char32_t* destinationEnd) const override {
         const char32_t* const start = destination;
-        for (int code;
+        for (int code = 0;
              destination < destinationEnd && (code = WholeCharacter(position, end)) >= 0;) {
             *destination++ = static_cast<char32_t>(code);
             position += LengthOf(code);

@@ -123,7 +123,7 @@ inline CharacterCounts CountCharacters(const unsigned char* begin, const unsigne
     }
 #endif
     for (; end - begin >= 8; begin += 8) {
-        std::uint64_t word;
+        std::uint64_t word = 0;
         std::memcpy(&word, begin, sizeof word);
         const std::uint64_t continuations = word >> 7 & ~word >> 6 & kOnes;
         const std::uint64_t leadsOfFour = word >> 7 & word >> 6 & word >> 5 & word >> 4 & kOnes;

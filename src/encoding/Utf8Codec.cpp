@@ -17,7 +17,8 @@ namespace {
 class Utf8CharCodec final : public CharCodec {
 public:
     constexpr Utf8CharCodec() : CharCodec("UTF-8", CodecKind::Utf8) {}
-    constexpr ~Utf8CharCodec() override {}  // g++ 12 takes no defaulted one for a constant
+    // NOLINTNEXTLINE(modernize-use-equals-default): g++ 12 refuses a constant with a defaulted one
+    constexpr ~Utf8CharCodec() override {}
 
     int ClassOfCode(int code) const override {
         if (code < 1 || code > 0x7F) return ToInt(CharClass::Partial);

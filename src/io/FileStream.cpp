@@ -67,6 +67,7 @@ FileStream::FileStream(std::FILE* handle, unsigned access, bool owns) : access_(
 FileStream::FileStream(const FileStream& other) = default;
 
 FileStream& FileStream::operator=(const FileStream& other) {
+    if (this == &other) return *this;
     if (file_ != other.file_) Close();
     file_ = other.file_;
     access_ = other.access_;

@@ -66,7 +66,7 @@ struct MemoryStream::Block {
 
 MemoryStream::MemoryStream() = default;
 
-MemoryStream::MemoryStream(long capacity) { MemoryStream::SetCapacity(capacity); }
+MemoryStream::MemoryStream(long capacity) { ChangeCapacity(capacity); }
 
 MemoryStream::MemoryStream(const unsigned char* data, long size)
     : readOnlyBuffer_(data != nullptr ? data : kNoBytes),
@@ -173,20 +173,7 @@ void MemoryStream::SetCapacity(long capacity) {
     if (!growable_) {
         Xml::Exception::ThrowException("MemoryStream::SetCapacity: Stream has fixed capacity");
     }
-    if (capacity < length_) {  // a negative capacity is, too
-        Xml::Exception::ThrowException(
-            "MemoryStream::SetCapacity: Specified capacity smaller than length");
-    }
-    if (capacity == 0) {
-        block_.reset();
-        buffer_ = nullptr;
-    } else {
-        if (!Reallocate(capacity)) Xml::Exception::ThrowException(kOutOfMemory);
-        if (capacity > capacity_) {
-            std::memset(buffer_ + capacity_, 0, static_cast<std::size_t>(capacity - capacity_));
-        }
-    }
-    capacity_ = capacity;
+    ChangeCapacity(capacity);
 }
 
 const unsigned char* MemoryStream::GetBuffer() const { return Bytes(); }
@@ -222,6 +209,24 @@ bool MemoryStream::Reallocate(long size) {
     }
     buffer_ = block_->data;
     return true;
+}
+
+// Makes the capacity of a growable stream what is wanted.
+void MemoryStream::ChangeCapacity(long capacity) {
+    if (capacity < length_) {  // a negative capacity is, too
+        Xml::Exception::ThrowException(
+            "MemoryStream::SetCapacity: Specified capacity smaller than length");
+    }
+    if (capacity == 0) {
+        block_.reset();
+        buffer_ = nullptr;
+    } else {
+        if (!Reallocate(capacity)) Xml::Exception::ThrowException(kOutOfMemory);
+        if (capacity > capacity_) {
+            std::memset(buffer_ + capacity_, 0, static_cast<std::size_t>(capacity - capacity_));
+        }
+    }
+    capacity_ = capacity;
 }
 
 // Raises the capacity so that a write of `count` bytes that ends at `end` fits.

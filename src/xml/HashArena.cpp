@@ -20,8 +20,8 @@
 namespace Xml::detail {
 namespace {
 
-constexpr std::size_t kFirstChunk = 1024;         // enough for a table of a few names
-constexpr std::size_t kLargestChunk = 64 * 1024;  // more does not make fewer calls that matter
+constexpr std::size_t kFirstChunk = 1024;     // enough for a table of a few names
+constexpr std::size_t kLargestChunk = 65536;  // more does not make fewer calls that matter
 
 #if defined(ESPALIER_ADDRESS_SANITIZER)
 void Forbid(void* bytes, std::size_t size) { __asan_poison_memory_region(bytes, size); }

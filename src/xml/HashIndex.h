@@ -15,8 +15,8 @@ namespace Xml::detail {
 template <int Count>
 std::uint64_t Difference(const char* a, const char* b) {
     std::uint64_t difference = 0;
-    for (int word = 0; word < Count; ++word) {
-        difference |= LoadWord<std::uint64_t>(a + word * 8) ^ LoadWord<std::uint64_t>(b + word * 8);
+    for (int at = 0; at < Count * 8; at += 8) {
+        difference |= LoadWord<std::uint64_t>(a + at) ^ LoadWord<std::uint64_t>(b + at);
     }
     return difference;
 }

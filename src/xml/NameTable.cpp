@@ -15,7 +15,7 @@ constexpr std::size_t kFirstSlots = 256;
 // More names than vocabularies have; about ten megabytes.
 constexpr std::size_t kLarge = 65536;
 
-constexpr std::size_t kMedium = 2 * PackedName::kMostBytes;
+constexpr std::size_t kMedium = std::size_t{2} * PackedName::kMostBytes;
 
 bool IsShort(std::string_view text) { return text.size() <= PackedName::kMostBytes; }
 

@@ -248,7 +248,7 @@ struct PackedName {
 };
 
 inline std::uint64_t LoadWord(const unsigned char* p) {
-    std::uint64_t word;
+    std::uint64_t word = 0;
     std::memcpy(&word, p, sizeof word);
     return word;
 }

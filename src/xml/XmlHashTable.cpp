@@ -151,6 +151,7 @@ void ReleaseTable(XmlHashMap& map) noexcept {
         delete storage;
     }
     map.table = nullptr;
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): it does not follow the atomic count
     map.count = 0;
 }
 
@@ -202,6 +203,7 @@ void LinkItem(XmlHashMap& map, XmlHashItem* item, const HashKey& key) noexcept {
             return;
         }
         while (*older != slot->item) {
+            assert(*older != nullptr);  // what is in the index is in its bucket
             older = &(*older)->next;
         }
         XmlHashItem* const replaced = slot->item;

@@ -81,7 +81,9 @@ public:
     /// Returns a copy of the text as a standard string.
     Standard str() const { return Standard(view()); }
 
-    BasicString& operator=(const BasicString& other) { return assign(other.view()); }
+    BasicString& operator=(const BasicString& other) {
+        return this == &other ? *this : assign(other.view());
+    }
     BasicString& operator=(BasicString&& other) noexcept {
         if (this != &other) {
             Free();

@@ -38,12 +38,13 @@ public:
     /// Takes over the buffer and the inner stream of `other`, which is left without one: it reads
     /// nothing, writes nothing and can do nothing.
     BufferedStream(BufferedStream& other);
-    BufferedStream(BufferedStream&& other) : BufferedStream(other) {}
+    BufferedStream(BufferedStream&& other) noexcept { TakeOver(other); }
 
     /// Closes this stream, deletes its inner stream when it owns it, and takes over those of
     /// `other`. Assignment to itself does nothing.
     /// \throws Xml::Exception what Close() throws; then nothing was taken over
     BufferedStream& operator=(BufferedStream& other);
+    // NOLINTNEXTLINE(performance-noexcept-move-constructor): Close() may throw
     BufferedStream& operator=(BufferedStream&& other) { return *this = other; }
 
     /// Writes pending bytes, and closes and deletes the inner stream when it is owned. Throws

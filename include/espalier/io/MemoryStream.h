@@ -53,11 +53,12 @@ public:
     /// no longer growable: it is a stream of fixed capacity over the block that it had. When the
     /// new owner later needs another block, it gets one of its own, and the two part.
     MemoryStream(MemoryStream& other);
-    MemoryStream(MemoryStream&& other) : MemoryStream(other) {}
+    MemoryStream(MemoryStream&& other) noexcept { TakeOver(other); }
 
     /// Gives up what this stream has (closing it first when it owns a buffer) and takes over the
     /// buffer of `other` as the constructor does. Assignment to itself does nothing.
     MemoryStream& operator=(MemoryStream& other);
+    // NOLINTNEXTLINE(performance-noexcept-move-constructor): Close() of a derived class may throw
     MemoryStream& operator=(MemoryStream&& other) { return *this = other; }
 
     ~MemoryStream() override;
@@ -126,6 +127,7 @@ private:
 
     const unsigned char* Bytes() const;
     bool Reallocate(long size);
+    void ChangeCapacity(long capacity);
     void Grow(long count, long end);
     void TakeOver(MemoryStream& other);
 

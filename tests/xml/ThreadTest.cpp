@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+//
+// Objects in different threads do not meet: what they share is constant or made once. Most of what
+// could go wrong shows under ThreadSanitizer only, and in a process that has used nothing before:
+// CTest gives each test one of its own.
+#include <espalier/encoding.h>
+#include <espalier/io/Stream.h>
+#include <espalier/xml/HashMap.h>
+
+#include "support/DocumentForms.h"
+#include "support/NodeDump.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstddef>
+#include <iterator>
+#include <latch>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t kThreads = 8;
+
+// Calls `work` with 0 to kThreads - 1, each in a thread of its own, all of them at once.
+template <typename Work>
+void RunAtOnce(const Work& work) {
+    std::latch start(kThreads);
+    std::vector<std::thread> threads;
+    for (std::size_t number = 0; number < kThreads; ++number) {
+        threads.emplace_back([&start, &work, number] {
+            start.arrive_and_wait();
+            work(number);
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+}
+
+// A document that needs most of what readers might share, and ends in an error.
+constexpr std::string_view kDocument =
+    "<?xml version='1.0'?><p:a xmlns:p='urn:x' p:b=\"1&amp;2\"><!--c-->&e;\n"
+    "<![CDATA[<]]>\xF0\x9F\x98\x80&#233;</b>";
+
+constexpr char kNodes[] = R"(XmlDeclaration xml "version='1.0'" depth=1 @1:3
+  Pseudo version="1.0"
+Element p:a prefix=p local=a ns=urn:x depth=1 @1:22
+  Attribute xmlns:p='urn:x' prefix=xmlns local=p depth=2 @1:27
+  Attribute p:b="1&2" prefix=p local=b ns=urn:x depth=2 @1:43
+Comment "c" depth=2 @1:57
+EntityReference e depth=2 @1:65
+Whitespace "\n" depth=2 @1:68
+CDATA "<" depth=2 @2:1
+Text "\u{1F600}\u{E9}" depth=2 @2:14
+error 2:24 End tag 'b' doesn't match start tag 'p:a' [</b>]
+)";
+
+TEST(XmlTextReaderThreads, ReadTheSameBytesInAllEncodingsAtOnce) {
+    std::vector<std::string> documents;
+    for (const support::DocumentForm& form : support::AllDocumentForms()) {
+        if (const auto bytes = support::WriteInForm(kDocument, form)) documents.push_back(*bytes);
+    }
+    ASSERT_EQ(documents.size(), 10U);
+
+    std::array<std::vector<std::string>, kThreads> dumps;
+    RunAtOnce([&](std::size_t number) {
+        for (std::size_t i = 0; i < documents.size(); ++i) {
+            // Each thread begins with another encoding.
+            const std::string& document = documents[(number + i) % documents.size()];
+            for (const int bytesPerRead : {0, 1, 7}) {
+                dumps[number].push_back(support::DumpDocument(document, {}, bytesPerRead));
+            }
+        }
+    });
+
+    for (const auto& ofOneThread : dumps) {
+        EXPECT_EQ(ofOneThread.size(), 3 * documents.size());
+        for (const std::string& dump : ofOneThread)
+            EXPECT_EQ(dump, kNodes);
+    }
+}
+
+TEST(EncodingThreads, MakeAndUseTheSharedEncodingsAtOnce) {
+    const astring text("a\xE2\x82\xAC");
+    const struct {
+        Xml::Encoding* (*shared)();
+        std::string_view bytes;  // of the text
+    } kRows[] = {{Xml::Encoding::UTF8, "a\xE2\x82\xAC"},
+                 {Xml::Encoding::Unicode, {"a\0\xAC\x20", 4}},
+                 {Xml::Encoding::NativeWide, {"a\0\xAC\x20", 4}},
+                 {Xml::Encoding::BigEndianUnicode, {"\0a\x20\xAC", 4}},
+                 {Xml::Encoding::ASCII, "a?"},
+                 {Xml::Encoding::Latin1, "a?"}};
+    constexpr std::size_t kRowCount = std::size(kRows);
+
+    std::array<std::array<Xml::Encoding*, kRowCount>, kThreads> seen{};
+    std::array<std::array<std::string, kRowCount>, kThreads> written;
+    RunAtOnce([&](std::size_t number) {
+        const astring copy = text;
+        for (std::size_t i = 0; i < kRowCount; ++i) {
+            const std::size_t row = (number + i) % kRowCount;
+            seen[number][row] = kRows[row].shared();
+            unsigned char bytes[16];
+            const unsigned count =
+                Xml::Encoding::Convert(Xml::Encoding::UTF8(), seen[number][row],
+                                       reinterpret_cast<const unsigned char*>(copy.c_str()),
+                                       static_cast<unsigned>(copy.length()), bytes, sizeof bytes);
+            written[number][row].assign(bytes, bytes + count);
+        }
+    });
+
+    for (std::size_t number = 0; number < kThreads; ++number) {
+        EXPECT_EQ(seen[number], seen[0]);
+        for (std::size_t row = 0; row < kRowCount; ++row) {
+            EXPECT_EQ(written[number][row], kRows[row].bytes) << "row " << row;
+        }
+    }
+}
+
+// The first maps of a process decide upon what the hash of all of them begins with.
+TEST(HashMapThreads, FirstMapsAreMadeAtOnce) {
+    constexpr int kKeys = 500;
+    std::array<int, kThreads> found{};
+    RunAtOnce([&](std::size_t number) {
+        Xml::HashMap map(8, true);
+        for (int key = 0; key < kKeys; ++key) {
+            map.Insert(std::to_string(key).c_str(), &found[number]);
+        }
+        for (int key = 0; key < kKeys; ++key) {
+            if (map.Find(std::to_string(key).c_str()) == &found[number]) ++found[number];
+        }
+    });
+    for (const int count : found)
+        EXPECT_EQ(count, kKeys);
+}
+
+TEST(StreamThreads, ShareTheNullStream) {
+    std::array<IO::Stream*, kThreads> seen{};
+    std::array<int, kThreads> read{};
+    RunAtOnce([&](std::size_t number) {
+        seen[number] = IO::Stream::Null();
+        for (int i = 0; i < 100; ++i) {
+            seen[number]->WriteByte('a');
+            read[number] += seen[number]->ReadByte();
+        }
+    });
+    for (std::size_t number = 0; number < kThreads; ++number) {
+        EXPECT_EQ(seen[number], seen[0]);
+        EXPECT_EQ(read[number], -100);
+    }
+}
+
+}  // namespace
