@@ -16,8 +16,7 @@ void Convert(IO::Stream& from, Xml::Encoding* encoding, std::ostream& to) {
     unsigned char out[4 * sizeof in];
     unsigned kept = 0;
     const auto room = static_cast<unsigned>(sizeof in);
-    while (const int count =
-               from.Read(in, static_cast<int>(kept), static_cast<int>(room - kept))) {
+    while (const int count = from.Read(in, static_cast<int>(kept), static_cast<int>(room - kept))) {
         const unsigned held = kept + static_cast<unsigned>(count);
         unsigned consumed = 0;
         const unsigned written = Xml::Encoding::Convert(encoding, Xml::Encoding::UTF8(), in, held,

@@ -115,12 +115,10 @@ bool ProvokeMisuse() {
     Xml::XmlTextReader closed;
     bool all = Provoke("Read() without an input", [&closed] { closed.Read(); });
     Xml::XmlTextReader fresh;
-    all &= Provoke("SetNormalization() on a closed reader", [&fresh] {
-        fresh.SetNormalization(true);
-    });
-    all &= Provoke("SetWhitespaceHandling() on a closed reader", [&fresh] {
-        fresh.SetWhitespaceHandling(Xml::XmlTextReader::WsNone);
-    });
+    all &= Provoke("SetNormalization() on a closed reader",
+                   [&fresh] { fresh.SetNormalization(true); });
+    all &= Provoke("SetWhitespaceHandling() on a closed reader",
+                   [&fresh] { fresh.SetWhitespaceHandling(Xml::XmlTextReader::WsNone); });
     constexpr unsigned char kText[] = {'<', 'a', '/', '>'};
     IO::MemoryStream stream(kText, sizeof kText);
     fresh.SetStream(&stream, false);
