@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# Runs PROGRAM on ARGUMENT, or with the file INPUT as standard input, and compares what it prints
-# with the file EXPECTED.
+# Runs PROGRAM, on ARGUMENT or with the file INPUT as standard input where these are given, and
+# compares what it prints with the file EXPECTED.
 if(DEFINED INPUT)
     execute_process(COMMAND ${PROGRAM} INPUT_FILE ${INPUT}
         OUTPUT_VARIABLE output RESULT_VARIABLE result)

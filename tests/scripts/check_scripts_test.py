@@ -130,5 +130,46 @@ class CheckFiles(CheckTest):
                                   name + ": no CMakeLists.txt names it")
 
 
+# One message from each place where messages stand, and the page that lists them.
+ERRORS = {
+    "src/xml/Messages.h": HEADER + 'inline constexpr char kBadName[] = "Bad name";\n',
+    "src/io/Handle.cpp": SOURCE + 'constexpr char kReadError[] =\n    "Read error";\n'
+                         + '// "No message"\nint f() { return "Open error"; }\n'
+                         + 'int g() { Throw::ThrowException("Closed"); }\n',
+    "docs/errors.md": '| "Bad name" | no name | `<a>&;</a>` | 1:5 | `x` |\n| "Read error" | |\n'
+                      '| "Open error" | |\n| "Closed" | |\n',
+    "examples/expected/errors.txt": "<a>&;</a>\n    1:5: Bad name (x)\n",
+}
+
+
+class CheckErrors(CheckTest):
+    def test_a_complete_page_passes(self):
+        self.assertEqual(self.run_on("check-errors", ERRORS), (0, "4 messages, 0 problems\n"))
+
+    def test_a_message_without_a_row_is_found(self):
+        for row, file in (("Read error", "io/Handle.cpp"), ("Open error", "io/Handle.cpp"),
+                          ("Closed", "io/Handle.cpp")):
+            page = ERRORS["docs/errors.md"].replace(f'| "{row}" | |\n', "")
+            with self.subTest(row):
+                self.expect_found("check-errors", {**ERRORS, "docs/errors.md": page},
+                                  f"src/{file}: not in docs/errors.md: {row}")
+
+    def test_a_row_without_a_message_is_found(self):
+        page = ERRORS["docs/errors.md"] + '| "No message" | |\n'
+        self.expect_found("check-errors", {**ERRORS, "docs/errors.md": page},
+                          "docs/errors.md: no message of the library: No message")
+
+    def test_another_place_than_in_the_example_is_found(self):
+        page = ERRORS["docs/errors.md"].replace("1:5", "1:6")
+        self.expect_found("check-errors", {**ERRORS, "docs/errors.md": page},
+                          "docs/errors.md: shows '1:6: Bad name (x)', "
+                          "the example '1:5: Bad name (x)'")
+
+    def test_an_example_that_is_not_shown_is_found(self):
+        more = ERRORS["examples/expected/errors.txt"] + "<b>\n    1:4: Bad name\n"
+        self.expect_found("check-errors", {**ERRORS, "examples/expected/errors.txt": more},
+                          "docs/errors.md: shows another number of inputs than the example")
+
+
 if __name__ == "__main__":
     unittest.main()

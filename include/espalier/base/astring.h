@@ -20,8 +20,11 @@ public:
     constexpr TstrCharacterRange() = default;
     constexpr TstrCharacterRange(const char* begin, const char* end) : begin_(begin), end_(end) {}
 
+    /// Returns the first character.
     constexpr const char* begin() const { return begin_; }
+    /// Returns the place behind the last character.
     constexpr const char* end() const { return end_; }
+    /// Returns the number of bytes.
     constexpr std::size_t length() const { return static_cast<std::size_t>(end_ - begin_); }
 
     constexpr operator std::string_view() const { return {begin_, length()}; }
@@ -49,12 +52,16 @@ private:
 template <typename Char>
 class BasicString {
 public:
+    /// \name Types
+    /// Those that a standard container has, a view of the text, and the standard's string.
+    /// @{
     using value_type = Char;
     using size_type = std::size_t;
     using iterator = Char*;
     using const_iterator = const Char*;
     using View = std::basic_string_view<Char>;
     using Standard = std::basic_string<Char>;
+    /// @}
 
     /// "Not found", and "to the end" where a count is wanted.
     static constexpr size_type npos = Standard::npos;
@@ -95,12 +102,16 @@ public:
     BasicString& operator=(View text) { return assign(text); }
     BasicString& operator=(const Standard& text) { return assign(View(text)); }
 
+    /// \name Replace the whole text
+    /// The new text may be a part of the old one.
+    /// @{
     BasicString& assign(View text) { return replace(0, npos, text); }
     BasicString& assign(const Char* text, size_type length) { return assign(View(text, length)); }
     BasicString& assign(size_type count, Char character) {
         clear();
         return append(count, character);
     }
+    /// @}
 
     /// Makes the text the `length` characters at `text`, copying whole blocks of 16 bytes.
     /// \pre `text` is readable up to the next multiple of 16 bytes and lies outside of this string
@@ -126,6 +137,10 @@ public:
         SetLength(length);
     }
 
+    /// \name Add to the end
+    /// The text may be a part of this string. Adding one character after the other takes time in
+    /// proportion to their number.
+    /// @{
     BasicString& append(View text) {
         if (text.size() <= capacity() - length_) {
             // The text may be a part of this string; it does not reach behind the end.
@@ -152,7 +167,13 @@ public:
         push_back(character);
         return *this;
     }
+    /// @}
 
+    /// \name Change a part
+    /// `count` characters from `position` on, or as many as there are, make room for the text,
+    /// which may be a part of this string.
+    /// \throws std::out_of_range when `position` is past the end
+    /// @{
     BasicString& insert(size_type position, View text) { return replace(position, 0, text); }
     BasicString& insert(size_type position, size_type count, Char character) {
         return replace(position, 0, BasicString(count, character).view());
@@ -177,18 +198,28 @@ public:
         SetLength(length);
         return *this;
     }
+    /// @}
 
+    /// \name Find
+    /// From `position` on; the result is npos when there is none.
+    /// @{
     size_type find(Char character, size_type position = 0) const noexcept {
         return view().find(character, position);
     }
     size_type find(View text, size_type position = 0) const noexcept {
         return view().find(text, position);
     }
+    /// @}
+
+    /// Compares byte by byte: below 0 when this text comes first, 0 when both are equal.
     int compare(View text) const noexcept { return view().compare(text); }
+    /// Returns a copy of `count` characters from `position` on, or of as many as there are.
+    /// \throws std::out_of_range when `position` is past the end
     BasicString substr(size_type position = 0, size_type count = npos) const {
         return BasicString(view().substr(position, count));
     }
 
+    /// Makes room for `capacity` characters, so that a text of that length needs no other buffer.
     void reserve(size_type capacity) {
         if (capacity > this->capacity()) Reallocate(capacity);
     }
@@ -200,16 +231,26 @@ public:
             SetLength(length);
         }
     }
+    /// Makes the text empty; the buffer stays.
     void clear() noexcept { SetLength(0); }
+    /// Exchanges the texts.
     void swap(BasicString& other) noexcept { std::swap(*this, other); }
 
+    /// \name The text and its length
+    /// The pointers are valid until the string changes; a NUL stands behind the last character.
+    /// @{
     const Char* c_str() const noexcept { return data_; }
     const Char* data() const noexcept { return data_; }
     size_type length() const noexcept { return length_; }
     size_type size() const noexcept { return length_; }
     size_type capacity() const noexcept { return IsInside() ? kBlock - 1 : capacity_; }
     bool empty() const noexcept { return length_ == 0; }
+    /// @}
 
+    /// \name Characters
+    /// A position is not checked, except by at(), which throws std::out_of_range. front() and
+    /// back() want a text that is not empty.
+    /// @{
     iterator begin() noexcept { return data_; }
     iterator end() noexcept { return data_ + length_; }
     const_iterator begin() const noexcept { return data_; }
@@ -223,6 +264,7 @@ public:
     Char& back() { return data_[length_ - 1]; }
     const Char& front() const { return data_[0]; }
     const Char& back() const { return data_[length_ - 1]; }
+    /// @}
 
     /// Returns a writable buffer of at least `capacity` characters that begins with the text.
     /// Write into it, then call release_buffer(); no other member may be called in between.
@@ -366,9 +408,11 @@ private:
 /// The string type of the library: names, values and messages, all of it UTF-8.
 using astring = BasicString<char>;
 
+/// \cond
 template <typename Char>
 struct std::hash<BasicString<Char>> {
     std::size_t operator()(const BasicString<Char>& text) const noexcept {
         return std::hash<std::basic_string_view<Char>>()(text.view());
     }
 };
+/// \endcond

@@ -109,7 +109,7 @@ public:
                                 unsigned sourceLength, unsigned char* destination,
                                 unsigned destinationLength, unsigned& consumed);
 
-    /// \internal Returns the engine that the encoding works with. For the library's own use.
+    /// Returns the engine that the encoding works with. For the library's own use.
     const detail::CharCodec& Codec() const { return *codec_; }
 
 protected:
@@ -120,7 +120,7 @@ protected:
     /// Tells whether bytes that are no character are an error to be thrown.
     bool ThrowOnError() const { return throwOnError_; }
 
-    /// \internal Sets the engine that the encoding works with. For the library's own use.
+    /// Sets the engine that the encoding works with. For the library's own use.
     void SetCodec(const detail::CharCodec& codec) { codec_ = &codec; }
 
 private:

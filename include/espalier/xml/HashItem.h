@@ -19,6 +19,7 @@ public:
     HashItem(const HashItem&) = default;
     HashItem& operator=(const HashItem&) = default;
 
+    /// Tells whether this is no entry.
     bool IsNull() const { return item_ == nullptr; }
 
     /// Moves to the next entry of the same bucket; becomes null at the end of the bucket.
@@ -35,6 +36,7 @@ public:
     /// Returns the length of the key in bytes.
     unsigned GetKeyLength() const { return item_ == nullptr ? 0 : item_->keyLength; }
 
+    /// Returns the value that is stored.
     void* GetValue() const { return item_ == nullptr ? nullptr : item_->value; }
 
     /// Stores a value without calling a hook of the map. Maps that share the entry all see it.

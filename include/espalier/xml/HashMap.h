@@ -49,13 +49,15 @@ public:
     void Insert(const char* key, void* value) { Insert(key, LengthOf(key), value); }
     /// @}
 
-    /// \name Return the value of a key, or null
+    /// \name Find a value
+    /// The result is null when the key is absent.
     /// @{
     void* Find(const void* key, unsigned length) const { return XmlHashFind(&map_, key, length); }
     void* Find(const char* key) const { return Find(key, LengthOf(key)); }
     /// @}
 
-    /// \name Return the entry of a key, or a null item
+    /// \name Find an entry
+    /// The result is a null item when the key is absent.
     /// @{
     HashItem FindItem(const void* key, unsigned length) {
         return HashItem(XmlHashFindItem(&map_, key, length));

@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// All of the library.
+
+#include <espalier/encoding.h>
+#include <espalier/io.h>
+#include <espalier/xml.h>
