@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "xml/PlaceCounter.h"
 
-#include <algorithm>  // std::min
-#include <cstddef>
+#include <limits>
 
-#if defined(__SSE2__)
+// See RunScan.h for ESPALIER_PORTABLE_SCAN.
+#if defined(__SSE2__) && !defined(ESPALIER_PORTABLE_SCAN)
+#    define ESPALIER_BLOCK_COUNT 1
+#    include <algorithm>  // std::min
+#    include <cstddef>
 #    include <emmintrin.h>
 #endif
 
@@ -12,10 +15,10 @@ namespace Xml::detail {
 
 namespace {
 
-// A run of bytes taken sixteen at a time; the rest one by one.
-constexpr std::ptrdiff_t kBlock = 16;
+#if defined(ESPALIER_BLOCK_COUNT)
 
-#if defined(__SSE2__)
+// A run of bytes is taken sixteen at a time; the rest one by one.
+constexpr std::ptrdiff_t kBlock = 16;
 
 // Blocks that can be counted in lanes of a byte each.
 constexpr std::ptrdiff_t kMostBlocks = 255;
@@ -42,7 +45,7 @@ int CountBreaksOneByOne(const unsigned char* p, const unsigned char* end) {
 // Counts the line breaks in [p, end). The byte before `p` is readable.
 int CountBreaks(const unsigned char* p, const unsigned char* end) {
     int count = 0;
-#if defined(__SSE2__)
+#if defined(ESPALIER_BLOCK_COUNT)
     while (end - p >= kBlock) {
         const unsigned char* const begin = p;
         const unsigned char* const last = p + kBlock * std::min(kMostBlocks, (end - p) / kBlock);
@@ -66,7 +69,7 @@ int CountBreaks(const unsigned char* p, const unsigned char* end) {
 // Counts the bytes that start a character: all but the continuation bytes 10xxxxxx.
 int CountCharacters(const unsigned char* p, const unsigned char* end) {
     int count = 0;
-#if defined(__SSE2__)
+#if defined(ESPALIER_BLOCK_COUNT)
     while (end - p >= kBlock) {
         const unsigned char* const last = p + kBlock * std::min(kMostBlocks, (end - p) / kBlock);
         __m128i sums = _mm_setzero_si128();
@@ -80,6 +83,12 @@ int CountCharacters(const unsigned char* p, const unsigned char* end) {
     for (; p != end; ++p)
         count += (*p & 0xC0) != 0x80;
     return count;
+}
+
+// Adds to a line or a column, which stays at the greatest number when it gets there.
+int AddTo(int number, int count) {
+    constexpr int kMost = std::numeric_limits<int>::max();
+    return number > kMost - count ? kMost : number + count;
 }
 
 }  // namespace
@@ -97,7 +106,7 @@ Place PlaceCounter::At(const unsigned char* position) const {
     const unsigned char* lineStart = anchor_;
     const int breaks = CountBreaks(anchor_, position);
     if (breaks > 0) {
-        place.line += breaks;
+        place.line = AddTo(place.line, breaks);
         place.column = 1;
         lineStart = position;
         while (lineStart[-1] != '\n' && lineStart[-1] != '\r')
@@ -105,7 +114,9 @@ Place PlaceCounter::At(const unsigned char* position) const {
     } else if (position != anchor_ && *anchor_ == '\n' && anchor_[-1] == '\r') {
         ++lineStart;  // the LF of a CR LF stands nowhere
     }
-    place.column += CountCharacters(lineStart, position) - ColonsBetween(lineStart, position);
+    const int characters =
+        CountCharacters(lineStart, position) - ColonsBetween(lineStart, position);
+    place.column = AddTo(place.column, characters);
     return place;
 }
 
