@@ -12,8 +12,14 @@ namespace {
 
 constexpr std::size_t kFirstSlots = 256;
 
-// More names than vocabularies have; about ten megabytes.
+// More short names than vocabularies have; about ten megabytes. Long ones weigh more.
 constexpr std::size_t kLarge = 65536;
+
+// What a name takes in memory, in short names.
+std::size_t WeightOf(std::string_view text) {
+    constexpr std::size_t kTextOfOne = 64;  // the text stands there twice, whole and in its parts
+    return 1 + text.size() / kTextOfOne;
+}
 
 constexpr std::size_t kMedium = std::size_t{2} * PackedName::kMostBytes;
 
@@ -100,6 +106,7 @@ XmlName* NameTable::Add(std::string_view text, int colon) {
         Rebuild();
     }
     names_.push_back(std::move(name));
+    weight_ += WeightOf(text);
     Place(names_.back().get());
     return names_.back().get();
 }
@@ -145,14 +152,18 @@ void NameTable::Trim() {
         if (name->kept && name->prefixName != nullptr) name->prefixName->kept = true;
     }
     std::erase_if(names_, [](const auto& name) { return !name->kept; });
-    for (const auto& name : names_)
+    weight_ = 0;
+    for (const auto& name : names_) {
         name->kept = false;
-    trimAt_ = std::max(kLarge, 2 * names_.size());
+        weight_ += WeightOf(name->qualified);
+    }
+    trimAt_ = std::max(kLarge, 2 * weight_);
     Rebuild();
 }
 
 void NameTable::Clear() {
     names_.clear();
+    weight_ = 0;
     trimAt_ = kLarge;
     Rebuild();
 }

@@ -83,8 +83,8 @@ public:
         return nullptr;
     }
 
-    /// Tells whether there are so many names that it is time to Trim().
-    bool IsLarge() const { return names_.size() >= trimAt_; }
+    /// Tells whether the names take so much memory that it is time to Trim().
+    bool IsLarge() const { return weight_ >= trimAt_; }
 
     /// Forgets all names but those that are marked as kept, and their prefixes.
     void Trim();
@@ -134,6 +134,7 @@ private:
     std::size_t shortCount_ = 0;
     std::size_t longCount_ = 0;
     std::vector<std::unique_ptr<XmlName>> names_;
+    std::size_t weight_ = 0;  // what the names take, in short names
     std::size_t trimAt_;
 };
 

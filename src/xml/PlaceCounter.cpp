@@ -7,12 +7,13 @@
 #include <bit>        // std::bit_width
 #include <cstddef>
 #include <cstring>
+#include <limits>
 
 namespace Xml::detail {
 
 namespace {
 
-#if defined(__SSE2__)
+#if defined(ESPALIER_BLOCK_SCAN)
 
 constexpr std::ptrdiff_t kBlock = ByteBlock::kSize;
 
@@ -54,7 +55,7 @@ bool HasCr(const unsigned char* p, const unsigned char* end) {
 // Counts the line breaks in [p, end): CR LF, CR or LF. The byte before `p` is readable; the LF of a
 // CR LF ends no line of its own.
 int CountBreaks(const unsigned char* p, const unsigned char* end) {
-#if defined(__SSE2__)
+#if defined(ESPALIER_BLOCK_SCAN)
     if (!HasCr(p - 1, end)) {
         return CountBytes(p, end, [](const unsigned char* at) { return ByteBlock(at).Is('\n'); });
     }
@@ -73,7 +74,7 @@ int CountBreaks(const unsigned char* p, const unsigned char* end) {
 
 // Counts the bytes that start a character: all but the continuation bytes 10xxxxxx.
 int CountCharacters(const unsigned char* p, const unsigned char* end) {
-#if defined(__SSE2__)
+#if defined(ESPALIER_BLOCK_SCAN)
     return CountBytes(p, end, [](const unsigned char* at) {
         return _mm_cmpgt_epi8(ByteBlock(at).Bytes(), _mm_set1_epi8(-65));
     });
@@ -87,7 +88,7 @@ int CountCharacters(const unsigned char* p, const unsigned char* end) {
 
 // Returns what follows the last line break in [begin, end), which has one.
 const unsigned char* LastLine(const unsigned char* begin, const unsigned char* end) {
-#if defined(__SSE2__)
+#if defined(ESPALIER_BLOCK_SCAN)
     for (; end - begin >= kBlock; end -= kBlock) {
         const ByteBlock block(end - kBlock);
         const unsigned breaks = ByteBlock::Mask(_mm_or_si128(block.Is('\n'), block.Is('\r')));
@@ -97,6 +98,12 @@ const unsigned char* LastLine(const unsigned char* begin, const unsigned char* e
     while (end[-1] != '\n' && end[-1] != '\r')
         --end;
     return end;
+}
+
+// Adds to a line or a column, which stays at the greatest number when it gets there.
+int AddTo(int number, int count) {
+    constexpr int kMost = std::numeric_limits<int>::max();
+    return number > kMost - count ? kMost : number + count;
 }
 
 }  // namespace
@@ -114,13 +121,15 @@ Place PlaceCounter::At(const unsigned char* position) const {
     const unsigned char* lineStart = anchor_;
     const int breaks = CountBreaks(anchor_, position);
     if (breaks > 0) {
-        place.line += breaks;
+        place.line = AddTo(place.line, breaks);
         place.column = 1;
         lineStart = LastLine(anchor_, position);
     } else if (position != anchor_ && *anchor_ == '\n' && anchor_[-1] == '\r') {
         ++lineStart;  // the LF of a CR LF stands nowhere
     }
-    place.column += CountCharacters(lineStart, position) - ColonsBetween(lineStart, position);
+    const int characters =
+        CountCharacters(lineStart, position) - ColonsBetween(lineStart, position);
+    place.column = AddTo(place.column, characters);
     return place;
 }
 

@@ -14,7 +14,9 @@
 #include <cstdint>
 #include <cstring>
 
-#if defined(__SSE2__)
+// With ESPALIER_PORTABLE_SCAN everything goes byte by byte, as on other processors.
+#if defined(__SSE2__) && !defined(ESPALIER_PORTABLE_SCAN)
+#    define ESPALIER_BLOCK_SCAN 1
 #    include <emmintrin.h>
 #endif
 
@@ -49,7 +51,7 @@ struct Stops {
     }
 };
 
-#if defined(__SSE2__)
+#if defined(ESPALIER_BLOCK_SCAN)
 
 /// Sixteen bytes and the questions to them. A mask has a bit per byte, the lowest for the first.
 class ByteBlock {
@@ -123,7 +125,7 @@ template <char A, char B, char C>
                                                        const unsigned char* end) {
     for (;;) {
         const unsigned char* careful = p + 1;  // before it, one character after the other
-#if defined(__SSE2__)
+#if defined(ESPALIER_BLOCK_SCAN)
         const ByteBlock block(p);
         const BlockCheck check = CheckBlock(block);
         const unsigned stops = ByteBlock::Mask(block.template IsStop<A, B, C>());
@@ -152,7 +154,7 @@ template <char A, char B, char C>
 /// Returns the first position from `p` on that holds a stop, or a sequence that is invalid or cut.
 template <char A, char B = A, char C = A>
 inline const unsigned char* FindStop(const unsigned char* p, const unsigned char* end) {
-#if defined(__SSE2__)
+#if defined(ESPALIER_BLOCK_SCAN)
     for (;; p += ByteBlock::kSize) {
         const ByteBlock block(p);
         // A byte above ASCII has its highest bit set, as a mask has.
@@ -176,7 +178,7 @@ inline constexpr unsigned char kInvalidByte = 0xFF;
 /// FindStop() for UTF-8 that is known to be valid and whole, except where kInvalidByte stands.
 template <char A, char B = A, char C = A>
 inline const unsigned char* FindStopInValid(const unsigned char* p) {
-#if defined(__SSE2__)
+#if defined(ESPALIER_BLOCK_SCAN)
     for (;; p += ByteBlock::kSize) {
         const ByteBlock block(p);
         const unsigned mask =
@@ -199,7 +201,7 @@ inline const unsigned char* SkipBlanks(const unsigned char* p) {
     if (!IsBlank(*p)) return p;
     ++p;
     if (*p > ' ') return p;  // one space is the most frequent
-#if defined(__SSE2__)
+#if defined(ESPALIER_BLOCK_SCAN)
     for (;; p += ByteBlock::kSize) {
         const unsigned mask = ~ByteBlock::Mask(ByteBlock(p).IsBlank()) & 0xFFFFu;
         if (mask != 0) return p + std::countr_zero(mask);
@@ -219,7 +221,7 @@ struct ShortText {
 
 /// Looks at the text that starts at `p`: is it a short one without anything unusual?
 inline ShortText ScanShortText(const unsigned char* p) {
-#if defined(__SSE2__)
+#if defined(ESPALIER_BLOCK_SCAN)
     const ByteBlock block(p);
     const unsigned less = ByteBlock::Mask(block.Is('<'));
     const unsigned before = (less - 1) & ~less;  // the bits below the first "<"
@@ -268,7 +270,7 @@ inline PackedName PackName(const unsigned char* p, int length) {
 /// Returns the number of bytes before the first one that ends a name in a tag (white space, "=",
 /// "/" or ">"), up to 16. The bytes may be no name at all.
 inline int NameLengthInBlock(const unsigned char* p) {
-#if defined(__SSE2__)
+#if defined(ESPALIER_BLOCK_SCAN)
     const ByteBlock block(p);
     const __m128i ends = _mm_or_si128(_mm_or_si128(block.IsAtMost(' '), block.Is('=')),
                                       _mm_or_si128(block.Is('>'), block.Is('/')));
