@@ -46,11 +46,11 @@ int CountBytes(const unsigned char* p, const unsigned char* end, IsWanted isWant
     return count;
 }
 
-#endif
-
 bool HasCr(const unsigned char* p, const unsigned char* end) {
     return std::memchr(p, '\r', static_cast<std::size_t>(end - p)) != nullptr;
 }
+
+#endif
 
 // Counts the line breaks in [p, end): CR LF, CR or LF. The byte before `p` is readable; the LF of a
 // CR LF ends no line of its own.
@@ -87,7 +87,8 @@ int CountCharacters(const unsigned char* p, const unsigned char* end) {
 }
 
 // Returns what follows the last line break in [begin, end), which has one.
-const unsigned char* LastLine(const unsigned char* begin, const unsigned char* end) {
+const unsigned char* LastLine([[maybe_unused]] const unsigned char* begin,
+                              const unsigned char* end) {
 #if defined(ESPALIER_BLOCK_SCAN)
     for (; end - begin >= kBlock; end -= kBlock) {
         const ByteBlock block(end - kBlock);
