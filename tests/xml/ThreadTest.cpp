@@ -45,6 +45,7 @@ constexpr std::string_view kDocument =
     "<?xml version='1.0'?><p:a xmlns:p='urn:x' p:b=\"1&amp;2\"><!--c-->&e;\n"
     "<![CDATA[<]]>\xF0\x9F\x98\x80&#233;</b>";
 
+// The colon of a qualified name adds nothing to the column.
 constexpr char kNodes[] = R"(XmlDeclaration xml "version='1.0'" depth=1 @1:3
   Pseudo version="1.0"
 Element p:a prefix=p local=a ns=urn:x depth=1 @1:22
@@ -87,11 +88,10 @@ TEST(EncodingThreads, MakeAndUseTheSharedEncodingsAtOnce) {
     const astring text("a\xE2\x82\xAC");
     const struct {
         Xml::Encoding* (*shared)();
-        std::string_view bytes;  // of the text
+        std::string_view bytes;  // of the text; Convert() writes UTF-16 in one order only
     } kRows[] = {{Xml::Encoding::UTF8, "a\xE2\x82\xAC"},
                  {Xml::Encoding::Unicode, {"a\0\xAC\x20", 4}},
                  {Xml::Encoding::NativeWide, {"a\0\xAC\x20", 4}},
-                 // The codec writes the machine's order; only GetBytes() turns it round.
                  {Xml::Encoding::BigEndianUnicode, {"a\0\xAC\x20", 4}},
                  {Xml::Encoding::ASCII, "a?"},
                  {Xml::Encoding::Latin1, "a?"}};

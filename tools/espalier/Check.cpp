@@ -2,6 +2,7 @@
 #include "Document.h"
 #include "Verb.h"
 
+#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 namespace Tool {

@@ -3,6 +3,7 @@
 
 #include "Verb.h"
 
+#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>

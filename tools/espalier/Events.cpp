@@ -4,6 +4,8 @@
 #include "NodeWriter.h"
 #include "Verb.h"
 
+#include <CLI/CLI.hpp>
+
 #include <map>
 
 namespace Tool {

@@ -4,11 +4,13 @@
 #include "Context.h"
 #include "ExitCode.h"
 
-#include <CLI/CLI.hpp>
-
 #include <memory>
 #include <string>
 #include <vector>
+
+namespace CLI {
+class App;
+}
 
 namespace Tool {
 

@@ -27,7 +27,8 @@ Tool::ExitCode Run(const std::vector<std::string>& arguments, Tool::Context& con
 }  // namespace
 
 int main(int argc, char** argv) {
-    std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is told by write() and ends the work in order
+    // A closed pipe is told by write() and ends the work in order.
+    (void)std::signal(SIGPIPE, SIG_IGN);
     const auto context = std::make_unique<Tool::Context>();
     return static_cast<int>(Run({argv + 1, argv + argc}, *context));
 }
