@@ -1,12 +1,27 @@
 // SPDX-License-Identifier: MIT
-// Converts ISO-8859-1 on standard input to UTF-8: convert_encoding < samples/latin1.xml
+// Converts a greeting, then ISO-8859-1 on standard input, to UTF-8:
+// convert_encoding < samples/latin1.xml
 #include <espalier/encoding.h>
 #include <espalier/io.h>
 
 #include <algorithm>  // std::copy
 #include <iostream>
+#include <string>
 
 namespace {
+
+//! [convert a text]
+// Returns a text in ISO-8859-1 as UTF-8.
+std::string ToUtf8(const std::string& latin1) {
+    std::string text(2 * latin1.size() + 1, ' ');
+    const unsigned written = Xml::Encoding::Convert(
+        Xml::Encoding::Latin1(), Xml::Encoding::UTF8(),
+        reinterpret_cast<const unsigned char*>(latin1.data()), static_cast<unsigned>(latin1.size()),
+        reinterpret_cast<unsigned char*>(text.data()), static_cast<unsigned>(text.size()));
+    text.resize(written);
+    return text;
+}
+//! [convert a text]
 
 //! [convert]
 // Converts a stream block by block. What a block leaves, a character that is cut, goes before the
@@ -32,6 +47,7 @@ void Convert(IO::Stream& from, Xml::Encoding* encoding, std::ostream& to) {
 
 int main() {
     try {
+        std::cout << ToUtf8("Gr\xFC\xDF Gott") << "\n";
         IO::FileStream input(0, 1, false);
         Convert(input, Xml::Encoding::Latin1(), std::cout);
     } catch (const Xml::Exception& error) {
