@@ -208,6 +208,8 @@ private:
     void FillNameMap();
     void FillNamespaceMap();
 
+    static Xml::HashMap NewAttributeMap();
+    void PrepareMap(Xml::HashMap& map, int& most);
     const ElementEntry& Top() const { return elements_.back(); }
     int Depth() const { return static_cast<int>(elements_.size()); }
     std::span<XmlAttribute> Attributes() {
@@ -246,6 +248,8 @@ private:
 
     // The open elements.
     std::vector<ElementEntry> elements_;
+    int nameMapMost_ = 0;  // most attributes that the map has held
+    int namespaceMapMost_ = 0;
     std::deque<astring> languages_;  // the xml:lang values of open elements, reused
     std::size_t languageCount_ = 0;
     sax::XmlNsSupport nsSupport_;
