@@ -174,6 +174,8 @@ private:
     Quick ScanAttributeQuickly(const unsigned char*& at);
     const unsigned char* ScanNameQuickly(const unsigned char* at, XmlName*& name);
     const unsigned char* ScanNewName(const unsigned char* at, XmlName*& name);
+    Quick WhyNoName(const unsigned char* at) const;
+    Quick WhyNoReference(const unsigned char* at) const;
 
     // ReaderElement.cpp: tags, elements and attributes.
     Pass ParseElement();

@@ -119,7 +119,7 @@ ReaderCore::Quick ReaderCore::ReadReferencedTextQuickly(const unsigned char* at)
     const unsigned char* const begin = scanner_.Position();
     value_.assign_padded(Chars(begin), Distance(begin, at));
     while (*at == '&') {
-        if (!AppendReferenceQuickly(value_, at)) return Quick::NeedsMore;
+        if (!AppendReferenceQuickly(value_, at)) return WhyNoReference(at);
         const unsigned char* const from = at;
         at = scanner_.Find<'<', '&', ']'>(from);
         value_.append(Chars(from), Distance(from, at));
@@ -162,10 +162,10 @@ inline ReaderCore::Quick ReaderCore::ReadEndTagQuickly() {
     const unsigned char* const begin = scanner_.Position() + 2;
     const std::size_t length = name.qualified.length();
     if (length <= PackedName::kMostBytes) {
-        if (PackName(begin, static_cast<int>(length)) != name.packed) return Quick::NeedsMore;
+        if (PackName(begin, static_cast<int>(length)) != name.packed) return WhyNoName(begin);
     } else {
         if (scanner_.DataEnd() - begin <= static_cast<std::ptrdiff_t>(length)) {
-            return Quick::NeedsMore;
+            return WhyNoName(begin);
         }
         if (std::memcmp(begin, name.qualified.data(), length) != 0) return Quick::NeedsCare;
     }
@@ -183,7 +183,7 @@ ReaderCore::Quick ReaderCore::ReadStartTagQuickly() {
     if (begin[1] == ':') return Quick::NeedsCare;  // never a tag, though it may begin a name
     XmlName* name = nullptr;
     const unsigned char* at = ScanNameQuickly(begin + 1, name);
-    if (at == nullptr) return Quick::NeedsMore;
+    if (at == nullptr) return WhyNoName(begin + 1);
     bool isEmpty = false;
     for (;;) {
         if (*at != '>') {
@@ -217,7 +217,7 @@ ReaderCore::Quick ReaderCore::ScanAttributeQuickly(const unsigned char*& at) {
     };
     XmlName* name = nullptr;
     const unsigned char* end = ScanNameQuickly(begin, name);
-    if (end == nullptr) return Quick::NeedsMore;
+    if (end == nullptr) return WhyNoName(begin);
     if (*end != '=') {
         end = SkipBlanks(end);
         if (*end != '=') return failure(end);
@@ -239,7 +239,7 @@ ReaderCore::Quick ReaderCore::ScanAttributeQuickly(const unsigned char*& at) {
         attribute.value.assign_padded(Chars(value), Distance(value, end));
     }
     while (*end == '&') {
-        if (!AppendReferenceQuickly(attribute.value, end)) return failure(dataEnd);
+        if (!AppendReferenceQuickly(attribute.value, end)) return WhyNoReference(end);
         const unsigned char* const from = end;
         end =
             quote == '"' ? scanner_.Find<'"', '<', '&'>(from) : scanner_.Find<'\'', '<', '&'>(from);
@@ -269,5 +269,19 @@ const unsigned char* ReaderCore::ScanNewName(const unsigned char* at, XmlName*& 
     if (names_.IsLarge()) asks_ |= AsksTrim;
     return end;
 }
+// Says what to do where no name that could be taken quickly stands at `at`. More input is asked for
+// only when the window may end in the name: a node that has come as a whole must not wait.
+ReaderCore::Quick ReaderCore::WhyNoName(const unsigned char* at) const {
+    const unsigned char* end = scanner_.SkipNameCharacters(at);
+    while (*end == ':')
+        end = scanner_.SkipNameCharacters(end + 1);
+    return end == scanner_.DataEnd() || *end >= 0x80 ? Quick::NeedsMore : Quick::NeedsCare;
+}
+
+// The same where no simple reference stands at `at`, but "&".
+ReaderCore::Quick ReaderCore::WhyNoReference(const unsigned char* at) const {
+    return WhyNoName(at[1] == '#' ? at + 2 : at + 1);
+}
+
 
 }  // namespace Xml::detail
