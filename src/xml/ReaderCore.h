@@ -188,6 +188,7 @@ private:
     void FinishEndElement();
     void GrantUnusual();
     void PopElement();
+    XmlName* InternName(std::string_view text, int colon);
     void TrimNames();
     static const char* SpecialAttributeError(NameMeaning meaning, std::string_view value);
     void ApplySpecialAttributes();
@@ -207,11 +208,11 @@ private:
     [[noreturn]] void ThrowDuplicate(const XmlAttribute& attribute) const;
     XmlAttribute* FindAttribute(std::string_view name);
     XmlAttribute* FindAttribute(std::string_view localName, std::string_view uri);
+    static Xml::HashMap NewAttributeMap();
+    void PrepareMap(Xml::HashMap& map, int& most);
     void FillNameMap();
     void FillNamespaceMap();
 
-    static Xml::HashMap NewAttributeMap();
-    void PrepareMap(Xml::HashMap& map, int& most);
     const ElementEntry& Top() const { return elements_.back(); }
     int Depth() const { return static_cast<int>(elements_.size()); }
     std::span<XmlAttribute> Attributes() {
@@ -247,17 +248,18 @@ private:
     Xml::HashMap attributesByNs_;
     bool nameMapFilled_ = false;
     bool namespaceMapFilled_ = false;
+    int nameMapMost_ = 0;  // most attributes that the map has held
+    int namespaceMapMost_ = 0;
 
     // The open elements.
     std::vector<ElementEntry> elements_;
-    int nameMapMost_ = 0;  // most attributes that the map has held
-    int namespaceMapMost_ = 0;
     std::deque<astring> languages_;  // the xml:lang values of open elements, reused
     std::size_t languageCount_ = 0;
     sax::XmlNsSupport nsSupport_;
     NameTable names_;
-    bool namesSplit_ = true;  // the names were interned with namespaces on
-    XmlName noPrefix_;        // remembers the default namespace as names do their prefix
+    bool namesSplit_ = true;       // the names were interned with namespaces on
+    bool namesOfOneByte_ = false;  // some are names by the classes of an encoding of single bytes
+    XmlName noPrefix_;             // remembers the default namespace as names do their prefix
 
     // The state machine.
     ParseState parseState_ = ParseState::PsClosed;

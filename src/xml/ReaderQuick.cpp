@@ -265,10 +265,10 @@ const unsigned char* ReaderCore::ScanNewName(const unsigned char* at, XmlName*& 
     }
     if (end == scanner_.DataEnd() || *end >= 0x80) return nullptr;
     if (colon > 0) scanner_.Places().SkipColon(at + colon);
-    name = names_.Intern({Chars(at), Distance(at, end)}, colon);
-    if (names_.IsLarge()) asks_ |= AsksTrim;
+    name = InternName({Chars(at), Distance(at, end)}, colon);
     return end;
 }
+
 // Says what to do where no name that could be taken quickly stands at `at`. More input is asked for
 // only when the window may end in the name: a node that has come as a whole must not wait.
 ReaderCore::Quick ReaderCore::WhyNoName(const unsigned char* at) const {
@@ -282,6 +282,5 @@ ReaderCore::Quick ReaderCore::WhyNoName(const unsigned char* at) const {
 ReaderCore::Quick ReaderCore::WhyNoReference(const unsigned char* at) const {
     return WhyNoName(at[1] == '#' ? at + 2 : at + 1);
 }
-
 
 }  // namespace Xml::detail
