@@ -162,10 +162,16 @@ void NameTable::Trim() {
 }
 
 void NameTable::Clear() {
+    // New tables: those that have grown would take long to empty for each small document.
+    std::vector<ShortSlot> shortSlots(kFirstSlots);
+    std::vector<LongSlot> longSlots(kFirstSlots);
+    short_.swap(shortSlots);
+    long_.swap(longSlots);
+    shortSize_ = longSize_ = kFirstSlots;
+    shortCount_ = longCount_ = 0;
     names_.clear();
     weight_ = 0;
     trimAt_ = kLarge;
-    Rebuild();
 }
 
 }  // namespace Xml::detail

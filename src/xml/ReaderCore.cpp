@@ -21,23 +21,14 @@
 #include <espalier/io/Stream.h>
 
 #include "xml/Messages.h"
-#include "xml/SeededHash.h"
 
 #include <memory>
 #include <utility>
 
 namespace Xml::detail {
 
-namespace {
-
-constexpr unsigned kMapSize = 32;  // buckets at first
-
-}  // namespace
-
 ReaderCore::ReaderCore(NodeView& node)
-    : node_(node), attributesByName_(kMapSize, true), attributesByNs_(kMapSize, true) {
-    attributesByName_.SetKey(SeededHash, XmlKeyCompareBinary);
-    attributesByNs_.SetKey(SeededHash, XmlKeyCompareBinary);
+    : node_(node), attributesByName_(NewAttributeMap()), attributesByNs_(NewAttributeMap()) {
     constexpr const char* kParts[] = {"", "version", "encoding", "standalone"};
     for (std::size_t i = 0; i < partNames_.size(); ++i) {
         partNames_[i].qualified = partNames_[i].local = kParts[i];
@@ -139,8 +130,9 @@ ReaderCore::Pass ReaderCore::Step() {
 ReaderCore::Pass ReaderCore::Start() {
     scanner_.AttachStream();
     scanner_.SetNamespaces(namespaces);
-    if (namesSplit_ != namespaces) names_.Clear();
+    if (namesSplit_ != namespaces || namesOfOneByte_) names_.Clear();
     namesSplit_ = namespaces;
+    namesOfOneByte_ = false;
     parseState_ = ParseState::PsProlog;
     return Pass::Repeat;
 }

@@ -174,6 +174,8 @@ private:
     Quick ScanAttributeQuickly(const unsigned char*& at);
     const unsigned char* ScanNameQuickly(const unsigned char* at, XmlName*& name);
     const unsigned char* ScanNewName(const unsigned char* at, XmlName*& name);
+    Quick WhyNoName(const unsigned char* at) const;
+    Quick WhyNoReference(const unsigned char* at) const;
 
     // ReaderElement.cpp: tags, elements and attributes.
     Pass ParseElement();
@@ -186,6 +188,7 @@ private:
     void FinishEndElement();
     void GrantUnusual();
     void PopElement();
+    XmlName* InternName(std::string_view text, int colon);
     void TrimNames();
     static const char* SpecialAttributeError(NameMeaning meaning, std::string_view value);
     void ApplySpecialAttributes();
@@ -205,6 +208,8 @@ private:
     [[noreturn]] void ThrowDuplicate(const XmlAttribute& attribute) const;
     XmlAttribute* FindAttribute(std::string_view name);
     XmlAttribute* FindAttribute(std::string_view localName, std::string_view uri);
+    static Xml::HashMap NewAttributeMap();
+    void PrepareMap(Xml::HashMap& map, int& most);
     void FillNameMap();
     void FillNamespaceMap();
 
@@ -244,6 +249,8 @@ private:
     Xml::HashMap attributesByNs_;
     bool nameMapFilled_ = false;
     bool namespaceMapFilled_ = false;
+    int nameMapMost_ = 0;  // most attributes that the map has held
+    int namespaceMapMost_ = 0;
 
     // The open elements.
     std::vector<ElementEntry> elements_;
@@ -251,8 +258,9 @@ private:
     std::size_t languageCount_ = 0;
     sax::XmlNsSupport nsSupport_;
     NameTable names_;
-    bool namesSplit_ = true;  // the names were interned with namespaces on
-    XmlName noPrefix_;        // remembers the default namespace as names do their prefix
+    bool namesSplit_ = true;       // the names were interned with namespaces on
+    bool namesOfOneByte_ = false;  // some are names by the classes of an encoding of single bytes
+    XmlName noPrefix_;             // remembers the default namespace as names do their prefix
 
     // The state machine.
     ParseState parseState_ = ParseState::PsClosed;

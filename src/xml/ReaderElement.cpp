@@ -9,7 +9,7 @@
 #include "xml/Messages.h"
 #include "xml/ReaderCore.h"
 
-#include <cstring>
+#include <algorithm>  // std::any_of
 
 namespace Xml::detail {
 
@@ -50,6 +50,18 @@ ReaderCore::Pass ReaderCore::ParseElement() {
     return Pass::Node;
 }
 
+// Returns the object of a name that has been scanned.
+XmlName* ReaderCore::InternName(std::string_view text, int colon) {
+    // What is a letter in ISO-8859-1 need not be one elsewhere: such names end with the document.
+    if (scanner_.Codec()->Kind() == CodecKind::SingleByte) {
+        const auto isAboveAscii = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
+        if (std::any_of(text.begin(), text.end(), isAboveAscii)) namesOfOneByte_ = true;
+    }
+    XmlName* const name = names_.Intern(text, colon);
+    if (names_.IsLarge()) asks_ |= AsksTrim;
+    return name;
+}
+
 // Forgets the names that nothing open or current has, when a document has very many.
 void ReaderCore::TrimNames() {
     for (const ElementEntry& entry : elements_)
@@ -87,8 +99,7 @@ void ReaderCore::ScanEndTagCarefully(const XmlName* open) {
 void ReaderCore::ScanElementCarefully(XmlName*& name, bool& isEmpty) {
     const ScannedName& scanned = scanner_.ScanName();
     if (scanned.token != XmlToken::NAME) scanner_.Throw(Message::kUnexpectedToken);
-    name = names_.Intern(scanned.text, scanned.colon);
-    if (names_.IsLarge()) asks_ |= AsksTrim;
+    name = InternName(scanned.text, scanned.colon);
     for (;;) {
         scanner_.SkipWhitespace();
         const Place place = scanner_.SettledPlace();
@@ -105,7 +116,7 @@ void ReaderCore::ScanElementCarefully(XmlName*& name, bool& isEmpty) {
 
 // Parses an attribute at `place` behind its name.
 void ReaderCore::SetAttributeValues(Place place) {
-    XmlName& name = *names_.Intern(scanner_.Name().text, scanner_.Name().colon);
+    XmlName& name = *InternName(scanner_.Name().text, scanner_.Name().colon);
     XmlAttribute& attribute = AddAttribute(name);
     attribute.place = place;
     attribute.hasPlace = true;

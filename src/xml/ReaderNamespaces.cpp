@@ -6,8 +6,9 @@
 
 #include "xml/Messages.h"
 #include "xml/ReaderCore.h"
+#include "xml/SeededHash.h"
 
-#include <algorithm>  // std::sort
+#include <algorithm>  // std::sort, std::max
 #include <new>        // std::bad_alloc
 
 namespace Xml::detail {
@@ -83,6 +84,8 @@ namespace {
 // With up to so many attributes, comparing all of them is faster than a table.
 constexpr int kFewAttributes = 16;
 
+constexpr unsigned kMapSize = 32;  // buckets at first
+
 bool IsDeclaration(const XmlName& name) {
     return name.meaning == NameMeaning::DefaultNamespace || name.meaning == NameMeaning::Namespace;
 }
@@ -124,7 +127,10 @@ XmlAttribute* ReaderCore::FindAttribute(std::string_view localName, std::string_
     if (attributeCount_ > kFewAttributes) {
         if (!namespaceMapFilled_) FillNamespaceMap();
         const astring key = NamespaceKey(uri, localName);
-        return static_cast<XmlAttribute*>(attributesByNs_.Find(key.data(), KeyLength(key)));
+        auto* const found =
+            static_cast<XmlAttribute*>(attributesByNs_.Find(key.data(), KeyLength(key)));
+        // The two parts may be cut otherwise than those of the key that was found.
+        return found != nullptr && found->name->local == localName ? found : nullptr;
     }
     for (XmlAttribute& attribute : Attributes()) {
         const XmlName& name = *attribute.name;
@@ -135,7 +141,25 @@ XmlAttribute* ReaderCore::FindAttribute(std::string_view localName, std::string_
     return nullptr;
 }
 
+Xml::HashMap ReaderCore::NewAttributeMap() {
+    Xml::HashMap map(kMapSize, true);
+    map.SetKey(SeededHash, XmlKeyCompareBinary);
+    return map;
+}
+
+// Gets a map ready to be filled with the attributes; `most` is how many it has ever held. A map
+// that has grown for very many would take long to clear after each of the elements to come.
+void ReaderCore::PrepareMap(Xml::HashMap& map, int& most) {
+    constexpr int kMany = 1024;
+    if (most > kMany && attributeCount_ < most / 8) {
+        map = NewAttributeMap();
+        most = 0;
+    }
+    most = std::max(most, attributeCount_);
+}
+
 void ReaderCore::FillNameMap() {
+    PrepareMap(attributesByName_, nameMapMost_);
     for (XmlAttribute& attribute : Attributes()) {
         const std::string_view name = attribute.name->qualified;
         attributesByName_.Insert(name.data(), KeyLength(name), &attribute);
@@ -143,8 +167,12 @@ void ReaderCore::FillNameMap() {
     nameMapFilled_ = true;
 }
 
+// Attributes whose prefixes are not bound may have the same key. The first of them counts, which
+// the last one inserted is.
 void ReaderCore::FillNamespaceMap() {
-    for (XmlAttribute& attribute : Attributes()) {
+    PrepareMap(attributesByNs_, namespaceMapMost_);
+    for (int i = attributeCount_ - 1; i >= 0; --i) {
+        XmlAttribute& attribute = attributes_[static_cast<std::size_t>(i)];
         if (IsDeclaration(*attribute.name)) continue;
         const astring key = NamespaceKey(*attribute.uri, attribute.name->local);
         attributesByNs_.Insert(key.data(), KeyLength(key), &attribute);

@@ -97,7 +97,7 @@ ReaderCore::Quick ReaderCore::ReadReferencedTextQuickly(const unsigned char* at)
     const unsigned char* const begin = scanner_.Position();
     value_.assign_padded(Chars(begin), Distance(begin, at));
     while (*at == '&') {
-        if (!AppendReferenceQuickly(value_, at)) return Quick::NeedsMore;
+        if (!AppendReferenceQuickly(value_, at)) return WhyNoReference(at);
         const unsigned char* const from = at;
         at = scanner_.Find<'<', '&', ']'>(from);
         value_.append(Chars(from), Distance(from, at));
@@ -140,10 +140,10 @@ inline const unsigned char* ReaderCore::ScanNameQuickly(const unsigned char* at,
     const unsigned char* const begin = scanner_.Position() + 2;
     const std::size_t length = name.qualified.length();
     if (length <= PackedName::kMostBytes) {
-        if (PackName(begin, static_cast<int>(length)) != name.packed) return Quick::NeedsMore;
+        if (PackName(begin, static_cast<int>(length)) != name.packed) return WhyNoName(begin);
     } else {
         if (scanner_.DataEnd() - begin <= static_cast<std::ptrdiff_t>(length)) {
-            return Quick::NeedsMore;
+            return WhyNoName(begin);
         }
         if (std::memcmp(begin, name.qualified.data(), length) != 0) return Quick::NeedsCare;
     }
@@ -161,7 +161,7 @@ ReaderCore::Quick ReaderCore::ReadStartTagQuickly() {
     if (begin[1] == ':') return Quick::NeedsCare;  // never a tag, though it may begin a name
     XmlName* name = nullptr;
     const unsigned char* at = ScanNameQuickly(begin + 1, name);
-    if (at == nullptr) return Quick::NeedsMore;
+    if (at == nullptr) return WhyNoName(begin + 1);
     bool isEmpty = false;
     for (;;) {
         if (*at != '>') {
@@ -195,7 +195,7 @@ ReaderCore::Quick ReaderCore::ScanAttributeQuickly(const unsigned char*& at) {
     };
     XmlName* name = nullptr;
     const unsigned char* end = ScanNameQuickly(begin, name);
-    if (end == nullptr) return Quick::NeedsMore;
+    if (end == nullptr) return WhyNoName(begin);
     if (*end != '=') {
         end = SkipBlanks(end);
         if (*end != '=') return failure(end);
@@ -217,7 +217,7 @@ ReaderCore::Quick ReaderCore::ScanAttributeQuickly(const unsigned char*& at) {
         attribute.value.assign_padded(Chars(value), Distance(value, end));
     }
     while (*end == '&') {
-        if (!AppendReferenceQuickly(attribute.value, end)) return failure(dataEnd);
+        if (!AppendReferenceQuickly(attribute.value, end)) return WhyNoReference(end);
         const unsigned char* const from = end;
         end =
             quote == '"' ? scanner_.Find<'"', '<', '&'>(from) : scanner_.Find<'\'', '<', '&'>(from);
@@ -243,8 +243,7 @@ const unsigned char* ReaderCore::ScanNewName(const unsigned char* at, XmlName*& 
     }
     if (end == scanner_.DataEnd() || *end >= 0x80) return nullptr;
     if (colon > 0) scanner_.Places().SkipColon(at + colon);
-    name = names_.Intern({Chars(at), Distance(at, end)}, colon);
-    if (names_.IsLarge()) asks_ |= AsksTrim;
+    name = InternName({Chars(at), Distance(at, end)}, colon);
     return end;
 }
 
@@ -270,6 +269,20 @@ bool ReaderCore::Read() {
         throw;
     }
     return ReadCarefully();
+}
+
+// Says what to do where no name that could be taken quickly stands at `at`. More input is asked for
+// only when the window may end in the name: a node that has come as a whole must not wait.
+ReaderCore::Quick ReaderCore::WhyNoName(const unsigned char* at) const {
+    const unsigned char* end = scanner_.SkipNameCharacters(at);
+    while (*end == ':')
+        end = scanner_.SkipNameCharacters(end + 1);
+    return end == scanner_.DataEnd() || *end >= 0x80 ? Quick::NeedsMore : Quick::NeedsCare;
+}
+
+// The same where no simple reference stands at `at`, but "&".
+ReaderCore::Quick ReaderCore::WhyNoReference(const unsigned char* at) const {
+    return WhyNoName(at[1] == '#' ? at + 2 : at + 1);
 }
 
 }  // namespace Xml::detail

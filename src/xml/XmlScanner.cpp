@@ -42,6 +42,7 @@ void XmlScanner::SetStream(IO::Stream* stream) {
     streamEnded_ = false;
     filled_ = false;
     direct_ = true;
+    badAhead_ = false;
     position_ = dataEnd_ = window_;
     window_[-1] = 0;
     rawLength_ = rawCut_ = 0;
@@ -83,10 +84,12 @@ void XmlScanner::InstallCodec(const CharCodec& codec) {
     if (direct_) {
         TakeRaw(position_, static_cast<int>(dataEnd_ - position_));
     } else {
-        const auto ahead = static_cast<int>(old.EncodedLength(position_, dataEnd_)) + rawCut_;
+        const unsigned char* const end = badAhead_ ? dataEnd_ - 1 : dataEnd_;
+        const auto ahead = static_cast<int>(old.EncodedLength(position_, end)) + rawCut_;
         TakeRaw(rawStore_.get() + rawLength_ - ahead, ahead);
     }
     direct_ = false;
+    badAhead_ = false;
     window_[-1] = position_[-1];
     position_ = dataEnd_ = window_;
     places_.Start(position_, place);
@@ -111,7 +114,7 @@ XmlScanner::Fill XmlScanner::Refill() {
         captureFrom_ = window_;
     }
     const Fill fill = direct_ ? RefillDirect() : RefillDecoded();
-    filled_ = fill != Fill::More || streamEnded_ || rawLength_ == kBufferSize ||
+    filled_ = fill != Fill::More || streamEnded_ || badAhead_ || rawLength_ == kBufferSize ||
               (direct_ && dataEnd_ - window_ == kBufferSize);
     return fill;
 }
@@ -138,6 +141,10 @@ XmlScanner::Fill XmlScanner::RefillDirect() {
 }
 
 XmlScanner::Fill XmlScanner::RefillDecoded() {
+    if (badAhead_) {
+        MoveToFront();
+        return Fill::End;  // the scanner refuses the byte when it gets there
+    }
     const auto ahead = static_cast<int>(codec_->EncodedLength(position_, dataEnd_)) + rawCut_;
     MoveToFront();
     if (streamEnded_) return Fill::End;
@@ -165,7 +172,7 @@ DecodeEnd XmlScanner::DecodeRaw() {
     rawCut_ = static_cast<int>(end - from);
     if (result == DecodeEnd::Invalid) {
         *dataEnd_++ = kInvalidByte;
-        streamEnded_ = true;  // the scanner refuses the byte when it gets there
+        badAhead_ = true;
     }
     CloseWindow();
     return result;

@@ -238,6 +238,7 @@ private:
     bool streamEnded_ = false;          // the stream has no more bytes
     bool filled_ = false;               // the last refill left nothing to ask for
     bool direct_ = true;                // the window is the raw buffer
+    bool badAhead_ = false;             // the window ends with kInvalidByte: no more was decoded
     int mostWhitespace_ = kBufferSize;  // white space that fills the buffer, in characters
 
     // The buffers; see the picture above.

@@ -233,4 +233,25 @@ TEST(XmlTextReaderAttribute, PrefixesOfOneNamespaceDoNotMatterWhenNamespacesAreO
     EXPECT_EQ(reader->GetAttribute("q:x"), "2");
 }
 
+TEST(XmlTextReaderAttribute, IsFoundByNamespaceInTheSameWayAmongAnyNumber) {
+    for (const int count : {0, 14, 15, 16, 17, 18, 100, 1000}) {
+        std::string document =
+            "<r xmlns:p='a:b' xmlns:q='a'><a u:x='1' v:x='2' x='3' p:c='4' q:d='5'";
+        for (int i = 0; i < count; ++i)
+            document += " n" + std::to_string(i) + "=''";
+        DocumentReader reader(document + "/></r>");
+        reader.ReadNodes(2);
+        SCOPED_TRACE(count);
+        EXPECT_EQ(reader->GetAttribute("c", "a:b"), "4");
+        EXPECT_EQ(reader->GetAttribute("d", "a"), "5");
+        // No local name holds a colon.
+        EXPECT_EQ(reader->GetAttribute("b:c", "a"), "");
+        EXPECT_EQ(reader->GetAttribute("a:b:c", ""), "");
+        // Without a namespace there may be several, of which the first counts.
+        EXPECT_EQ(reader->GetAttribute("x", ""), "1");
+        EXPECT_EQ(reader->GetAttribute("x"), "3");
+        EXPECT_EQ(reader->GetAttribute("v:x"), "2");
+    }
+}
+
 }  // namespace

@@ -143,6 +143,30 @@ TEST(XmlTextReaderHostile, AHundredThousandAttributesOnOneElement) {
     }
 }
 
+TEST(XmlTextReaderHostile, ElementsWithSomeAttributesAfterOneWithVeryMany) {
+    constexpr int kElements = 20000;
+    std::string document = "<r><a";
+    for (int i = 0; i < 100000; ++i)
+        document += " n" + std::to_string(i) + "=''";
+    document += "/>";
+    std::string some = "<b";
+    for (int i = 0; i < 20; ++i)
+        some += " n" + std::to_string(i) + "='x'";
+    some += "/>";
+    for (int i = 0; i < kElements; ++i)
+        document += some;
+    support::DocumentReader reader(document + "</r>");
+    reader.ReadNodes(2);
+    EXPECT_EQ(reader->GetAttribute("n99999"), "");
+    EXPECT_EQ(reader->GetAttribute("n99999", ""), "");
+    for (int i = 0; i < kElements; ++i) {
+        reader.ReadNodes(1);
+        ASSERT_EQ(reader->GetAttribute("n19"), "x");
+        ASSERT_EQ(reader->GetAttribute("n19", ""), "x");
+        ASSERT_EQ(reader->GetAttribute("n20"), "");
+    }
+}
+
 TEST(XmlTextReaderHostile, ADuplicateAmongAHundredThousandAttributes) {
     GeneratedStream stream;
     stream.Add("<a").Add(AttributeText, 100'000).Add("\nn50000=''/>");
