@@ -18,12 +18,16 @@ SETUP_BUILD=(
     libgtest-dev=header:gtest/gtest.h libcli11-dev=header:CLI/CLI.hpp libfmt-dev=header:fmt/core.h
 )
 
-# What `check --ci` needs beyond that: other compilers and tools, the libraries that the tests
-# compare with, and the packages whose documents they read.
+# What `check --ci` needs beyond that: other compilers and tools.
 SETUP_CI=(
     git=cmd:git pkg-config=cmd:pkg-config shellcheck=cmd:shellcheck doxygen=cmd:doxygen
     clang=cmd:clang++ clang-format=cmd:clang-format clang-tidy=cmd:clang-tidy
     libclang-rt-14-dev=deb
+)
+
+# What it can do without: the libraries that tests and benchmarks compare with, and the packages
+# whose documents the tests read.
+SETUP_PEERS=(
     libexpat1-dev=header:expat.h libxml2-dev=deb libpugixml-dev=header:pugixml.hpp
     libbenchmark-dev=header:benchmark/benchmark.h
     shared-mime-info=deb docbook-xsl=deb xcb-proto=deb libvulkan-dev=deb adwaita-icon-theme=deb
