@@ -228,7 +228,7 @@ private:
     XmlToken Finish(XmlToken token, std::string_view text);
     XmlToken FinishPair(XmlToken token, std::string_view text);
     XmlToken ScanReferenceStart();
-    XmlToken ScanCharacters(astring& text, int limit);
+    XmlToken ScanCharacters(astring& text, int limit, int before);
     template <char First>
     void ScanUpTo(astring& text, std::string_view terminator, const char* eofMessage);
 

@@ -94,7 +94,9 @@ XmlToken XmlScanner::ScanText(astring& text, int limit) {
             }
             return *end == '<' ? XmlToken::NONE : ScanReferenceStart();
         }
-        if (end != dataEnd_ && !NonAsciiCut(end)) return ScanCharacters(text, limit);
+        if (end != dataEnd_ && !NonAsciiCut(end)) {
+            return ScanCharacters(text, limit, (mostWhitespace_ - room) * UnitSize());
+        }
 
         any = any || end != position_;
         room -= static_cast<int>(end - position_);
@@ -103,11 +105,11 @@ XmlToken XmlScanner::ScanText(astring& text, int limit) {
     }
 }
 
-// Scans the characters of a text up to "<" or "&", white space and line ends included.
-XmlToken XmlScanner::ScanCharacters(astring& text, int limit) {
+// Scans the characters of a text up to "<" or "&", white space and line ends included. White space
+// of `before` encoded bytes was taken already.
+XmlToken XmlScanner::ScanCharacters(astring& text, int limit, int before) {
     const unsigned char* from = position_;
-    // The white space before is a part of the token, and counts.
-    std::size_t taken = limit > 0 ? text.length() * static_cast<std::size_t>(UnitSize()) : 0;
+    auto taken = static_cast<std::size_t>(before);
     for (;;) {
         const unsigned char* stop = Find<'<', '&', ']'>(from);
         if (limit > 0) {
@@ -185,7 +187,7 @@ int XmlScanner::ScanCharRef(astring& digits) {
                 Throw(Message::kInvalidCharacter);
             }
             code = code * base + digit;
-            if (code > utf8::kLastScalar) Throw(Message::kCharacterOverflow);
+            if (code > kGreatestCharacter) Throw(Message::kCharacterOverflow);
         }
         digits.push_back(static_cast<char>(c));
         ++position_;

@@ -293,6 +293,13 @@ TEST(XmlScanner, TextsOutsideOfElementsAreLimited) {
         EXPECT_EQ(scanner->ScanText(text, 1024), XmlToken::TEXT);
         EXPECT_EQ(text, "\xC3\xA4" + std::string(1022, 'a'));
     }
+    // White space before it counts, wherever the input is cut.
+    for (const int bytesPerRead : {0, 1, 2, 3, 7, 900, 1001}) {
+        ScannerInput scanner(std::string(1000, ' ') + std::string(3000, 'a'), bytesPerRead);
+        astring text;
+        EXPECT_EQ(scanner->ScanText(text, 1024), XmlToken::TEXT);
+        EXPECT_EQ(text, std::string(1000, ' ') + std::string(24, 'a')) << bytesPerRead;
+    }
 }
 
 std::string Value(XmlScanner& scanner) {
