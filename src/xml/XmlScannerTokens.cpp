@@ -187,7 +187,7 @@ int XmlScanner::ScanCharRef(astring& digits) {
                 Throw(Message::kInvalidCharacter);
             }
             code = code * base + digit;
-            if (code > kGreatestCharacter) Throw(Message::kCharacterOverflow);
+            if (code > utf8::kLastScalar) Throw(Message::kCharacterOverflow);
         }
         digits.push_back(static_cast<char>(c));
         ++position_;
