@@ -227,10 +227,14 @@ TEST(AstringBuffer, ManyChangesInARowGiveWhatAStandardStringHolds) {
             ours.push_back('p');
             theirs.push_back('p');
             break;
-        case 7: ours = astring(std::move(ours)); break;
+        case 7: {
+            astring other(std::move(ours));
+            ours = std::move(other);
+            break;
+        }
         default:
             ours.replace(position, 3, ours.view().substr(position));
-            theirs.replace(position, 3, string(theirs.substr(position)));
+            theirs.replace(position, 3, theirs.substr(position));
             if (theirs.size() > 2000) {
                 ours.clear();
                 theirs.clear();
