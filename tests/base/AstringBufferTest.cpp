@@ -228,8 +228,8 @@ TEST(AstringBuffer, ManyChangesInARowGiveWhatAStandardStringHolds) {
             theirs.push_back('p');
             break;
         case 7: {
-            astring moved = std::move(ours);
-            ours = std::move(moved);
+            astring other(std::move(ours));
+            ours = std::move(other);
             break;
         }
         default:

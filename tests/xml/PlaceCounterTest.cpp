@@ -112,7 +112,7 @@ std::string RandomText(std::mt19937& random, std::size_t length, unsigned breaks
                                                    "\r\n",     "\n",           "\r"};
     std::string text;
     while (text.size() < length) {
-        const auto choice = static_cast<unsigned>(random() % 1000);
+        const auto choice = random() % 1000;
         if (choice < breaks) {
             text += kPieces[random() % std::size(kPieces)];
         } else {

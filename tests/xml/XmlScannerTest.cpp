@@ -493,8 +493,8 @@ TEST(XmlScanner, AcceptsALiteralOrStays) {
 
 TEST(XmlScanner, SkipsWhitespaceAndSaysSo) {
     const auto skip = [](XmlScanner& scanner) {
-        const std::string skipped = scanner.SkipWhitespace() ? "any" : "none";
-        return skipped + (scanner.AtEnd() ? " end" : "");
+        const std::string found = scanner.SkipWhitespace() ? "any" : "none";
+        return found + (scanner.AtEnd() ? " end" : "");
     };
     const Case kCases[] = {
         {"x", "none @1:1 |x"},    {" \r\n\t\nx", "any @3:1 |x"},   {"", "none end @1:1 |"},
