@@ -18,7 +18,8 @@ struct Place {
 /// that start a character. So the cost is one vectorised pass over the input, whatever the number
 /// of tokens, and none where nobody wants to know.
 ///
-/// The byte before the anchor is readable, too: a LF behind a CR is no line break of its own.
+/// The byte before the anchor is readable, too: a LF behind a CR is no line break of its own. So
+/// are kScanPadding bytes behind each position that is asked about (RunScan.h).
 ///
 /// Deliberate: the colon of a qualified name adds nothing to the column. SkipColon() records where
 /// one stood; clients rely on the positions that result.

@@ -3,6 +3,7 @@
 // The counter of lines and columns, beside one that looks at byte after byte.
 
 #include "xml/PlaceCounter.h"
+#include "xml/RunScan.h"
 
 #include <gtest/gtest.h>
 
@@ -21,11 +22,12 @@ namespace {
 using Xml::detail::Place;
 using Xml::detail::PlaceCounter;
 
-// A text with the byte before it, which the counter looks at.
+// A text with the byte before it, which the counter looks at, and the zeros behind it.
 class Text {
 public:
     explicit Text(std::string_view text, unsigned char byteBefore = 0)
-        : store_(std::make_unique<unsigned char[]>(1 + text.size())), size_(text.size()) {
+        : store_(std::make_unique<unsigned char[]>(1 + text.size() + Xml::detail::kScanPadding)),
+          size_(text.size()) {
         store_[0] = byteBefore;
         if (size_ > 0) std::memcpy(store_.get() + 1, text.data(), size_);
     }
