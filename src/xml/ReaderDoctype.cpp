@@ -39,9 +39,8 @@ void ReaderCore::ParseDoctypeParts() {
         } else if (token == XmlToken::DOCTYPEBEGIN && mayHaveSubset) {
             scanner_.StartCapture();
             ParseSubset();
-            astring& subset = scanner_.EndCapture();
-            subset.resize(subset.length() - 1);  // without "]"
-            value_ = subset;
+            const std::string_view subset = scanner_.EndCapture();
+            value_ = subset.substr(0, subset.size() - 1);  // without "]"
             mayHaveSubset = false;
         } else {
             ThrowUnexpected(token);
