@@ -113,8 +113,8 @@ public:
     void LeaveValue();
     void ResolveEntity();
     void ReadToEndTag();
-    astring RawStartTag() const;
-    void CaptureElement(astring& markup, bool withEndTag);
+    astring InnerXml();
+    astring OuterXml(bool isEmpty);
     int AttributeIndex() const { return attributeIndex_; }
     const astring& LookupNamespace(std::string_view prefix) const;
 
@@ -132,6 +132,12 @@ private:
         Skipped,    ///< it passed white space that is not reported
         NeedsMore,  ///< it may have reached the end of the window
         NeedsCare   ///< it met something unusual
+    };
+
+    /// What a quick scan does with what it finds.
+    enum class Use : unsigned char {
+        Report,  ///< it makes a node of it
+        Pass     ///< it checks it; only tags are of interest
     };
 
     void ShowNothing();
@@ -204,7 +210,9 @@ private:
     void ExpandEntity(astring& text, std::string_view name);
     astring ExpandEntities(std::string_view text);
 
-    // ReaderParts.cpp: the value of an attribute, part by part.
+    // ReaderParts.cpp: the value of an attribute, part by part, and the markup of whole elements.
+    const astring& RawStartTag();
+    astring CaptureElement(std::string_view before, bool withEndTag);
     void EnterValue();
     bool NextPart();
     bool ReportPart(XmlNodeType::XML_NODE_TYPE type);
@@ -228,14 +236,22 @@ private:
     };
 
     // ReaderQuick.cpp: nodes that lie in the window and are made of the usual.
+    template <Use kUse>
+    bool ReadNode();
+    template <Use kUse>
     Quick ReadQuickly();
+    template <Use kUse>
     Quick ReadTextQuickly();
+    template <Use kUse>
     Quick ReadLongTextQuickly();
+    template <Use kUse>
     Quick ReadReferencedTextQuickly(const unsigned char* at);
     bool AppendReferenceQuickly(astring& text, const unsigned char*& at) const;
     Quick ReportTextQuickly(const unsigned char* end, XmlNodeType::XML_NODE_TYPE type);
+    template <Use kUse>
     Quick ReadStartTagQuickly();
     Quick ReadEndTagQuickly();
+    template <Use kUse>
     Quick ScanAttributeQuickly(const unsigned char*& at);
     const unsigned char* ScanNameQuickly(const unsigned char* at, XmlName*& name);
     const unsigned char* ScanNewName(const unsigned char* at, XmlName*& name);
@@ -307,7 +323,7 @@ private:
     // The markup of the tag scanned last: in the window when the quick way took it, otherwise what
     // was collected of it, and how much had been collected before it.
     const unsigned char* tagBegin_ = nullptr;
-    astring rawTag_;  // without its "<"
+    astring rawTag_;
     std::size_t tagOffset_ = 0;
 
     // The attributes of the current element, in document order: the first attributeCount_ ones.

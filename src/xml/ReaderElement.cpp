@@ -46,7 +46,7 @@ ReaderCore::Pass ReaderCore::ParseElement() {
     XmlName* name = nullptr;
     bool isEmpty = false;
     const bool keepsTag = !scanner_.IsCapturing();
-    if (keepsTag) scanner_.StartCapture();
+    if (keepsTag) scanner_.StartCapture("<");
     ScanElementCarefully(name, isEmpty);
     if (keepsTag) rawTag_ = scanner_.EndCapture();
     FinishElement(*name, isEmpty);
