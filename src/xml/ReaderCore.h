@@ -187,6 +187,7 @@ private:
     bool ReplaceReference(XmlToken token, astring& text, astring* raw);
     bool ReplacePredefined(astring& text, astring* raw);
     void ScanGeneralReference();
+    Place ReferencePlace() const;
     static void AppendReference(astring& text, std::string_view start, std::string_view name);
 
     // ReaderEntities.cpp: general entities and what their references stand for.
@@ -197,8 +198,7 @@ private:
         Reported,  ///< it is the current node
         Pushed     ///< the entity's text comes next
     };
-    Reference TakeReference();
-    Pass ReportReference();
+    Reference TakeReference(bool isPending);
     Pass ReportEntityEnd();
     EntityRecord& FindEntity(std::string_view name) const;
     const EntityRecord& Charge(EntityRecord& record);
@@ -207,7 +207,7 @@ private:
     void PopEntity();
     void PopEntitiesTo(int count);
     void AppendExpansion(astring& text, std::string_view source);
-    void ExpandEntity(astring& text, std::string_view name);
+    void ExpandEntity(astring& text, EntityRecord& record);
     astring ExpandEntities(std::string_view text);
 
     // ReaderParts.cpp: the value of an attribute, part by part, and the markup of whole elements.
@@ -364,8 +364,8 @@ private:
     std::unique_ptr<EntityTable> entities_;  // null without a declaration
     std::vector<EntityRecord*> entityChain_;
     long long expandedBytes_ = 0;
-    astring referenceName_;  // of the general reference that was scanned last
-    Place referencePlace_{0, 0};
+    astring referenceName_;       // of the general reference that was scanned last
+    Place referencePlace_{0, 0};  // while it is pending
 
     // While the value of an attribute is read part by part.
     ParseState savedParseState_ = ParseState::PsContent;
