@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+
+// The scans of the writer, sixteen bytes at a time. Unlike the reader's, they do not read behind
+// the end of the text: a last block overlaps the one before, and a text of less than a block is
+// loaded as its first and its last eight bytes.
+
+#include "xml/EscapeScan.h"
+
+#include "encoding/Utf8.h"
+#include "xml/RunScan.h"
+#include "xml/XmlCharacters.h"
+
+#include <array>
+#include <bit>  // std::countr_zero
+
+namespace Xml::detail {
+
+namespace {
+
+enum : unsigned char { kEscapes = 1, kChecks = 2 };
+
+constexpr auto kNeeds = [] {
+    std::array<unsigned char, 256> needs{};
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        const bool isControl = byte < 0x20;
+        const bool isMark =
+            byte == '<' || byte == '>' || byte == '&' || byte == '"' || byte == '\'';
+        const bool isDoubtful =
+            byte >= 0x80 || IsForbiddenControl(static_cast<unsigned char>(byte));
+        needs[byte] = static_cast<unsigned char>((isControl || isMark ? kEscapes : 0) |
+                                                 (isDoubtful ? kChecks : 0));
+    }
+    return needs;
+}();
+
+unsigned char NeedsOf(char c) { return kNeeds[static_cast<unsigned char>(c)]; }
+
+#if defined(ESPALIER_BLOCK_SCAN)
+
+constexpr std::ptrdiff_t kBlock = ByteBlock::kSize;
+
+// Mask of the bytes to escape.
+unsigned EscapesIn(__m128i bytes) {
+    const auto is = [bytes](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
+    const __m128i isControl = _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(0x1F)), bytes);
+    const __m128i isQuote = _mm_or_si128(is('"'), is('\''));
+    const __m128i isMark = _mm_or_si128(_mm_or_si128(is('<'), is('>')), is('&'));
+    return ByteBlock::Mask(_mm_or_si128(isControl, _mm_or_si128(isQuote, isMark)));
+}
+
+// Mask of the bytes that may be no characters.
+unsigned DoubtsIn(__m128i bytes, unsigned escapes) {
+    const unsigned above = ByteBlock::Mask(bytes);
+    if (escapes == 0) return above;
+    const auto is = [bytes](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
+    const __m128i isControl = _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(0x1F)), bytes);
+    const __m128i isBlank = _mm_or_si128(is('\t'), _mm_or_si128(is('\n'), is('\r')));
+    return above | ByteBlock::Mask(_mm_andnot_si128(isBlank, isControl));
+}
+
+__m128i LoadBlock(const char* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
+
+// Loads 8 to 16 bytes, some of them twice.
+__m128i LoadEnds(const char* begin, const char* end) {
+    const __m128i first = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(begin));
+    const __m128i last = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(end - 8));
+    return _mm_unpacklo_epi64(first, last);
+}
+
+#endif
+
+}  // namespace
+
+TextNeeds ExamineText(std::string_view text) {
+    const char* at = text.data();
+    const char* const end = at + text.size();
+#if defined(ESPALIER_BLOCK_SCAN)
+    if (end - at >= 8) {
+        unsigned escapes = 0;
+        unsigned doubts = 0;
+        const auto look = [&escapes, &doubts](__m128i bytes) {
+            const unsigned found = EscapesIn(bytes);
+            escapes |= found;
+            doubts |= DoubtsIn(bytes, found);
+        };
+        if (end - at <= kBlock) {
+            look(LoadEnds(at, end));
+        } else {
+            for (; end - at > kBlock; at += kBlock)
+                look(LoadBlock(at));
+            look(LoadBlock(end - kBlock));
+        }
+        return {escapes != 0, doubts != 0};
+    }
+#endif
+    unsigned needs = 0;
+    for (; at != end; ++at)
+        needs |= NeedsOf(*at);
+    return {(needs & kEscapes) != 0, (needs & kChecks) != 0};
+}
+
+const char* FindEscape(const char* at, const char* end) {
+#if defined(ESPALIER_BLOCK_SCAN)
+    for (; end - at >= kBlock; at += kBlock) {
+        const unsigned escapes = EscapesIn(LoadBlock(at));
+        if (escapes != 0) return at + std::countr_zero(escapes);
+    }
+#endif
+    while (at != end && (NeedsOf(*at) & kEscapes) == 0)
+        ++at;
+    return at;
+}
+
+bool IsXmlText(std::string_view text) {
+    const auto* at = reinterpret_cast<const unsigned char*>(text.data());
+    for (const auto* const end = at + text.size(); at != end;) {
+        if (*at < 0x80) {
+            if (IsForbiddenControl(*at)) return false;
+            ++at;
+            continue;
+        }
+        const int length = SequenceLength(at, end);
+        if (length <= 0 || !IsXmlCharacter(utf8::Combine(at, length))) return false;
+        at += length;
+    }
+    return true;
+}
+
+}  // namespace Xml::detail

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string_view>
+
+namespace Xml::detail {
+
+/// What a text to be written needs.
+struct TextNeeds {
+    bool escapes;  ///< it has a character that is written as a reference, or a line break or tab
+    bool checks;   ///< it has bytes above ASCII or controls, which may be no XML characters
+};
+
+/// Looks at a text once.
+TextNeeds ExamineText(std::string_view text);
+
+/// Returns the first position in [at, end) of "<", ">", "&", a quotation mark or a control
+/// character; `end` when there is none.
+const char* FindEscape(const char* at, const char* end);
+
+/// Tells whether a text is UTF-8 and consists of characters that XML allows (XML 1.0 [2]).
+bool IsXmlText(std::string_view text);
+
+}  // namespace Xml::detail

@@ -1,0 +1,346 @@
+// SPDX-License-Identifier: MIT
+
+// The writer's state machine: documents, elements, and markup between them.
+
+#include "xml/WriterCore.h"
+
+#include <espalier/encoding/Encoding.h>
+#include <espalier/io/Exception.h>
+#include <espalier/xml/XmlTextReader.h>
+
+#include "xml/EscapeScan.h"
+#include "xml/WriterMessages.h"
+
+#include <algorithm>  // std::min
+#include <new>        // std::bad_alloc
+
+namespace Xml::detail {
+
+void WriterCore::Throw(const char* message) {
+    Exception::ThrowException(message, astring(), -1, -1);
+}
+
+void WriterCore::Open(IO::Stream* stream, const Encoding* encoding) {
+    if (stream == nullptr) Throw(Message::kNoStream);
+    if (!stream->CanWrite()) Throw(Message::kStreamNotWritable);
+    if (encoding == nullptr) Throw(Message::kNoEncoding);
+    stream_ = stream;
+    encoding_ = encoding;
+    output_.Attach(stream, encoding);
+    state_ = WriteState::Start;
+}
+
+void WriterCore::OpenFile(const astring& name, const Encoding* encoding) {
+    constexpr unsigned kWrite = 2;      // the access
+    constexpr unsigned kDenyWrite = 1;  // others may read meanwhile
+    if (encoding == nullptr) Throw(Message::kNoEncoding);
+    file_ = std::make_unique<IO::FileStream>(name, IO::FileMode::Create, kWrite, kDenyWrite);
+    Open(file_.get(), encoding);
+    settings.closeOutput = true;
+}
+
+// State.
+
+XmlSpace WriterCore::Space() const {
+    return depth_ == 0 ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
+}
+
+const astring& WriterCore::Language() const { return depth_ == 0 ? empty_ : Top().language; }
+
+void WriterCore::RequireOpen() const {
+    if (State() == WriteState::Closed) Throw(Message::kWriterClosed);
+}
+
+// An element has ended for good when no frame is left, whatever the state still says.
+bool WriterCore::IsInElement() const {
+    return depth_ > 0 && (state_ == WriteState::Element || state_ == WriteState::Attribute ||
+                          state_ == WriteState::Content);
+}
+
+void WriterCore::RequireText() const {
+    RequireOpen();
+    if (!IsInElement()) Throw(Message::kNoTextHere);
+}
+
+void WriterCore::CheckText(std::string_view text) const {
+    if (!settings.checkCharacters || !ExamineText(text).checks) return;
+    if (!IsXmlText(text)) Throw(Message::kBadCharacter);
+}
+
+void WriterCore::Flush() {
+    if (State() == WriteState::Closed) Throw(Message::kAlreadyClosed);
+    output_.Drain();
+    stream_->Flush();
+}
+
+void WriterCore::Close() {
+    if (State() == WriteState::Closed) Throw(Message::kAlreadyClosed);
+    EndDocument();
+    output_.Drain();
+    stream_->Flush();
+    state_ = WriteState::Closed;
+    if (settings.closeOutput) stream_->Close();
+}
+
+// Frames.
+
+WriterFrame& WriterCore::Push() {
+    if (depth_ == frames_.size()) frames_.emplace_back();
+    WriterFrame& frame = frames_[depth_++];
+    if (depth_ > 1) {
+        const WriterFrame& parent = frames_[depth_ - 2];
+        frame.defaultNs = parent.defaultNs;
+        frame.language = parent.language;
+        frame.space = parent.space;
+    } else {
+        frame.defaultNs.clear();
+        frame.language.clear();
+        frame.space = XmlSpace::SpaceNone;
+    }
+    frame.declaration = WriterFrame::Declaration::None;
+    frame.isMixed = false;
+    return frame;
+}
+
+// Leaves an element. The state of the last one stays.
+void WriterCore::Pop() {
+    --depth_;
+    if (settings.namespaces) namespaces_.PopContext();
+    tagOpen_ = false;
+    if (depth_ > 0) state_ = WriteState::Content;
+}
+
+// Layout.
+
+bool WriterCore::Indents() const {
+    return settings.formatting == Formatting::Indented && (depth_ == 0 || !Top().isMixed);
+}
+
+// Begins a line for what is `depth` elements deep. The first of a document needs none.
+void WriterCore::NewLine(int depth) {
+    if (state_ != WriteState::Start) output_.PutToken(settings.newLineChars);
+    for (int count = depth * settings.indentation; count > 0; --count)
+        output_.Put(settings.indentChar);
+}
+
+// Start tags.
+
+// Ends the attribute and the start tag that are open, if any.
+void WriterCore::CloseTag() {
+    if (state_ == WriteState::Attribute) FinishAttribute();
+    if (!tagOpen_) return;
+    FinishTag(false);
+    state_ = WriteState::Content;
+}
+
+void WriterCore::FinishTag(bool isEmpty) {
+    DeclareBound();
+    if (isEmpty) output_.Put('/');
+    output_.Put('>');
+    tagOpen_ = false;
+}
+
+// Writes the declarations that the element needs and its attributes did not make.
+void WriterCore::DeclareBound() {
+    WriterFrame& frame = Top();
+    if (frame.declaration == WriterFrame::Declaration::Pending) {
+        WriteDeclaration({}, frame.defaultNs);
+        frame.declaration = WriterFrame::Declaration::Written;
+    }
+    if (!settings.namespaces) return;
+    bound_.clear();
+    for (const sax::XmlNamespace* ns = namespaces_.FirstDeclaredNs(); ns != nullptr;
+         ns = namespaces_.NextDeclaredNs(ns)) {
+        const bool isInForce = namespaces_.FindPrefix(ns->prefix) == ns;
+        const bool isWritten = std::find(written_.begin(), written_.end(), ns) != written_.end();
+        if (isInForce && !isWritten) bound_.push_back(ns);
+    }
+    for (auto ns = bound_.rbegin(); ns != bound_.rend(); ++ns)
+        WriteDeclaration((*ns)->prefix, (*ns)->uri);
+}
+
+void WriterCore::WriteDeclaration(std::string_view prefix, std::string_view uri) {
+    output_.PutToken(prefix.empty() ? " xmlns" : " xmlns:");
+    output_.PutToken(prefix);
+    output_.Put('=');
+    output_.Put(settings.quoteChar);
+    PutEscaped(uri);
+    output_.Put(settings.quoteChar);
+}
+
+// Documents.
+
+void WriterCore::StartDocument(const char* standalone) {
+    RequireOpen();
+    if (state_ != WriteState::Start) Throw(Message::kBadState);
+    const char quote = settings.quoteChar;
+    const auto part = [this, quote](std::string_view name, std::string_view value) {
+        output_.PutToken(name);
+        output_.Put(quote);
+        output_.PutToken(value);
+        output_.Put(quote);
+    };
+    output_.PutPreamble();
+    part("<?xml version=", "1.0");
+    part(" encoding=", encoding_->WebName());
+    if (standalone != nullptr) part(" standalone=", standalone);
+    output_.PutToken("?>");
+    state_ = WriteState::Prolog;
+}
+
+void WriterCore::EndDocument() {
+    RequireOpen();
+    while (depth_ > 0)
+        EndElement();
+    docTypeName_.clear();
+    prefixCount_ = 0;
+    state_ = WriteState::Start;
+}
+
+void WriterCore::DocType(std::string_view name, std::string_view publicId,
+                         std::string_view systemId, std::string_view subset) {
+    RequireOpen();
+    if (state_ != WriteState::Start && state_ != WriteState::Prolog) {
+        Throw(Message::kNoDoctypeHere);
+    }
+    if (!XmlTextReader::IsName(name, true)) Throw(Message::kNoName);
+    docTypeName_ = name;
+    if (settings.formatting == Formatting::Indented) NewLine(0);
+    const auto literal = [this](std::string_view text) {
+        output_.Put(settings.quoteChar);
+        output_.PutToken(text);
+        output_.Put(settings.quoteChar);
+    };
+    output_.PutToken("<!DOCTYPE ");
+    output_.PutToken(name);
+    if (!publicId.empty()) {
+        output_.PutToken(" PUBLIC ");
+        literal(publicId);
+        output_.Put(' ');
+        literal(systemId);
+    } else if (!systemId.empty()) {
+        output_.PutToken(" SYSTEM ");
+        literal(systemId);
+    }
+    if (!subset.empty()) {
+        output_.PutToken(" [");
+        output_.PutText(subset);
+        output_.Put(']');
+    }
+    output_.Put('>');
+    state_ = WriteState::Prolog;
+}
+
+// Elements.
+
+void WriterCore::StartElement(std::string_view prefix, std::string_view localName,
+                              std::string_view ns) {
+    RequireOpen();
+    SettleAttribute();
+    const ElementPlan plan = PlanElement(prefix, localName, ns);
+    if (state_ == WriteState::Start) output_.PutPreamble();
+    CloseTag();
+    const bool indents = Indents();
+    const int outside = static_cast<int>(depth_);
+    WriterFrame& frame = Push();
+    if (settings.namespaces) {
+        namespaces_.PushContext();
+        if (plan.binds) Declare(plan.prefix, ns);
+        if (plan.defaults) {
+            frame.defaultNs = ns;
+            frame.declaration = WriterFrame::Declaration::Pending;
+        }
+    }
+    frame.name = plan.prefix;
+    if (!plan.prefix.empty()) frame.name += ':';
+    frame.name += localName;
+    if (indents) NewLine(outside);
+    output_.Put('<');
+    output_.PutToken(frame.name);
+    written_.clear();
+    tagOpen_ = true;
+    state_ = WriteState::Element;
+}
+
+void WriterCore::EndElement() {
+    RequireOpen();
+    if (!IsInElement()) Throw(Message::kNotInElement);
+    SettleAttribute();
+    if (state_ == WriteState::Attribute) FinishAttribute();
+    if (tagOpen_) {
+        FinishTag(true);
+    } else {
+        if (Indents()) NewLine(static_cast<int>(depth_) - 1);
+        output_.PutToken("</");
+        output_.PutToken(Top().name);
+        output_.Put('>');
+    }
+    Pop();
+}
+
+void WriterCore::FullEndElement() {
+    RequireOpen();
+    if (!IsInElement()) Throw(Message::kWrongState);
+    SettleAttribute();
+    CloseTag();
+    // Deliberate: clients rely on these bytes, an end tag without "/" and with a NUL behind it.
+    output_.Put('<');
+    output_.PutToken(Top().name);
+    output_.Put('>');
+    output_.Put('\0');
+    Pop();
+}
+
+void WriterCore::ElementString(std::string_view prefix, std::string_view localName,
+                               std::string_view ns, std::string_view text) {
+    RequireOpen();
+    CheckText(text);
+    StartElement(prefix, localName, ns);
+    String(text);
+    EndElement();
+}
+
+// Markup between tags.
+
+// Gets ready for a comment or an instruction.
+void WriterCore::BeginMarkup() {
+    CloseTag();
+    if (Indents()) NewLine(static_cast<int>(depth_));
+    if (state_ == WriteState::Start) state_ = WriteState::Prolog;
+}
+
+void WriterCore::Comment(std::string_view text) {
+    RequireOpen();
+    CheckText(text);
+    SettleAttribute();
+    BeginMarkup();
+    output_.PutToken("<!--");
+    output_.PutText(text);
+    output_.PutToken("-->");
+}
+
+void WriterCore::Instruction(std::string_view name, std::string_view text) {
+    RequireOpen();
+    if (state_ == WriteState::Attribute) Throw(Message::kWrongState);
+    if (!XmlTextReader::IsName(name, true)) Throw(Message::kNoName);
+    CheckText(text);
+    BeginMarkup();
+    output_.PutToken("<?");
+    output_.PutToken(name);
+    output_.Put(' ');
+    output_.PutText(text);
+    output_.PutToken("?>");
+}
+
+void WriterCore::CData(std::string_view text) {
+    RequireOpen();
+    if (state_ == WriteState::Attribute) Throw(Message::kNotInContent);
+    if (!IsInElement()) Throw(Message::kNoTextHere);
+    CheckText(text);
+    BeginContent();
+    output_.PutToken("<![CDATA[");
+    output_.PutText(text);
+    output_.PutToken("]]>");
+}
+
+}  // namespace Xml::detail

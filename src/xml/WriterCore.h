@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <espalier/base/astring.h>
+#include <espalier/io/FileStream.h>
+#include <espalier/xml/Formatting.h>
+#include <espalier/xml/NewLineHandling.h>
+#include <espalier/xml/TextArgument.h>
+#include <espalier/xml/WriteState.h>
+#include <espalier/xml/XmlNsSupport.h>
+#include <espalier/xml/XmlSpace.h>
+
+#include "xml/WriterOutput.h"
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace Xml {
+
+class Encoding;
+class XmlTextReader;
+
+namespace detail {
+
+/// What a copy of a writer takes over.
+struct WriterSettings {
+    Formatting formatting = Formatting::None;
+    int indentation = 2;
+    char indentChar = ' ';
+    bool namespaces = true;
+    char quoteChar = '"';
+    astring newLineChars = "\r\n";
+    bool closeOutput = false;
+    NewLineHandling newLineHandling = NewLineHandling::Replace;
+    bool checkCharacters = true;
+};
+
+/// An element that is open.
+struct WriterFrame {
+    /// Whether the default namespace must still be declared on the element.
+    enum class Declaration : unsigned char { None = 0, Pending = 2, Written = 3 };
+
+    astring name;       ///< as written
+    astring defaultNs;  ///< the default namespace in force
+    astring language;   ///< the xml:lang in force
+    XmlSpace space;     ///< the xml:space in force
+    Declaration declaration = Declaration::None;
+    bool isMixed = false;  ///< it has text, so white space in it would change its content
+};
+
+/// What an attribute means to the writer.
+enum class AttributeRole : unsigned char {
+    Ordinary,
+    DefaultNamespace,  ///< xmlns
+    Namespace,         ///< xmlns:...
+    Language,          ///< xml:lang
+    Space              ///< xml:space
+};
+
+/// The namespaces in scope.
+class WriterNamespaces : public sax::XmlNsSupport {
+public:
+    WriterNamespaces() { BindXmlns(); }
+};
+
+/// The writer behind XmlTextWriter: its state, its checks and its output.
+///
+/// Each operation checks all that can be wrong before it writes anything, so an error leaves the
+/// writer as it was.
+class WriterCore {
+public:
+    WriterSettings settings;
+
+    void Open(IO::Stream* stream, const Encoding* encoding);
+    void OpenFile(const astring& name, const Encoding* encoding);
+
+    WriteState::WRITE_STATE State() const {
+        return output_.HasFailed() ? WriteState::Closed : state_;
+    }
+    XmlSpace Space() const;
+    const astring& Language() const;
+    const astring& PrefixOf(std::string_view ns) const { return namespaces_.GetPrefix(ns); }
+
+    void Flush();
+    void Close();
+    void StartDocument(const char* standalone);
+    void EndDocument();
+    void DocType(std::string_view name, std::string_view publicId, std::string_view systemId,
+                 std::string_view subset);
+    void StartElement(std::string_view prefix, std::string_view localName, std::string_view ns);
+    void EndElement();
+    void FullEndElement();
+    void ElementString(std::string_view prefix, std::string_view localName, std::string_view ns,
+                       std::string_view text);
+    void StartAttribute(std::string_view prefix, std::string_view localName, TextArgument ns);
+    void EndAttribute();
+    void AttributeString(std::string_view prefix, std::string_view localName, TextArgument ns,
+                         std::string_view value);
+    void String(std::string_view text);
+    void Whitespace(std::string_view text);
+    void CData(std::string_view text);
+    void Comment(std::string_view text);
+    void Instruction(std::string_view name, std::string_view text);
+    void EntityRef(std::string_view name);
+    void Name(std::string_view name);
+    void NmToken(std::string_view token);
+    void Raw(std::string_view text);
+    void Base64(const unsigned char* bytes, std::size_t count);
+    void BinHex(const unsigned char* bytes, std::size_t count);
+
+private:
+    /// How a name is written.
+    struct QualifiedName {
+        std::string_view prefix;
+        std::string_view local;
+    };
+    struct ElementPlan {
+        std::string_view prefix;
+        bool binds = false;     ///< the prefix is declared on the element
+        bool defaults = false;  ///< the namespace becomes the default
+    };
+    struct AttributePlan {
+        std::string_view prefix;
+        AttributeRole role = AttributeRole::Ordinary;
+        bool binds = false;      ///< the prefix is declared on the element
+        bool generates = false;  ///< a new prefix is declared on the element
+    };
+
+    // WriterCore.cpp: checks, elements, markup.
+    [[noreturn]] static void Throw(const char* message);
+    void RequireOpen() const;
+    void RequireText() const;
+    void CheckText(std::string_view text) const;
+    bool IsInElement() const;
+    bool Indents() const;
+    void NewLine(int depth);
+    void CloseTag();
+    void FinishTag(bool isEmpty);
+    void DeclareBound();
+    void WriteDeclaration(std::string_view prefix, std::string_view uri);
+    void BeginMarkup();
+    void BeginContent();
+    WriterFrame& Push();
+    void Pop();
+    WriterFrame& Top() { return frames_[depth_ - 1]; }
+    const WriterFrame& Top() const { return frames_[depth_ - 1]; }
+
+    // WriterNames.cpp: prefixes and attributes.
+    ElementPlan PlanElement(std::string_view prefix, std::string_view localName,
+                            std::string_view ns) const;
+    AttributePlan PlanAttribute(std::string_view prefix, std::string_view localName,
+                                TextArgument ns) const;
+    AttributePlan PlanPrefixed(std::string_view prefix, TextArgument ns) const;
+    void RequireStartTag() const;
+    void BeginAttribute(const AttributePlan& plan, std::string_view localName, std::string_view ns);
+    void CheckAttribute(AttributeRole role, std::string_view value) const;
+    void SettleAttribute();
+    void FinishAttribute();
+    void Declare(std::string_view prefix, std::string_view uri);
+    std::string_view GeneratePrefix();
+
+    // WriterText.cpp: texts and values.
+    void PutContent(std::string_view text);
+    void PutEscaped(std::string_view text);
+    const char* PutSpecial(const char* at, const char* end);
+    void NoteValue(std::string_view text);
+
+    // WriterBinary.cpp
+    void PutLine(std::string_view line);
+
+    WriterOutput output_;
+    IO::Stream* stream_ = nullptr;  // not owned
+    const Encoding* encoding_ = nullptr;
+    std::unique_ptr<IO::FileStream> file_;
+    WriteState::WRITE_STATE state_ = WriteState::Closed;
+    bool tagOpen_ = false;  // the start tag of the innermost element has no ">" yet
+    astring docTypeName_;
+    int prefixCount_ = 0;
+    astring newPrefix_;
+    const astring empty_;
+
+    WriterNamespaces namespaces_;
+    std::vector<WriterFrame>
+        frames_;  // the first depth_ ones; the others are kept for their memory
+    std::size_t depth_ = 0;
+    std::vector<const sax::XmlNamespace*> written_;  // declared by attributes of the open tag
+    std::vector<const sax::XmlNamespace*> bound_;    // while the others are declared
+
+    // The attribute that is open.
+    AttributeRole role_ = AttributeRole::Ordinary;
+    astring declaredPrefix_;  // when it declares one
+    astring value_;           // what has been written of it, when it means something
+};
+
+}  // namespace detail
+}  // namespace Xml

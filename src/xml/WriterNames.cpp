@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: MIT
+
+// Prefixes of elements, and attributes. A plan says what a name needs; it is made, and refused if
+// it must be, before anything is written.
+
+#include <espalier/io/Exception.h>
+#include <espalier/xml/XmlTextReader.h>
+
+#include "xml/WriterCore.h"
+#include "xml/WriterMessages.h"
+
+#include <charconv>
+#include <new>  // std::bad_alloc
+
+namespace Xml::detail {
+
+namespace {
+
+constexpr std::string_view kXmlnsUri = "http://www.w3.org/2000/xmlns/";
+
+bool BeginsWithXml(std::string_view prefix) {
+    return prefix.size() >= 3 && (prefix[0] | 0x20) == 'x' && (prefix[1] | 0x20) == 'm' &&
+           (prefix[2] | 0x20) == 'l';
+}
+
+AttributeRole RoleInXml(std::string_view localName) {
+    if (localName == "lang") return AttributeRole::Language;
+    return localName == "space" ? AttributeRole::Space : AttributeRole::Ordinary;
+}
+
+}  // namespace
+
+WriterCore::ElementPlan WriterCore::PlanElement(std::string_view prefix, std::string_view localName,
+                                                std::string_view ns) const {
+    if (depth_ == 0 && !docTypeName_.empty() && localName != docTypeName_) {
+        Throw(Message::kRootDiffers);
+    }
+    if (!settings.namespaces) {
+        if (!prefix.empty() || !ns.empty()) Throw(Message::kNoNamespaces);
+        return {};
+    }
+    if (ns.empty()) {
+        if (!prefix.empty() && namespaces_.FindPrefix(prefix) == nullptr) {
+            Throw(Message::kPrefixNotDeclared);
+        }
+        return {prefix};
+    }
+    if (!prefix.empty()) {
+        if (BeginsWithXml(prefix)) Throw(Message::kInvalidPrefix);
+        return {prefix, true};
+    }
+    if (ns == (depth_ == 0 ? empty_ : Top().defaultNs)) return {};
+    const std::string_view bound = namespaces_.GetPrefix(ns);
+    return {bound, false, bound.empty()};
+}
+
+void WriterCore::Declare(std::string_view prefix, std::string_view uri) {
+    if (namespaces_.DeclarePrefix(prefix, uri) == nullptr) throw std::bad_alloc();
+}
+
+// Returns a prefix that nothing in scope has.
+std::string_view WriterCore::GeneratePrefix() {
+    do {
+        char digits[16];
+        const std::to_chars_result end =
+            std::to_chars(digits, digits + sizeof digits, ++prefixCount_);
+        newPrefix_ = "ns";
+        newPrefix_.append(digits, static_cast<std::size_t>(end.ptr - digits));
+    } while (namespaces_.FindPrefix(newPrefix_) != nullptr);
+    return newPrefix_;
+}
+
+// Attributes.
+
+void WriterCore::RequireStartTag() const {
+    RequireOpen();
+    const bool isInTag = state_ == WriteState::Element || state_ == WriteState::Attribute;
+    if (!isInTag || !tagOpen_) Throw(Message::kBadState);
+}
+
+WriterCore::AttributePlan WriterCore::PlanAttribute(std::string_view prefix,
+                                                    std::string_view localName,
+                                                    TextArgument ns) const {
+    if (!settings.namespaces) {
+        if (!prefix.empty() || !ns.empty()) Throw(Message::kNoNamespaces);
+        const bool isXml = localName.substr(0, 4) == "xml:";
+        return {{}, isXml ? RoleInXml(localName.substr(4)) : AttributeRole::Ordinary};
+    }
+    const bool isDefault = localName == "xmlns" && prefix.empty();
+    if (isDefault && (ns.empty() || ns.view() == kXmlnsUri)) {
+        return {{}, AttributeRole::DefaultNamespace};
+    }
+    if (prefix == "xmlns" || ns.view() == kXmlnsUri) {
+        return {prefix.empty() ? "xmlns" : prefix, AttributeRole::Namespace};
+    }
+    if (prefix == "xml") return {prefix, RoleInXml(localName)};
+    if (!prefix.empty()) return PlanPrefixed(prefix, ns);
+    if (ns.empty()) return {};
+    const std::string_view bound = namespaces_.GetPrefix(ns.view());
+    if (bound == "xml") return {bound, RoleInXml(localName)};
+    return {bound, AttributeRole::Ordinary, false, bound.empty()};
+}
+
+WriterCore::AttributePlan WriterCore::PlanPrefixed(std::string_view prefix, TextArgument ns) const {
+    if (ns.isGiven() && ns.empty()) Throw(Message::kEmptyNamespace);
+    const sax::XmlNamespace* const bound = namespaces_.FindPrefix(prefix);
+    if (!ns.isGiven()) {
+        if (bound == nullptr) Throw(Message::kMissingNamespace);
+        return {prefix};
+    }
+    if (bound != nullptr && bound->uri == ns.view()) return {prefix};
+    // The element itself, or another of its attributes, may have the prefix for another namespace.
+    for (const sax::XmlNamespace* declared = namespaces_.FirstDeclaredNs(); declared != nullptr;
+         declared = namespaces_.NextDeclaredNs(declared)) {
+        if (declared->prefix == prefix) {
+            return {namespaces_.GetPrefix(ns.view()), AttributeRole::Ordinary, false,
+                    namespaces_.GetPrefix(ns.view()).empty()};
+        }
+    }
+    return {prefix, AttributeRole::Ordinary, true};
+}
+
+void WriterCore::StartAttribute(std::string_view prefix, std::string_view localName,
+                                TextArgument ns) {
+    RequireStartTag();
+    SettleAttribute();
+    BeginAttribute(PlanAttribute(prefix, localName, ns), localName, ns.view());
+}
+
+void WriterCore::BeginAttribute(const AttributePlan& plan, std::string_view localName,
+                                std::string_view ns) {
+    if (state_ == WriteState::Attribute) FinishAttribute();
+    const std::string_view prefix = plan.generates ? GeneratePrefix() : plan.prefix;
+    if (plan.binds || plan.generates) Declare(prefix, ns);
+    role_ = plan.role;
+    value_.clear();
+    if (role_ == AttributeRole::Namespace) declaredPrefix_ = localName;
+    output_.Put(' ');
+    if (!prefix.empty()) {
+        output_.PutToken(prefix);
+        output_.Put(':');
+    }
+    output_.PutToken(localName);
+    output_.Put('=');
+    output_.Put(settings.quoteChar);
+    state_ = WriteState::Attribute;
+}
+
+void WriterCore::CheckAttribute(AttributeRole role, std::string_view value) const {
+    if (role != AttributeRole::Space || value == "default" || value == "preserve") return;
+    Throw(Message::kBadXmlSpace);
+}
+
+// Puts in force what the open attribute says, if there is one. It may still go on.
+void WriterCore::SettleAttribute() {
+    if (state_ != WriteState::Attribute) return;
+    CheckAttribute(role_, value_);
+    WriterFrame& frame = Top();
+    switch (role_) {
+    case AttributeRole::Ordinary: break;
+    case AttributeRole::DefaultNamespace:
+        frame.defaultNs = value_;
+        frame.declaration = WriterFrame::Declaration::Written;
+        break;
+    case AttributeRole::Namespace:
+        Declare(declaredPrefix_, value_);
+        written_.push_back(namespaces_.FindPrefix(declaredPrefix_));
+        break;
+    case AttributeRole::Language: frame.language = value_; break;
+    case AttributeRole::Space:
+        frame.space = value_ == "default" ? XmlSpace::SpaceDefault : XmlSpace::SpacePreserve;
+        break;
+    }
+}
+
+// Writes the end of the open attribute, which has been settled.
+void WriterCore::FinishAttribute() {
+    output_.Put(settings.quoteChar);
+    state_ = WriteState::Element;
+}
+
+void WriterCore::EndAttribute() {
+    RequireOpen();
+    if (state_ != WriteState::Attribute) Throw(Message::kNotInAttribute);
+    SettleAttribute();
+    FinishAttribute();
+}
+
+void WriterCore::AttributeString(std::string_view prefix, std::string_view localName,
+                                 TextArgument ns, std::string_view value) {
+    RequireStartTag();
+    CheckText(value);
+    SettleAttribute();
+    const AttributePlan plan = PlanAttribute(prefix, localName, ns);
+    CheckAttribute(plan.role, value);
+    BeginAttribute(plan, localName, ns.view());
+    PutEscaped(value);
+    NoteValue(value);
+    SettleAttribute();
+    FinishAttribute();
+}
+
+}  // namespace Xml::detail

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+#include "xml/WriterOutput.h"
+
+#include <espalier/encoding/Encoding.h>
+#include <espalier/encoding/UnicodeEncodings.h>
+#include <espalier/io/Stream.h>
+
+#include "encoding/Utf8.h"
+
+#include <algorithm>  // std::max, std::min
+#include <typeinfo>
+#include <utility>  // std::exchange
+
+namespace Xml::detail {
+
+namespace {
+
+// The most bytes that an encoding makes of a byte of UTF-8.
+constexpr std::size_t kMostBytes = 4;
+
+}  // namespace
+
+void WriterOutput::Attach(IO::Stream* stream, const Encoding* encoding) {
+    stream_ = stream;
+    encoding_ = encoding;
+    isUtf8_ = encoding != nullptr && typeid(*encoding) == typeid(UTF8Encoding);
+    used_ = 0;
+    hasFailed_ = false;
+}
+
+void WriterOutput::Drain() {
+    const int count = std::exchange(used_, 0);
+    if (count == 0) return;
+    hasFailed_ = true;  // unless the stream returns
+    stream_->Write(buffer_, 0, count);
+    hasFailed_ = false;
+}
+
+void WriterOutput::PutPreamble() {
+    Drain();
+    used_ = static_cast<int>(encoding_->GetPreamble(buffer_, kCapacity));
+}
+
+// Encodes a slice for which there is room, as long as no byte becomes more than kMostBytes.
+void WriterOutput::Encode(std::string_view slice) {
+    if (isUtf8_) {
+        Append(slice);
+        return;
+    }
+    // What the capacity counts is the encoding's own affair: bytes, or units of 2 or 4. Some want
+    // room for a character more than they write.
+    const auto length = static_cast<unsigned>(slice.size());
+    const unsigned written =
+        encoding_->GetBytes(slice.data(), length, buffer_ + used_, length + kMostBytes);
+    used_ += static_cast<int>(written);
+}
+
+// Returns how many bytes, at most `most`, are whole characters; at least one byte.
+std::size_t WriterOutput::WholeSlice(std::string_view text, std::size_t most) {
+    if (text.size() <= most) return text.size();
+    for (std::size_t length = most; length > 0 && most - length < 4; --length) {
+        if (!utf8::IsContinuation(static_cast<unsigned char>(text[length]))) return length;
+    }
+    return std::max<std::size_t>(most, 1);  // these bytes are no characters
+}
+
+// Writes a token that does not fit, or for which that is not known.
+void WriterOutput::PutLong(std::string_view token) {
+    const std::size_t factor = isUtf8_ ? 1 : kMostBytes;
+    while (!token.empty()) {
+        if (Room() / factor < std::min(token.size(), kMostBytes)) Drain();
+        const std::size_t length = WholeSlice(token, Room() / factor);
+        Encode(token.substr(0, length));
+        token.remove_prefix(length);
+        if (!token.empty()) Drain();
+    }
+}
+
+void WriterOutput::PutSlices(std::string_view text) {
+    while (!text.empty()) {
+        if (Room() / 4 < std::min(text.size(), kMostBytes)) Drain();
+        const std::size_t length = WholeSlice(text, Room() / 4);
+        Encode(text.substr(0, length));
+        text.remove_prefix(length);
+        if (!text.empty()) Drain();
+    }
+}
+
+}  // namespace Xml::detail

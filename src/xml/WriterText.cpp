@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+
+// Texts, values and what else stands in them.
+
+#include <espalier/xml/XmlTextReader.h>
+
+#include "encoding/Utf8.h"
+#include "xml/EscapeScan.h"
+#include "xml/WriterCore.h"
+#include "xml/WriterMessages.h"
+
+#include <algorithm>  // std::all_of, std::min
+
+namespace Xml::detail {
+
+// Gets ready for a text in the innermost element, or in the value of the attribute that is open.
+void WriterCore::BeginContent() {
+    if (state_ == WriteState::Attribute) return;
+    CloseTag();
+    state_ = WriteState::Content;
+    Top().isMixed = true;
+}
+
+// Remembers a part of a value that means something to the writer.
+void WriterCore::NoteValue(std::string_view text) {
+    if (state_ == WriteState::Attribute && role_ != AttributeRole::Ordinary) value_ += text;
+}
+
+void WriterCore::PutContent(std::string_view text) {
+    BeginContent();
+    PutEscaped(text);
+    NoteValue(text);
+}
+
+void WriterCore::String(std::string_view text) {
+    RequireText();
+    CheckText(text);
+    PutContent(text);
+}
+
+void WriterCore::Whitespace(std::string_view text) {
+    RequireText();
+    const bool isWhite = text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+    if (!isWhite) Throw(Message::kBadWhitespace);
+    PutContent(text);
+}
+
+void WriterCore::Name(std::string_view name) {
+    RequireText();
+    if (!XmlTextReader::IsName(name, true)) Throw(Message::kNoName);
+    PutContent(name);
+}
+
+void WriterCore::NmToken(std::string_view token) {
+    RequireText();
+    if (!XmlTextReader::IsNameToken(token)) Throw(Message::kNoNmToken);
+    PutContent(token);
+}
+
+void WriterCore::EntityRef(std::string_view name) {
+    RequireOpen();
+    if (!IsInElement()) Throw(Message::kNoReferenceHere);
+    if (name.empty()) Throw(Message::kEmptyName);
+    if (!XmlTextReader::IsName(name, true)) Throw(Message::kNoName);
+    BeginContent();
+    output_.Put('&');
+    output_.PutToken(name);
+    output_.Put(';');
+}
+
+void WriterCore::Raw(std::string_view text) {
+    RequireText();
+    BeginContent();
+    output_.PutText(text);
+    NoteValue(text);
+}
+
+// Escaping.
+
+void WriterCore::PutEscaped(std::string_view text) {
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    while (at != end) {
+        const char* const stop = FindEscape(at, end);
+        if (stop != at) output_.PutText({at, static_cast<std::size_t>(stop - at)});
+        if (stop == end) return;
+        at = PutSpecial(stop, end);
+    }
+}
+
+// Writes the character at `at`, which is marked as special, as what it is to be.
+// Returns the position behind it.
+const char* WriterCore::PutSpecial(const char* at, const char* end) {
+    const char character = *at++;
+    switch (character) {
+    case '<': output_.PutToken("&lt;"); return at;
+    case '>': output_.PutToken("&gt;"); return at;
+    case '&': output_.PutToken("&amp;"); return at;
+    case '"': output_.PutToken("&quot;"); return at;
+    case '\'': output_.PutToken("&apos;"); return at;
+    default: break;
+    }
+    const bool isInValue = state_ == WriteState::Attribute || tagOpen_;
+    const bool entitizes = settings.newLineHandling == NewLineHandling::Entitize;
+    const bool isBreak = character == '\r' || character == '\n';
+    if (settings.newLineHandling == NewLineHandling::NoHandling ||
+        (!isBreak && (character != '\t' || !isInValue))) {
+        output_.Put(character);
+        return at;
+    }
+    if (character == '\t') {
+        output_.PutToken("&#x9;");
+    } else if (entitizes && character == '\r') {
+        output_.PutToken("&#xD;");
+    } else if (entitizes && !isInValue) {
+        output_.Put('\n');
+    } else if (isInValue) {
+        output_.PutToken("&#xA;");
+        // Deliberate: the character behind a CR goes with it, whatever it is.
+        if (character == '\r' && at != end) {
+            const auto length =
+                static_cast<std::ptrdiff_t>(utf8::SequenceLength(static_cast<unsigned char>(*at)));
+            at += std::min(length > 0 ? length : 1, end - at);
+        }
+    } else {
+        output_.PutToken(settings.newLineChars);
+        if (character == '\r' && at != end && *at == '\n') ++at;
+    }
+    return at;
+}
+
+}  // namespace Xml::detail
