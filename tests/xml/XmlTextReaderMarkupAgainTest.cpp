@@ -6,104 +6,25 @@
 
 #include "support/DocumentForms.h"
 #include "support/DocumentReader.h"
+#include "support/EntityDocument.h"
 #include "support/ReaderPosition.h"
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <initializer_list>
 #include <optional>
-#include <random>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace {
 
 using support::DocumentReader;
+using support::EntityDocument;
 using support::NodeText;
 using support::ReaderSettings;
 using Xml::XmlEntityHandling;
 using Xml::XmlNodeType;
 using Xml::XmlTextReader;
-
-constexpr std::size_t kEntities = 6;
-
-// Writes documents whose entities refer to entities declared before them.
-class EntityDocument {
-public:
-    explicit EntityDocument(unsigned seed) : random_(seed) {}
-
-    std::size_t Below(std::size_t limit) {
-        return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random_);
-    }
-
-    void Write() {
-        subset = "<!DOCTYPE r [";
-        for (std::size_t i = 0; i < kEntities; ++i) {
-            // Entities in values must not hold markup: t entities have text alone.
-            const std::string number = std::to_string(i);
-            subset += "<!ENTITY t" + number + " \"" + Text() + ReferenceBelow('t', i) + "\">";
-            subset += "<!ENTITY m" + number + " \"" + Content(2, i) + "\">";
-        }
-        subset += "]>";
-        body = "<r>" + std::string(Below(1100), 'x') + Content(0, kEntities) + "</r>";
-    }
-
-    std::string subset;
-    std::string body;
-
-private:
-    std::string OneOf(std::initializer_list<const char*> choices) {
-        return choices.begin()[Below(choices.size())];
-    }
-
-    std::string Text() {
-        if (Below(20) == 0) return std::string(Below(1500), 'y');
-        return OneOf({"", "text", "\xE2\x82\xAC", " a\n b", "]", "x\xF0\x9F\x98\x80"});
-    }
-
-    std::string ReferenceBelow(char kind, std::size_t limit) {
-        if (limit == 0) return "";
-        return "&" + std::string(1, kind) + std::to_string(Below(limit)) + ";";
-    }
-
-    std::string Value(std::size_t limit) {
-        std::string value = Text();
-        if (Below(3) == 0) value += ReferenceBelow('t', limit);
-        return value + OneOf({"", "&lt;", "v"});
-    }
-
-    std::string Content(int depth, std::size_t limit) {
-        std::string out;
-        for (std::size_t i = 1 + Below(6); i > 0; --i) {
-            switch (Below(8)) {
-            case 0: out += ReferenceBelow('t', limit); break;
-            case 1:
-            case 2: out += ReferenceBelow('m', limit); break;
-            case 3:
-                out += OneOf({"<!-- <c> -->", "<![CDATA[<d>]]>", "<?p e?>", "&amp;", "\n"});
-                break;
-            case 4: out += Text(); break;
-            default:
-                if (depth < 4) out += Element(depth + 1, limit);
-                break;
-            }
-        }
-        return out;
-    }
-
-    std::string Element(int depth, std::size_t limit) {
-        const std::string name = OneOf({"a", "b", "p:a"});
-        std::string out = "<" + name;
-        if (Below(2) == 0) out += " x='" + Value(limit) + "'";
-        if (Below(4) == 0) out += "\n y = '" + Value(limit) + "'";
-        if (Below(4) == 0) return out + "/>";
-        return out + ">" + Content(depth, limit) + "</" + name + ">";
-    }
-
-    std::mt19937 random_;
-};
 
 // Resolves the reference that the reader stands on, and reads.
 bool ReadOn(XmlTextReader& reader) {

@@ -300,6 +300,28 @@ TEST(XmlTextReaderParts, OfLongValuesAreWhole) {
     }
 }
 
+// The handling may change at any time: the parts then are those of one or the other, and end.
+TEST(XmlTextReaderParts, EndAlsoWhereTheHandlingChangesInBetween) {
+    for (const auto before : {kNothing, kChars, kAll}) {
+        for (const auto after : {kNothing, kChars, kAll}) {
+            SCOPED_TRACE(std::string(XmlEntityHandling(before).ToString()) + ", then " +
+                         XmlEntityHandling(after).ToString());
+            DocumentReader reader = OnValue("a&n;&#65;&lt;&chars;b", With(before));
+            ReadToAttribute(reader);
+            const std::string node = NodeText(*reader);
+            reader->SetEntityHandling(after);
+            for (const Entities entities : {Entities::Leave, Entities::Resolve}) {
+                const std::string parts = Parts(*reader, entities);
+                EXPECT_EQ(parts.substr(0, 7), "Text \"a") << parts;
+                EXPECT_EQ(parts.substr(parts.size() - 2), "b\"") << parts;
+                EXPECT_EQ(NodeText(*reader), node);
+            }
+            reader->SetEntityHandling(before);
+            EXPECT_EQ(support::NodesFromHere(*reader), "Text \"t\"; EndElement a");
+        }
+    }
+}
+
 // What an entity's text may hold, though no document does.
 TEST(XmlTextReaderParts, RefuseWrongReferencesInAnEntitysText) {
     const struct {
