@@ -91,11 +91,10 @@ long SumAmounts(IO::Stream& stream) {
 }  // namespace
 
 int main() {
-    constexpr long kRecords = 1'000'000;
     try {
-        ExportStream picked(kRecords);
+        ExportStream picked(1'000'000);
         PrintOverdue(picked);
-        ExportStream summed(kRecords);
+        ExportStream summed(100'000);
         std::cout << SumAmounts(summed) << "\n";
     } catch (const Xml::Exception& error) {
         std::cerr << "line " << error.LineNumber() << ": " << error.What() << "\n";
