@@ -17,9 +17,8 @@
 namespace support {
 
 /// Knows what ReadInnerXml() and ReadOuterXml() return for each element of a document, and to which
-/// node they lead: the markup from ElementFinder.h, the nodes from reading without them.
-///
-/// The document holds no elements in entities that are expanded with the settings.
+/// node they lead: the markup from ElementFinder.h, the nodes from reading without them. Elements
+/// that come from entities are left out.
 class MarkupOracle {
 public:
     enum class Part { Inner, Outer };
@@ -73,23 +72,39 @@ public:
 private:
     struct Node {
         std::string text;
-        int depth;
-        std::optional<std::size_t> element;  // in elements_, of a start tag
+        std::optional<std::size_t> element;  // in elements_, of a start tag in the document itself
         std::size_t end;                     // the last node of that element
     };
 
+    // Returns where the elements of the document itself stand: read so that no entity is expanded.
+    std::vector<std::string> PlacesOfElements() const {
+        ReaderSettings settings = settings_;
+        settings.entities = Xml::XmlEntityHandling::ExpandCharEntities;
+        std::vector<std::string> places;
+        DocumentReader reader(bytes_, settings, bytesPerRead_);
+        while (reader->Read()) {
+            if (reader->NodeType() == Xml::XmlNodeType::Element) {
+                places.push_back(NodeAndPlace(*reader));
+            }
+        }
+        return places;
+    }
+
     void ListNodes() {
+        const std::vector<std::string> places = PlacesOfElements();
+        ASSERT_EQ(places.size(), elements_.size());
         DocumentReader reader(bytes_, settings_, bytesPerRead_);
         std::vector<std::size_t> open;
         std::size_t elements = 0;
         while (reader->Read()) {
             const std::size_t index = nodes_.size();
-            nodes_.push_back({NodeAndPlace(*reader), reader->Depth(), std::nullopt, index});
+            nodes_.push_back({NodeAndPlace(*reader), std::nullopt, index});
             if (reader->NodeType() == Xml::XmlNodeType::Element) {
-                ASSERT_LT(elements, elements_.size());
-                ASSERT_EQ(reader->Name(), elements_[elements].name);
-                ASSERT_EQ(reader->IsEmptyElement(), elements_[elements].isEmptyTag);
-                nodes_.back().element = elements++;
+                if (elements < places.size() && nodes_.back().text == places[elements]) {
+                    ASSERT_EQ(reader->Name(), elements_[elements].name);
+                    ASSERT_EQ(reader->IsEmptyElement(), elements_[elements].isEmptyTag);
+                    nodes_.back().element = elements++;
+                }
                 if (!reader->IsEmptyElement()) open.push_back(index);
             } else if (reader->NodeType() == Xml::XmlNodeType::EndElement) {
                 nodes_[open.back()].end = index;

@@ -160,7 +160,7 @@ ReaderSettings SettingsOf(std::size_t number) {
 
 TEST(XmlTextReaderOperationsAgreement, OnRandomDocuments) {
     RandomDocument random(20261122);
-    for (unsigned i = 0; i < 3000; ++i) {
+    for (unsigned i = 0; i < 1500; ++i) {
         std::string document = random.Write();
         if (i % 2 == 0) random.Mutate(document);
         ExpectAgreement(document, SettingsOf(i), i, static_cast<int>(2 + random.Below(1030)));
@@ -171,7 +171,7 @@ TEST(XmlTextReaderOperationsAgreement, OnRandomDocuments) {
 TEST(XmlTextReaderOperationsAgreement, OnDocumentsWithEntities) {
     EntityDocument random(20261123);
     RandomDocument mutation(20261123);
-    for (unsigned i = 0; i < 3000; ++i) {
+    for (unsigned i = 0; i < 800; ++i) {
         random.Write();
         std::string document = random.subset + random.body;
         if (i % 3 == 0) mutation.Mutate(document);
