@@ -99,6 +99,8 @@ Verdict ReadDocument(std::string_view document, Mode mode) {
     } catch (const Xml::Exception& error) {
         std::snprintf(verdict.message, sizeof verdict.message, "%s", error.What());
         verdict.line = error.LineNumber();
+    } catch (const std::exception& error) {  // no memory, for example
+        std::snprintf(verdict.message, sizeof verdict.message, "(%s)", error.what());
     }
     verdict.milliseconds = (bench::ProcessorSeconds() - start) * 1e3;
     return verdict;
@@ -200,7 +202,10 @@ int Run(const Options& options) {
             allMet = allMet && IsMet(bomb, outcome);
         }
     }
-    std::fputs(bench::FormatTable(rows, options.format).c_str(), stdout);
+    std::printf(
+        "Documents that mean endless work, and the error each has to be refused with, after "
+        "less than %.0f ms of\nprocessor time and with less than %.0f MB:\n\n%s",
+        kMostMilliseconds, kMostMegabytes, bench::FormatTable(rows, options.format).c_str());
     return options.enforce && !allMet ? kBarMissed : EXIT_SUCCESS;
 }
 
