@@ -8,7 +8,7 @@ foot. A block is far larger than what a branch predictor remembers, and repetiti
 nothing new (a longer value, another name) appears in the second half of a document, which is where
 allocations are counted.
 
-    scripts/make-corpus.py                      everything, about 400 MB
+    scripts/make-corpus.py                      everything, about 410 MB
     scripts/make-corpus.py --scale 0.02         the same shapes, fifty times smaller
     scripts/make-corpus.py --only text records  some of them
     scripts/make-corpus.py --missing            those that are not there yet
