@@ -12,18 +12,17 @@ namespace Xml::detail {
 // The value of an attribute.
 
 bool ReaderCore::ReadAttributeValue() {
-    if (parseState_ != ParseState::PsEntityReturn) {
-        if (node_.type != XmlNodeType::Attribute) return false;
-        EnterValue();
-        if (scanner_.PushedCount() == partsBase_) return ReportPart(XmlNodeType::Text);
-    }
-    if (scanner_.PushedCount() > partsBase_) {
-        try {
-            if (NextPart()) return true;
-        } catch (...) {
-            Fail();
-            throw;
+    const bool isInValue = parseState_ == ParseState::PsEntityReturn;
+    if (!isInValue && node_.type != XmlNodeType::Attribute) return false;
+    try {
+        if (!isInValue) {
+            EnterValue();
+            if (scanner_.PushedCount() == partsBase_) return ReportPart(XmlNodeType::Text);
         }
+        if (scanner_.PushedCount() > partsBase_ && NextPart()) return true;
+    } catch (...) {
+        Fail();
+        throw;
     }
     LeaveValue();
     return false;
