@@ -214,6 +214,7 @@ private:
     const astring& RawStartTag();
     astring CaptureElement(std::string_view before, bool withEndTag);
     void EnterValue();
+    void KeepPlaces();
     bool NextPart();
     bool ReportPart(XmlNodeType::XML_NODE_TYPE type);
     bool ReportPart(XmlNodeType::XML_NODE_TYPE type, std::string_view name);
