@@ -201,7 +201,7 @@ private:
     Reference TakeReference(bool isPending);
     Pass ReportEntityEnd();
     EntityRecord& FindEntity(std::string_view name) const;
-    const EntityRecord& Charge(EntityRecord& record);
+    void Charge(EntityRecord& record);
     void CheckCycle(const EntityRecord& record) const;
     void PushEntity(EntityRecord& record);
     void PopEntity();
