@@ -377,10 +377,10 @@ private:
     std::unique_ptr<EntityTable> entities_;  // null without a declaration
     std::vector<EntityRecord*> entityChain_;
     std::vector<std::string_view> waitingTexts_;  // around the text that is being expanded
-    long long expandedBytes_ = 0;  // what the references lead to
-    long long pushedBytes_ = 0;    // what has been put into the scanner
-    astring referenceName_;        // of the general reference that was scanned last
-    Place referencePlace_{0, 0};   // while it is pending
+    long long expandedBytes_ = 0;                 // what the references lead to
+    long long pushedBytes_ = 0;                   // what has been put into the scanner
+    astring referenceName_;                       // of the general reference that was scanned last
+    Place referencePlace_{0, 0};                  // while it is pending
 
     // While the value of an attribute is read part by part.
     ParseState savedParseState_ = ParseState::PsContent;
