@@ -38,6 +38,7 @@ XmlScanner::XmlScanner()
 XmlScanner::~XmlScanner() = default;
 
 void XmlScanner::SetStream(IO::Stream* stream) {
+    capturing_ = false;
     while (!saved_.empty())
         PopState();
     stream_ = stream;
@@ -54,7 +55,6 @@ void XmlScanner::SetStream(IO::Stream* stream) {
     places_.Start(window_);
     nodePlace_ = Place{0, 0};
     nodeStart_ = nullptr;
-    capturing_ = false;
     CloseWindow();
 }
 

@@ -220,6 +220,24 @@ TEST(ReaderAllocation, AFailureInAValueIsAnErrorOfTheReader) {
     EXPECT_GT(failures, 1);
 }
 
+// What was being collected in the text of an entity is not collected any more.
+TEST(ReaderAllocation, SetStreamNeedsNoMemoryBehindAnError) {
+    const std::string longText(100000, 'y');  // whose markup leaves no memory to the reader
+    const std::string document = "<!DOCTYPE a [<!ENTITY e '<b>" + std::string(500, 'x') +
+                                 "&undeclared;</b>'>]><a><c>" + longText + "</c>&e;</a>";
+    IO::MemoryStream stream(StreamOver(document));
+    IO::MemoryStream next(StreamOver("<a/>"));
+    XmlTextReader reader;
+    reader.SetStream(&stream, false);
+    reader.SetEntityHandling(Xml::XmlEntityHandling::ExpandEntities);
+    ASSERT_TRUE(reader.Read() && reader.Read() && reader.Read());
+    ASSERT_TRUE(reader.ReadInnerXml() == longText && reader.Name() == "b");
+    ASSERT_EQ(EndingOf([&] { reader.ReadInnerXml(); }), Ending::OtherError);
+    const FailingAllocation failure(1);
+    EXPECT_TRUE(reader.SetStream(&next, false));
+    EXPECT_FALSE(failure.HasFailed());
+}
+
 TEST(ReaderAllocation, CloseNeedsNoMemory) {
     for (const std::string& document : kDocuments) {
         IO::MemoryStream stream(StreamOver(document));
