@@ -308,8 +308,9 @@ int XmlScanner::NonAsciiClass(const unsigned char* at) const {
     if (length < 0) return ToInt(CharClass::Invalid);
     if (length == 0) return ToInt(CharClass::Partial);
     const int code = utf8::Combine(at, length);
-    return codec_->Kind() == CodecKind::SingleByte ? codec_->ClassOfScalar(code)
-                                                   : ClassOfScalarValue(code);
+    const CharCodec& codec = *StreamCodec();  // a pushed text has the letters of the document
+    return codec.Kind() == CodecKind::SingleByte ? codec.ClassOfScalar(code)
+                                                 : ClassOfScalarValue(code);
 }
 
 int XmlScanner::ClassAtPosition() const {
