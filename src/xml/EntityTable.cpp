@@ -29,6 +29,15 @@ void* FindIn(const Xml::HashMap& map, std::string_view key) {
 
 }  // namespace
 
+int PredefinedCharacter(std::string_view name) {
+    if (name == "amp") return '&';
+    if (name == "lt") return '<';
+    if (name == "gt") return '>';
+    if (name == "quot") return '"';
+    if (name == "apos") return '\'';
+    return 0;
+}
+
 EntityTable::EntityTable() : byKey_(kMapSize, true) {
     byKey_.SetKey(SeededHash, XmlKeyCompareBinary);
 }
@@ -64,7 +73,9 @@ EntityRecord* EntityTable::NextReference(const EntityRecord& record, std::size_t
         const std::string_view reference = text.substr(start + 1, position - start - 1);
         const std::size_t length = reference.find(';');
         if (length == std::string_view::npos) continue;  // which shows when it is expanded
-        EntityRecord* const found = FindGeneral(reference.substr(0, length));
+        const std::string_view name = reference.substr(0, length);
+        if (PredefinedCharacter(name) != 0) continue;  // whatever is declared for it
+        EntityRecord* const found = FindGeneral(name);
         if (found != nullptr) return found;
     }
     return nullptr;

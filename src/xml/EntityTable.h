@@ -15,6 +15,9 @@
 
 namespace Xml::detail {
 
+/// Returns the character of a predefined entity (XML 1.0 section 4.6); 0 for any other name.
+int PredefinedCharacter(std::string_view name);
+
 /// What a record of the table declares. Their names live side by side: a general entity, a
 /// parameter entity and a notation may all have the same name.
 enum class EntityKind : unsigned char { General, Parameter, Notation };

@@ -145,9 +145,8 @@ ReaderCore::Pass ReaderCore::Step() {
 ReaderCore::Pass ReaderCore::Start() {
     scanner_.AttachStream();
     scanner_.SetNamespaces(namespaces);
-    if (namesSplit_ != namespaces || namesOfOneByte_) names_.Clear();
+    if (namesSplit_ != namespaces || namesOfOneByte_) ForgetNames();
     namesSplit_ = namespaces;
-    namesOfOneByte_ = false;
     parseState_ = ParseState::PsProlog;
     return Pass::Repeat;
 }

@@ -163,6 +163,7 @@ private:
     void ParseDeclarationPart();
     void HandleDeclarationPart(DeclarationPart part, const astring& value);
     void SwitchEncoding(const astring& name);
+    void ForgetNames();
 
     // ReaderDoctype.cpp: the document type declaration.
     Pass ParseDoctype();
@@ -363,6 +364,7 @@ private:
     NameTable names_;
     bool namesSplit_ = true;       // the names were interned with namespaces on
     bool namesOfOneByte_ = false;  // some are names by the classes of an encoding of single bytes
+    bool namesOfUnicode_ = false;  // some are names by those of the others
     XmlName noPrefix_;             // remembers the default namespace as names do their prefix
 
     // The state machine.

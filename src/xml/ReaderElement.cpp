@@ -55,10 +55,12 @@ ReaderCore::Pass ReaderCore::ParseElement() {
 
 // Returns the object of a name that has been scanned.
 XmlName* ReaderCore::InternName(std::string_view text, int colon) {
-    // What is a letter in ISO-8859-1 need not be one elsewhere: such names end with the document.
-    if (scanner_.Codec()->Kind() == CodecKind::SingleByte) {
-        const auto isAboveAscii = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
-        if (std::any_of(text.begin(), text.end(), isAboveAscii)) namesOfOneByte_ = true;
+    // What is a letter in ISO-8859-1 need not be one elsewhere, nor the other way round: such names
+    // are forgotten before a document of the other kind.
+    const auto isAboveAscii = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
+    if (std::any_of(text.begin(), text.end(), isAboveAscii)) {
+        const bool isOfOneByte = scanner_.StreamCodec()->Kind() == CodecKind::SingleByte;
+        (isOfOneByte ? namesOfOneByte_ : namesOfUnicode_) = true;
     }
     XmlName* const name = names_.Intern(text, colon);
     if (names_.IsLarge()) asks_ |= AsksTrim;

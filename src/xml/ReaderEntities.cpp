@@ -145,15 +145,6 @@ struct StoredReference {
     std::size_t length = 0;  ///< of the reference
 };
 
-int PredefinedCharacter(std::string_view name) {
-    if (name == "amp") return '&';
-    if (name == "lt") return '<';
-    if (name == "gt") return '>';
-    if (name == "quot") return '"';
-    if (name == "apos") return '\'';
-    return 0;
-}
-
 // Returns the code that digits, with "x" before hexadecimal ones, stand for; -1 when there is none.
 int CodeOf(std::string_view digits) {
     const int base = digits.substr(0, 1) == "x" ? 16 : 10;

@@ -40,6 +40,7 @@ XmlScanner::XmlScanner()
 XmlScanner::~XmlScanner() = default;
 
 void XmlScanner::SetStream(IO::Stream* stream) {
+    capturing_ = false;
     while (!saved_.empty())
         PopState();
     stream_ = stream;
@@ -56,7 +57,6 @@ void XmlScanner::SetStream(IO::Stream* stream) {
     places_.Start(window_);
     nodePlace_ = Place{0, 0};
     nodeStart_ = nullptr;
-    capturing_ = false;
     CloseWindow();
 }
 
@@ -310,8 +310,9 @@ int XmlScanner::NonAsciiClass(const unsigned char* at) const {
     if (length < 0) return ToInt(CharClass::Invalid);
     if (length == 0) return ToInt(CharClass::Partial);
     const int code = utf8::Combine(at, length);
-    return codec_->Kind() == CodecKind::SingleByte ? codec_->ClassOfScalar(code)
-                                                   : ClassOfScalarValue(code);
+    const CharCodec& codec = *StreamCodec();  // a pushed text has the letters of the document
+    return codec.Kind() == CodecKind::SingleByte ? codec.ClassOfScalar(code)
+                                                 : ClassOfScalarValue(code);
 }
 
 int XmlScanner::ClassAtPosition() const {

@@ -39,6 +39,13 @@ const std::string kDocuments[] = {
     "<a" + Attributes(40) + "><b/></a>",
     "<a>" + std::string(5000, 't') + "<!--" + std::string(5000, 'c') + "--></a>",
     "<a><b><c><d><e><f><g><h><i/></h></g></f></e></d></c></b></a>",
+    "<!DOCTYPE root PUBLIC '-//A public identifier//' 'and-a-system-identifier' [\n"
+    "<!NOTATION a-long-name-of-a-notation SYSTEM 'a-long-system-identifier'>\n"
+    "<!ENTITY unparsed-entity-with-a-name SYSTEM 'somewhere' NDATA a-long-name-of-a-notation>\n"
+    "<!ENTITY inner-entity-with-a-name 'the text of the inner &#65;&#38;#66; of an entity'>\n"
+    "<!ENTITY outer-entity-with-a-name '<b>&inner-entity-with-a-name;</b> and more text'>]>\n"
+    "<root xmlns:p='urn:&inner-entity-with-a-name;' a='before &inner-entity-with-a-name; behind'>"
+    "before &outer-entity-with-a-name; behind &unparsed-entity-with-a-name;</root>",
 };
 
 // Reads the document and looks at everything, so that what is made late is made too. Returns the
@@ -54,6 +61,14 @@ std::size_t ReadAndLook(XmlTextReader& reader) {
             length += reader.GetAttribute(reader.Name().view()).size();
             length +=
                 reader.GetAttribute(reader.LocalName().view(), reader.NamespaceURI().view()).size();
+            while (reader.ReadAttributeValue()) {
+                length += reader.Value().size();
+                if (reader.NodeType() == Xml::XmlNodeType::EntityReference) reader.ResolveEntity();
+            }
+        }
+        if (reader.NodeType() == Xml::XmlNodeType::EntityReference &&
+            reader.Name() != "entity") {  // which is not declared
+            reader.ResolveEntity();
         }
     }
     return length;
@@ -218,6 +233,24 @@ TEST(ReaderAllocation, AFailureInAValueIsAnErrorOfTheReader) {
         EXPECT_FALSE(reader.Read());
     }
     EXPECT_GT(failures, 1);
+}
+
+// What was being collected in the text of an entity is not collected any more.
+TEST(ReaderAllocation, SetStreamNeedsNoMemoryBehindAnError) {
+    const std::string longText(100000, 'y');  // whose markup leaves no memory to the reader
+    const std::string document = "<!DOCTYPE a [<!ENTITY e '<b>" + std::string(500, 'x') +
+                                 "&undeclared;</b>'>]><a><c>" + longText + "</c>&e;</a>";
+    IO::MemoryStream stream(StreamOver(document));
+    IO::MemoryStream next(StreamOver("<a/>"));
+    XmlTextReader reader;
+    reader.SetStream(&stream, false);
+    reader.SetEntityHandling(Xml::XmlEntityHandling::ExpandEntities);
+    ASSERT_TRUE(reader.Read() && reader.Read() && reader.Read());
+    ASSERT_TRUE(reader.ReadInnerXml() == longText && reader.Name() == "b");
+    ASSERT_EQ(EndingOf([&] { reader.ReadInnerXml(); }), Ending::OtherError);
+    const FailingAllocation failure(1);
+    EXPECT_TRUE(reader.SetStream(&next, false));
+    EXPECT_FALSE(failure.HasFailed());
 }
 
 TEST(ReaderAllocation, CloseNeedsNoMemory) {
