@@ -165,7 +165,9 @@ TEST(Check, ColumnsCountEveryCharacterBeforeTheError) {
         "<!DOCTYPE a SYSTEM 'a:b'>",
         "<!DOCTYPE a [<!ELEMENT p:b ANY>]>",
         "<!DOCTYPE a [<!ENTITY p:b 'x:y'>]>",
-        "<!DOCTYPE a [<!NOTATION p:n SYSTEM 'x:y'>]>",
+        "<!DOCTYPE a [<!ENTITY b 'x:y&p:c;:'>]>",
+        "<!DOCTYPE a [<!ENTITY p:b SYSTEM '&p:c;'><!ENTITY % p:b 'c'>]>",
+        "<!DOCTYPE a [<!NOTATION n SYSTEM 'x:y'><!ENTITY p:b SYSTEM 'x:y' NDATA n>]>",
         "<!DOCTYPE a [<!ATTLIST p:b x:y CDATA #IMPLIED>]>",
         "<!DOCTYPE a [<?p:i x:y?><!-- x:y -->]>",
         "<?i x:y?>",
@@ -173,6 +175,8 @@ TEST(Check, ColumnsCountEveryCharacterBeforeTheError) {
         "<p:a><p:b/></p:a>",
         "<p:a p:b='x:y' xmlns:p = 'u:v' p:c=\"x:y\"></p:a >",
         "<a>x:y<![CDATA[x:y]]>&#58;:</a>",
+        "<a b='&p:c;'/>",
+        "<a>&p:b;</a>",
     };
     for (const std::string& before : kBefore) {
         SCOPED_TRACE(before);
@@ -186,6 +190,13 @@ TEST(Check, ColumnsCountEveryCharacterBeforeTheError) {
     }
     const ProgramResult reference = RunProgram({"check"}, "<!DOCTYPE a SYSTEM 'x'><a>&p:e;x:y</b>");
     EXPECT_TRUE(reference.errors.starts_with("<stdin>:1:38: error: End tag")) << reference.errors;
+}
+
+TEST(Check, ColumnsCountTheColonThatIsTheError) {
+    EXPECT_EQ(RunProgram({"check"}, "<!DOCTYPE a [<!NOTATION p:n SYSTEM 'x'>]><a/>").errors,
+              "<stdin>:1:28: error: Colon not allowed in NOTATION name\n"
+              "    1 | <!DOCTYPE a [<!NOTATION p:n SYSTEM 'x'>]><a/>\n"
+              "      |                            ^\n");
 }
 
 TEST(Check, SaysTheSameOfFilesAndOfStandardInput) {

@@ -91,6 +91,8 @@ std::string_view ConstructName(Construct construct) {
     case Construct::CData: return "the CDATA section";
     case Construct::ProcessingInstruction: return "the processing instruction";
     case Construct::DocumentType: return "the document type";
+    case Construct::Declaration: return "the declaration";
+    case Construct::Literal: return "the literal";
     }
     return {};
 }
