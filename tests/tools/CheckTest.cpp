@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
+#include "tools/ManyRecords.h"
 #include "tools/RunProgram.h"
+#include "tools/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <unistd.h>
 
 namespace {
 
@@ -14,67 +15,11 @@ namespace fs = std::filesystem;
 
 const std::string kSamples = ESPALIER_SAMPLES;
 
-// A directory of its own for a test, gone afterwards.
-class TemporaryDirectory {
-public:
-    TemporaryDirectory() {
-        std::string pattern = (fs::temp_directory_path() / "espalier-XXXXXX").string();
-        path_ = ::mkdtemp(pattern.data());
-        fs::permissions(path_, fs::perms::all);
-    }
-    ~TemporaryDirectory() { fs::remove_all(path_); }
-
-    std::string Write(const char* name, const std::string& content) const {
-        std::ofstream(path_ / name, std::ios::binary) << content;
-        return (path_ / name).string();
-    }
-
-    const fs::path& Path() const { return path_; }
-
-private:
-    fs::path path_;
-};
-
 std::string Utf16(std::string_view ascii) {
     std::string text = "\xFF\xFE";
     for (const char byte : ascii)
         text.append({byte, '\0'});
     return text;
-}
-
-// A piece of a document of records, long enough to be worth a call.
-std::string Records() {
-    std::string piece;
-    while (piece.size() < 60000) {
-        piece += "  <r:record r:id=\"4711\" kind='x'>text &amp; more<!-- note --></r:record>\n";
-    }
-    return piece;
-}
-
-constexpr long kPeakKilobytes = 10 * 1024;
-
-// Sanitizers keep memory of their own beside the program's.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kMeasuresMemory = false;
-#elif defined(__has_feature)
-constexpr bool kMeasuresMemory = !__has_feature(address_sanitizer);
-#else
-constexpr bool kMeasuresMemory = true;
-#endif
-
-// Delivers a document of about `size` bytes.
-std::function<std::string()> ManyRecords(std::size_t size, std::string end) {
-    return [size, end, piece = Records(), sent = std::size_t{0}]() mutable {
-        if (sent == 0) {
-            sent = 1;
-            return std::string("<r:all xmlns:r='urn:records'>\n");
-        }
-        if (sent < size) {
-            sent += piece.size();
-            return piece;
-        }
-        return std::exchange(end, std::string());
-    };
 }
 
 }  // namespace
