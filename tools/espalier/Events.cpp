@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "Choice.h"
 #include "Document.h"
 #include "Escape.h"
 #include "NodeWriter.h"
 #include "Verb.h"
 
 #include <CLI/CLI.hpp>
-
-#include <map>
 
 namespace Tool {
 
@@ -37,19 +36,17 @@ public:
         app.add_option("--entities", entities_,
                        "references to expand: nothing, char (default), all")
             ->option_text("WHICH")
-            ->transform(CLI::Transformer(std::map<std::string, Entities>{
-                {"nothing", Xml::XmlEntityHandling::ExpandNothing},
-                {"char", Xml::XmlEntityHandling::ExpandCharEntities},
-                {"all", Xml::XmlEntityHandling::ExpandEntities}}));
+            ->transform(OneOf<Entities>({{"nothing", Xml::XmlEntityHandling::ExpandNothing},
+                                         {"char", Xml::XmlEntityHandling::ExpandCharEntities},
+                                         {"all", Xml::XmlEntityHandling::ExpandEntities}}));
         app.add_flag("--no-namespaces", noNamespaces_, "do not split names at their colons");
         app.add_flag("--normalize", normalize_, "turn CR LF and CR into LF, in attributes a blank");
         app.add_option("--whitespace", whitespace_,
                        "white space to show: all (default), significant, none")
             ->option_text("WHICH")
-            ->transform(CLI::Transformer(std::map<std::string, Whitespace>{
-                {"all", Xml::XmlTextReader::WsAll},
-                {"significant", Xml::XmlTextReader::WsSignificant},
-                {"none", Xml::XmlTextReader::WsNone}}));
+            ->transform(OneOf<Whitespace>({{"all", Xml::XmlTextReader::WsAll},
+                                           {"significant", Xml::XmlTextReader::WsSignificant},
+                                           {"none", Xml::XmlTextReader::WsNone}}));
     }
 
     ExitCode Run(Context& context) override {
