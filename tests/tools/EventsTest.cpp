@@ -76,7 +76,7 @@ TEST(Events, EverySampleIsJsonWithAsManyNodesAsText) {
             EXPECT_TRUE(JsonCheck(line).IsValue()) << line;
         ++count;
     }
-    EXPECT_EQ(count, 7U);
+    EXPECT_EQ(count, 8U);
 }
 
 TEST(Events, EntitiesAreLeftReportedOrExpanded) {
