@@ -165,8 +165,8 @@ std::vector<std::string> ColonDocuments() {
         "a [<!ENTITY b\"&p:c;\"><!ENTITY % b\"&p:c;\">]",
         "a [<!ENTITY % p:b '<p:c d:e=\"f\">'><!ENTITY %\np:c SYSTEM '&x:y;'>]",
         "a [<!ENTITY p:b SYSTEM '&p:c;' ><!ENTITY b PUBLIC 'x:y' \"&p:c;\" >]",
-        "a [<!NOTATION n SYSTEM 'x:y'><!NOTATION m PUBLIC '-//x:y' '&p:c;'>"
-        "<!NOTATION o PUBLIC 'x:y'><!ENTITY p:b SYSTEM 'x:y' NDATA n>]",
+        "a [<!NOTATION m PUBLIC '-//x:y' '&p:c;'><!NOTATION o PUBLIC 'x:y'>]",
+        "a [<!NOTATION n SYSTEM 'x:y'><!ENTITY p:b SYSTEM 'x:y' NDATA n>]",
         "a [<!ELEMENT p:b (p:c|p:d)*><!ATTLIST p:b x:y CDATA '&p:c;' e:f NOTATION (g:h) ':'>]",
         "a [<!p:q x:y '>' [<p:r s:t='u'>]>]",
         "a [<!x$p:q r:s><!9:b c:d><!-p:q r:s><!ELEMENT(p:a)>]",
