@@ -161,7 +161,7 @@ void Document::Follow() {
 // XML 1.0 section 4.1, Entity Declared: only where all declarations have been read, a reference to
 // an entity without one is an error.
 void Document::FollowDocumentType() {
-    declaresEntities_ = !reader_.Value().empty();
+    declaresEntities_ = reader_.Value().find("<!ENTITY") != astring::npos;
     if (!expandsDeclared_ || isStandalone_) return;
     const bool isElsewhere = reader_.HasAttributes() || RefersToDeclarations(reader_.Value());
     if (isElsewhere) reader_.SetEntityHandling(Xml::XmlEntityHandling::ExpandCharEntities);
@@ -189,17 +189,17 @@ ExitCode Document::Explain(const Xml::Exception& error) {
         return input_.Failed() ? ExitCode::InputOutput : CodeOf(error);
     }
     NoteEncoding();
-    const std::optional<TracedReference> reference = Trace(error);
+    const auto [reference, isUnsure] = TraceError(error);
     const bool isAtDeclaration = error.What() == kCyclicEntity;
     if (reference && !isAtDeclaration) {
-        ExplainAt(
-            reference->place,
-            fmt::format("{} (in the text of the entity '{}')", text, OneLine(reference->name)),
-            Find(reference->place, ColumnCount::Reader));
+        const std::string name = OneLine(reference->name);
+        ExplainAt(reference->place, fmt::format("{} (in the text of the entity '{}')", text, name),
+                  Find(reference->place, ColumnCount::Reader));
         return CodeOf(error);
     }
     const Place place{error.LineNumber(), error.LinePos()};
-    const Excerpt excerpt = Find(place, ColumnCount::Reader);
+    Excerpt excerpt = Find(place, ColumnCount::Reader);
+    excerpt.isUnsure = isUnsure && !isAtDeclaration;
     ExplainAt(place, text, excerpt);
     if (reference) {
         Note(Find(reference->place, ColumnCount::Reader), reference->place,
@@ -210,22 +210,24 @@ ExitCode Document::Explain(const Xml::Exception& error) {
     return CodeOf(error);
 }
 
-// Returns the reference in the document that an error in the text of an entity comes from.
-std::optional<TracedReference> Document::Trace(const Xml::Exception& error) {
+Document::Trace Document::TraceError(const Xml::Exception& error) {
     const bool expands = reader_.EntityHandling() == Xml::XmlEntityHandling::ExpandEntities;
-    if (!expands || !declaresEntities_) return std::nullopt;
+    if (!expands || !declaresEntities_) return {};
     try {
-        const std::unique_ptr<IO::Stream> stream = input_.Reopen();
-        if (stream == nullptr) return std::nullopt;
-        return TraceErrorToReference(error, *stream, reader_.Namespaces());
+        const std::unique_ptr<IO::Stream> again = input_.Reopen();
+        if (again != nullptr) {
+            return {TraceErrorToReference(error, *again, reader_.Namespaces()), false};
+        }
     } catch (const Xml::Exception&) {
-        return std::nullopt;  // the file is gone
+        // The file is gone or cannot be read twice.
     }
+    return {std::nullopt, true};
 }
 
 void Document::ExplainAt(Place place, std::string_view text, const Excerpt& excerpt) {
     const Console& console = context_.console;
-    const Place shown = excerpt.found && !excerpt.isBehind ? excerpt.place : place;
+    const Place shown =
+        excerpt.found && !excerpt.isBehind && !excerpt.isUnsure ? excerpt.place : place;
     const std::string where =
         fmt::format("{}:{}:{}", input_.DisplayName(), shown.line, shown.column);
     context_.console.Write(Headline(console, where, Severity::Error, text) +
@@ -244,7 +246,7 @@ void Document::ExplainOtherEnd(const Xml::Exception& error, const Excerpt& excer
     } else if (message == kSecondRoot) {
         Note(Find(root_, ColumnCount::Reader), root_, "the first root element is here");
     } else if (IsAboutMissingEnd(message) && excerpt.found && !excerpt.isBehind &&
-               excerpt.inside != Construct::None) {
+               !excerpt.isUnsure && excerpt.inside != Construct::None) {
         const Place since = excerpt.insideSince;
         Note(Find(since, ColumnCount::People), since,
              fmt::format("{} begins here", ConstructName(excerpt.inside)));

@@ -67,7 +67,13 @@ private:
     void Follow();
     void FollowElement();
     void FollowDocumentType();
-    std::optional<TracedReference> Trace(const Xml::Exception& error);
+    // What is known about where an error is.
+    struct Trace {
+        std::optional<TracedReference> reference;  // the one that it comes from, if any
+        bool isUnsure = false;                     // nobody can tell whether there is one
+    };
+
+    Trace TraceError(const Xml::Exception& error);
     void ExplainAt(Place place, std::string_view text, const Excerpt& excerpt);
     Excerpt Find(Place place, ColumnCount count);
     void ExplainOtherEnd(const Xml::Exception& error, const Excerpt& excerpt);
@@ -83,7 +89,7 @@ private:
     bool rootSeen_ = false;
     bool expandsDeclared_ = false;   // references are let pass when others may be declared
     bool isStandalone_ = false;      // it says that there are no others
-    bool declaresEntities_ = false;  // it has an internal subset, so it may
+    bool declaresEntities_ = false;  // it may, in its internal subset
 };
 
 /// Writes that the document `name` could not be opened.

@@ -210,7 +210,7 @@ std::string ShowExcerpt(const Excerpt& excerpt, std::string_view caretStart,
         line += glyph.text;
     if (cutAfter) line += "...";
     const std::string number = fmt::format("{:5}", excerpt.place.line);
-    if (excerpt.isBehind) return fmt::format("{} | {}\n", number, line);
+    if (excerpt.isBehind || excerpt.isUnsure) return fmt::format("{} | {}\n", number, line);
     return fmt::format("{} | {}\n{:{}} | {}{}^{}\n", number, line, "", number.size(), indent,
                        caretStart, caretEnd);
 }
