@@ -9,8 +9,8 @@
 #include "xml/Messages.h"
 #include "xml/ReaderCore.h"
 
-#include <algorithm>  // std::min
 #include <cstring>
+#include <utility>  // std::exchange
 
 namespace Xml {
 
@@ -143,19 +143,24 @@ astring XmlTextReader::ReadElementString() {
 
 int XmlTextReader::ReadChars(char* buffer, int index, int count, unsigned /*reserved*/) {
     if (buffer == nullptr || index < 0 || count <= 0) return 0;
-    if (node_.type == XmlNodeType::Element && !IsEmptyElement()) Read();
+    if (node_.type == XmlNodeType::Element) {
+        // The element may be the one that ended a text, which 0 has yet to tell.
+        if (std::exchange(node_.charsRead, 0) != 0 || IsEmptyElement()) return 0;
+        Read();
+    }
     int copied = 0;
     for (;;) {
         if (IsCharacterData(node_.type)) {
-            const auto rest = Value().view().substr(static_cast<std::size_t>(node_.charsRead));
+            const auto rest = Value().view().substr(node_.charsRead);
             const std::size_t length =
                 WholeCharacters(rest, static_cast<std::size_t>(count - copied));
             std::memcpy(buffer + index + copied, rest.data(), length);
             copied += static_cast<int>(length);
-            node_.charsRead += static_cast<int>(length);
+            node_.charsRead += length;
             if (length < rest.size()) return copied;
         } else if (node_.type != XmlNodeType::Comment &&
                    node_.type != XmlNodeType::ProcessingInstruction) {
+            if (node_.type == XmlNodeType::Element && copied > 0) node_.charsRead = 1;
             return copied;
         }
         if (!Read()) return copied;
@@ -166,10 +171,13 @@ int XmlTextReader::ReadChars(char* buffer, int index, int count, unsigned /*rese
 
 void XmlTextReader::Skip() {
     MoveToElement();
-    const int depth = node_.depth;
-    bool isRead = Read();
-    while (isRead && node_.depth > depth)
-        isRead = Read();
+    if (node_.type == XmlNodeType::Element && !IsEmptyElement()) {
+        core_->ReadToEndTag();
+    } else {
+        const int depth = node_.depth;
+        while (Read() && node_.depth > depth) {
+        }
+    }
     if (node_.type != XmlNodeType::EndElement) return;
     Read();
     MoveToContent();
@@ -185,30 +193,24 @@ astring XmlTextReader::ReadInnerXml() {
     if (core_->readState != Interactive) return {};
     if (node_.type == XmlNodeType::Attribute) return Value();
     astring markup;
-    if (node_.type == XmlNodeType::Element && !IsEmptyElement()) {
-        core_->CaptureElement(markup, false);
-    }
+    if (node_.type == XmlNodeType::Element && !IsEmptyElement()) markup = core_->InnerXml();
     Read();
     return markup;
 }
 
 astring XmlTextReader::ReadOuterXml() {
     if (core_->readState != Interactive) return {};
-    if (node_.type == XmlNodeType::Attribute) {
-        const char quote = QuoteChar();
-        astring markup = Name();
-        markup += '=';
-        markup += quote;
-        markup += Value();
-        markup += quote;
-        return markup;
-    }
+    if (node_.type == XmlNodeType::Attribute) return AttributeMarkup();
     astring markup;
-    if (node_.type == XmlNodeType::Element) {
-        markup = core_->RawStartTag();
-        if (!IsEmptyElement()) core_->CaptureElement(markup, true);
-    }
+    if (node_.type == XmlNodeType::Element) markup = core_->OuterXml(IsEmptyElement());
     Read();
+    return markup;
+}
+
+astring XmlTextReader::AttributeMarkup() const {
+    astring markup = Name() + '=' + QuoteChar();
+    markup += Value();
+    markup += QuoteChar();
     return markup;
 }
 
