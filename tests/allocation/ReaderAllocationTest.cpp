@@ -15,6 +15,7 @@
 
 namespace {
 
+using Xml::XmlEntityHandling;
 using Xml::XmlTextReader;
 
 // How a run ended.
@@ -31,7 +32,7 @@ std::string Attributes(int count) {
 // Documents that together need every kind of memory a reader asks for.
 const std::string kDocuments[] = {
     "<?xml version='1.0' encoding='ISO-8859-1' standalone='yes'?>\n"
-    "<!DOCTYPE root-element SYSTEM 'x' [<!ELEMENT a ANY>]>\n"
+    "<!DOCTYPE root-element SYSTEM 'x' [<!ELEMENT a ANY><!ENTITY entity 'text of an entity'>]>\n"
     "<root-element xmlns='urn:default-namespace-of-this' xmlns:p='urn:p' xml:lang='en-GB-oed'>"
     "<p:child x='1' p:x='&lt;&#65;\r\n' xml:space='preserve'>  text of some length &amp; more \r\n"
     "&entity;<!-- a comment that is long enough --><?target with some data in it?>"
@@ -39,7 +40,24 @@ const std::string kDocuments[] = {
     "<a" + Attributes(40) + "><b/></a>",
     "<a>" + std::string(5000, 't') + "<!--" + std::string(5000, 'c') + "--></a>",
     "<a><b><c><d><e><f><g><h><i/></h></g></f></e></d></c></b></a>",
+    "<!DOCTYPE a PUBLIC '-//some public identifier//' 'and a system identifier' [\n"
+    "<!NOTATION notation PUBLIC 'a public identifier alone'>"
+    "<!ENTITY unparsed SYSTEM 'a system identifier' NDATA notation><!ENTITY % parameter 'text'>"
+    "<!ENTITY text 'some text with &inner; in it &#38;#65;&lt;'><!ENTITY inner 'an inner text'>"
+    "<!ENTITY markup '<b x=\"&text;&text;\">&text;<c/>&inner;</b>'>]>"
+    "<a y='a value with &text; in it and &inner; &unparsed;' xmlns='urn:&inner;'>"
+    "&text; &markup; &unparsed; &markup;</a>",
 };
+
+// Steps through the value of the current attribute and resolves what it refers to.
+std::size_t LookAtParts(XmlTextReader& reader) {
+    std::size_t length = 0;
+    while (reader.ReadAttributeValue()) {
+        length += reader.Name().size() + reader.Value().size();
+        if (reader.NodeType() == Xml::XmlNodeType::EntityReference) reader.ResolveEntity();
+    }
+    return length;
+}
 
 // Reads the document and looks at everything, so that what is made late is made too. Returns the
 // length of all that it saw.
@@ -54,7 +72,9 @@ std::size_t ReadAndLook(XmlTextReader& reader) {
             length += reader.GetAttribute(reader.Name().view()).size();
             length +=
                 reader.GetAttribute(reader.LocalName().view(), reader.NamespaceURI().view()).size();
+            length += LookAtParts(reader);
         }
+        if (reader.NodeType() == Xml::XmlNodeType::EntityReference) reader.ResolveEntity();
     }
     return length;
 }
@@ -77,13 +97,16 @@ IO::MemoryStream StreamOver(const std::string& document) {
                             static_cast<long>(document.size()));
 }
 
-// Makes a reader, reads, closes and destroys it.
+// Makes a reader, reads, closes and destroys it. All entities are expanded with normalization, and
+// resolved without.
 Ending ReadOnce(const std::string& document, bool normalization, std::size_t* length) {
     return EndingOf([&] {
         IO::MemoryStream stream(StreamOver(document));
         XmlTextReader reader;
         reader.SetStream(&stream, false);
         reader.SetNormalization(normalization);
+        reader.SetEntityHandling(normalization ? XmlEntityHandling::ExpandEntities
+                                               : XmlEntityHandling::ExpandCharEntities);
         *length = ReadAndLook(reader);
     });
 }
