@@ -165,6 +165,40 @@ TEST(XmlTextReaderDoctype, EndsOfTheInput) {
     ExpectRefusals(kRefusals, {}, Cause::End);
 }
 
+// Declarations of elements and attributes are skipped by nesting alone.
+TEST(XmlTextReaderDoctype, EveryCharacterInASkippedDeclaration) {
+    const std::string special = "<>[]\"'%";  // nest, quote or refer
+    for (char character = ' '; character <= '~'; ++character) {
+        if (special.find(character) != std::string::npos) continue;
+        for (const std::string& text : {std::string(1, character), std::string(2, character),
+                                        std::string("a") + character + "b"}) {
+            for (const char* keyword : {"ELEMENT", "ATTLIST", "FOO"}) {
+                const std::string document = "<!DOCTYPE a [<!" + std::string(keyword) + " a " +
+                                             text + " ><!ENTITY e 'x'>]><a>&e;</a>";
+                for (const int bytesPerRead : {0, 1}) {
+                    EXPECT_EQ(ErrorOf(document, bytesPerRead), "") << document;
+                }
+            }
+        }
+    }
+}
+
+TEST(XmlTextReaderDoctype, DeclarationsAsTheyAreWritten) {
+    const std::string subset =
+        "\n<!ELEMENT a EMPTY><!ELEMENT b ANY><!ELEMENT c (#PCDATA)>"
+        "<!ELEMENT p:d (a?,(b|c)+,d*)*><!ELEMENT e (#PCDATA|a|b)*>"
+        "<!ATTLIST a\n  id ID #REQUIRED\n  x:y (yes|no|1st) 'yes'\n  z CDATA #FIXED \"100% <&>\"\n"
+        "  n NOTATION (m|n) #IMPLIED w NMTOKENS #IMPLIED>"
+        "<!ATTLIST b><!-- <!ELEMENT --><?a <!ELEMENT ?>\n";
+    for (const int bytesPerRead : {0, 1, 2, 3, 7}) {
+        DocumentReader reader("<!DOCTYPE a [" + subset + "]><a/>", {}, bytesPerRead);
+        reader.ReadNodes(1);
+        EXPECT_EQ(reader->Value(), subset);
+        reader.ReadNodes(1);
+        EXPECT_EQ(reader->AttributeCount(), 0);
+    }
+}
+
 TEST(XmlTextReaderDoctype, EveryTruncationIsRefused) {
     const std::string document =
         "<!DOCTYPE a PUBLIC 'p' \"s\" [\n<!ELEMENT a (b|c)*> %p;<!ATTLIST a x CDATA '>'>\n"

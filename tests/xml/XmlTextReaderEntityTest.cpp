@@ -138,6 +138,39 @@ TEST(XmlTextReaderEntity, ReferencesThatComeAboutByExpansionAreChecked) {
     ExpectRefusals(kRefusals, Expanding());
 }
 
+TEST(XmlTextReaderEntity, TheRulesOfContentHoldInTheTextOfMarkup) {
+    const Refusal kRefusals[] = {
+        {"<!DOCTYPE a [<!ENTITY e '<b/>x]]>'>]>\n<a>&e;</a>", "Unexpected token", "]]>", 2, 15,
+         "end of a section"},
+        {"<!DOCTYPE a [<!ENTITY e '<b/><?xml version=\"1.0\"?>'>]>\n<a>&e;</a>",
+         "Unexpected xml declaration", "", 2, 16, "declaration"},
+        {"<!DOCTYPE a [<!ENTITY e '<b x=\"1\" x=\"2\"/>'>]>\n<a>&e;</a>", "Duplicate attribute", "",
+         2, 16, "attribute"},
+        {"<!DOCTYPE a [<!ENTITY e '<b><1/></b>'>]>\n<a>&e;</a>",
+         "Syntax error: Expected element name", "", 2, kAny, "digit"},
+        {"<!DOCTYPE a [<!ENTITY e '<b><!--x--y--></b>'>]>\n<a>&e;</a>",
+         "XML comments may not contain '--'", "", 2, 17, "hyphens"},
+        {"<!DOCTYPE a [<!ENTITY e '<b>\n<?XML x?></b>'>]>\n<a>&e;</a>", "Invalid PI Name", "", 4, 6,
+         "reserved target on the entity's second line"},
+        {"<!DOCTYPE a [<!ENTITY e '<'>]>\n<a>&e;b></a>", "Unexpected end of file", "", 2, 8,
+         "tag that begins in an entity"},
+        {"<!DOCTYPE a [<!ENTITY e '<![CDATA[x]]'>]>\n<a>&e;></a>",
+         "Unexpected end of file while scanning for ']]>'", "", 2, 19, "section without its end"},
+        {"<!DOCTYPE a [<!ENTITY e '<?p x'>]>\n<a>&e;?></a>",
+         "Unexpected end of file while looking for '?>'", "", 2, 12, "instruction without its end"},
+    };
+    ExpectRefusals(kRefusals, Expanding());
+    ExpectRefusals(kRefusals, Resolving());
+}
+
+TEST(XmlTextReaderEntity, BracketsOfTwoTextsAreNoEndOfASection) {
+    DocumentReader reader(
+        Document("<!ENTITY e ']]'><!ENTITY f ']]>'><!ENTITY g '>'>", "&e;> ]&e;> &f; ]]&g;"),
+        Expanding());
+    reader.ReadNodes(3);
+    EXPECT_EQ(reader->Value(), "]]> ]]]> ]]> ]]>");
+}
+
 TEST(XmlTextReaderEntity, ResolveEntityStandsOnAReference) {
     DocumentReader reader(Document("<!ENTITY e 'x'>", "t<b y='z'/>&e;"));
     const auto expectMisuse = [&] {
