@@ -6,6 +6,7 @@
 #include "xml/SeededHash.h"
 
 #include <algorithm>  // std::max
+#include <cstring>
 #include <limits>
 #include <vector>
 
@@ -27,6 +28,15 @@ void* FindIn(const Xml::HashMap& map, std::string_view key) {
 }
 
 }  // namespace
+
+int PredefinedCharacter(std::string_view name) {
+    if (name == "amp") return '&';
+    if (name == "lt") return '<';
+    if (name == "gt") return '>';
+    if (name == "quot") return '"';
+    if (name == "apos") return '\'';
+    return 0;
+}
 
 EntityTable::EntityTable() : byKey_(kMapSize, true) {
     byKey_.SetKey(SeededHash, XmlKeyCompareBinary);
@@ -63,7 +73,9 @@ EntityRecord* EntityTable::NextReference(const EntityRecord& record, std::size_t
         const std::string_view reference = text.substr(start + 1, position - start - 1);
         const std::size_t length = reference.find(';');
         if (length == std::string_view::npos) continue;  // which shows when it is expanded
-        EntityRecord* const found = FindGeneral(reference.substr(0, length));
+        const std::string_view name = reference.substr(0, length);
+        if (PredefinedCharacter(name) != 0) continue;  // whatever is declared for it
+        EntityRecord* const found = FindGeneral(name);
         if (found != nullptr) return found;
     }
     return nullptr;
@@ -74,6 +86,16 @@ void EntityTable::AddMeasures(EntityRecord& record, const EntityRecord& inner) {
     record.isMarkup = record.isMarkup || inner.isMarkup;
     record.nesting = std::max(record.nesting, inner.nesting + 1);
     record.cost = std::min(kMost, record.cost + inner.cost);
+}
+
+void EntityTable::NotePlain(const EntityRecord& record) {
+    const std::size_t length = record.name.length();
+    if (length > PackedName::kMostBytes || record.name.find(':') != astring::npos) return;
+    if (record.isMarkup || record.text.empty() || record.text.find('&') != astring::npos) return;
+    unsigned char bytes[PackedName::kMostBytes] = {};
+    std::memcpy(bytes, record.name.data(), length);
+    const PackedName name = LoadName(bytes);
+    plain_[SlotOf(name)] = {name, &record};
 }
 
 // Goes through the entities depth first, on a stack of its own: who writes the document says how
@@ -96,6 +118,7 @@ const EntityRecord& EntityTable::Measure(EntityRecord& record) {
         EntityRecord* const inner = NextReference(current, frames.back().position);
         if (inner == nullptr) {
             current.measured = EntityRecord::Measured::Yes;
+            NotePlain(current);
             frames.pop_back();
             if (!frames.empty()) AddMeasures(*frames.back().record, current);
         } else if (inner->measured == EntityRecord::Measured::No) {

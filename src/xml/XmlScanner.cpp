@@ -33,11 +33,14 @@ XmlScanner::XmlScanner()
     : windowStore_(std::make_unique<unsigned char[]>(1 + kWindowSize + 1 + kScanPadding)),
       window_(windowStore_.get() + 1),
       position_(window_),
-      dataEnd_(window_) {}
+      dataEnd_(window_) {
+    captured_.reserve(2 * kBufferSize);  // most tags that the window cuts are shorter
+}
 
 XmlScanner::~XmlScanner() = default;
 
 void XmlScanner::SetStream(IO::Stream* stream) {
+    capturing_ = false;
     while (!saved_.empty())
         PopState();
     stream_ = stream;
@@ -54,7 +57,6 @@ void XmlScanner::SetStream(IO::Stream* stream) {
     places_.Start(window_);
     nodePlace_ = Place{0, 0};
     nodeStart_ = nullptr;
-    capturing_ = false;
     CloseWindow();
 }
 
@@ -308,8 +310,9 @@ int XmlScanner::NonAsciiClass(const unsigned char* at) const {
     if (length < 0) return ToInt(CharClass::Invalid);
     if (length == 0) return ToInt(CharClass::Partial);
     const int code = utf8::Combine(at, length);
-    return codec_->Kind() == CodecKind::SingleByte ? codec_->ClassOfScalar(code)
-                                                   : ClassOfScalarValue(code);
+    const CharCodec& codec = *StreamCodec();  // a pushed text has the letters of the document
+    return codec.Kind() == CodecKind::SingleByte ? codec.ClassOfScalar(code)
+                                                 : ClassOfScalarValue(code);
 }
 
 int XmlScanner::ClassAtPosition() const {
@@ -468,10 +471,14 @@ void XmlScanner::TakeLongNamePart(std::size_t& taken) {
 // Raw capture.
 
 void XmlScanner::StartCapture(std::string_view before) {
+    captured_ = before;
+    ResumeCapture();
+}
+
+void XmlScanner::ResumeCapture() {
     capturing_ = true;
     captureLevel_ = saved_.size();
     captureFrom_ = position_;
-    captured_ = before;
 }
 
 // Collects what lies before the position; what is pushed on top of it does not count.

@@ -40,24 +40,14 @@ const std::string kDocuments[] = {
     "<a" + Attributes(40) + "><b/></a>",
     "<a>" + std::string(5000, 't') + "<!--" + std::string(5000, 'c') + "--></a>",
     "<a><b><c><d><e><f><g><h><i/></h></g></f></e></d></c></b></a>",
-    "<!DOCTYPE a PUBLIC '-//some public identifier//' 'and a system identifier' [\n"
-    "<!NOTATION notation PUBLIC 'a public identifier alone'>"
-    "<!ENTITY unparsed SYSTEM 'a system identifier' NDATA notation><!ENTITY % parameter 'text'>"
-    "<!ENTITY text 'some text with &inner; in it &#38;#65;&lt;'><!ENTITY inner 'an inner text'>"
-    "<!ENTITY markup '<b x=\"&text;&text;\">&text;<c/>&inner;</b>'>]>"
-    "<a y='a value with &text; in it and &inner; &unparsed;' xmlns='urn:&inner;'>"
-    "&text; &markup; &unparsed; &markup;</a>",
+    "<!DOCTYPE root PUBLIC '-//A public identifier//' 'and-a-system-identifier' [\n"
+    "<!NOTATION a-long-name-of-a-notation SYSTEM 'a-long-system-identifier'>\n"
+    "<!ENTITY unparsed-entity-with-a-name SYSTEM 'somewhere' NDATA a-long-name-of-a-notation>\n"
+    "<!ENTITY inner-entity-with-a-name 'the text of the inner &#65;&#38;#66; of an entity'>\n"
+    "<!ENTITY outer-entity-with-a-name '<b>&inner-entity-with-a-name;</b> and more text'>]>\n"
+    "<root xmlns:p='urn:&inner-entity-with-a-name;' a='before &inner-entity-with-a-name; behind'>"
+    "before &outer-entity-with-a-name; behind &unparsed-entity-with-a-name;</root>",
 };
-
-// Steps through the value of the current attribute and resolves what it refers to.
-std::size_t LookAtParts(XmlTextReader& reader) {
-    std::size_t length = 0;
-    while (reader.ReadAttributeValue()) {
-        length += reader.Name().size() + reader.Value().size();
-        if (reader.NodeType() == Xml::XmlNodeType::EntityReference) reader.ResolveEntity();
-    }
-    return length;
-}
 
 // Reads the document and looks at everything, so that what is made late is made too. Returns the
 // length of all that it saw.
@@ -72,7 +62,10 @@ std::size_t ReadAndLook(XmlTextReader& reader) {
             length += reader.GetAttribute(reader.Name().view()).size();
             length +=
                 reader.GetAttribute(reader.LocalName().view(), reader.NamespaceURI().view()).size();
-            length += LookAtParts(reader);
+            while (reader.ReadAttributeValue()) {
+                length += reader.Value().size();
+                if (reader.NodeType() == Xml::XmlNodeType::EntityReference) reader.ResolveEntity();
+            }
         }
         if (reader.NodeType() == Xml::XmlNodeType::EntityReference) reader.ResolveEntity();
     }
@@ -97,8 +90,8 @@ IO::MemoryStream StreamOver(const std::string& document) {
                             static_cast<long>(document.size()));
 }
 
-// Makes a reader, reads, closes and destroys it. All entities are expanded with normalization, and
-// resolved without.
+// Makes a reader, reads, closes and destroys it. With normalization all entities are expanded,
+// without it they are resolved.
 Ending ReadOnce(const std::string& document, bool normalization, std::size_t* length) {
     return EndingOf([&] {
         IO::MemoryStream stream(StreamOver(document));
@@ -241,6 +234,24 @@ TEST(ReaderAllocation, AFailureInAValueIsAnErrorOfTheReader) {
         EXPECT_FALSE(reader.Read());
     }
     EXPECT_GT(failures, 1);
+}
+
+// What was being collected in the text of an entity is not collected any more.
+TEST(ReaderAllocation, SetStreamNeedsNoMemoryBehindAnError) {
+    const std::string longText(100000, 'y');  // whose markup leaves no memory to the reader
+    const std::string document = "<!DOCTYPE a [<!ENTITY e '<b>" + std::string(500, 'x') +
+                                 "&undeclared;</b>'>]><a><c>" + longText + "</c>&e;</a>";
+    IO::MemoryStream stream(StreamOver(document));
+    IO::MemoryStream next(StreamOver("<a/>"));
+    XmlTextReader reader;
+    reader.SetStream(&stream, false);
+    reader.SetEntityHandling(Xml::XmlEntityHandling::ExpandEntities);
+    ASSERT_TRUE(reader.Read() && reader.Read() && reader.Read());
+    ASSERT_TRUE(reader.ReadInnerXml() == longText && reader.Name() == "b");
+    ASSERT_EQ(EndingOf([&] { reader.ReadInnerXml(); }), Ending::OtherError);
+    const FailingAllocation failure(1);
+    EXPECT_TRUE(reader.SetStream(&next, false));
+    EXPECT_FALSE(failure.HasFailed());
 }
 
 TEST(ReaderAllocation, CloseNeedsNoMemory) {

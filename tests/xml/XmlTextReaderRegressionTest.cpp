@@ -7,6 +7,7 @@
 #include "support/DocumentStream.h"
 #include "support/NodeDump.h"
 #include "support/PrintAstring.h"
+#include "support/ReaderSettings.h"
 
 #include <gtest/gtest.h>
 
@@ -17,11 +18,18 @@ namespace {
 
 using support::DocumentStream;
 using support::DumpDocument;
+using support::ReaderSettings;
 using Xml::XmlEntityHandling;
 using Xml::XmlEntityLimits;
 using Xml::XmlTextReader;
 
 constexpr int kBytesPerRead[] = {0, 1, 2, 3};
+
+ReaderSettings Expanding() {
+    ReaderSettings settings;
+    settings.entities = XmlEntityHandling::ExpandEntities;
+    return settings;
+}
 
 // Reads a document that expands entities up to `limits`.
 std::string DumpWithin(const std::string& document, const XmlEntityLimits& limits) {
@@ -104,6 +112,43 @@ TEST(XmlTextReaderRegression, ExpansionMayReachItsFactor) {
     };
     EXPECT_EQ(dumpOfSize(300).find("error"), std::string::npos);
     EXPECT_NE(dumpOfSize(299).find("Entity expansion limit exceeded [e]"), std::string::npos);
+}
+
+constexpr char kLatin1[] = "<?xml version='1.0' encoding='ISO-8859-1'?>";
+
+// A letter that ISO-8859-1 has not was one in the texts of entities, and from then on everywhere,
+// unless the window cut it.
+TEST(XmlTextReaderRegression, EntitiesHaveTheLettersOfTheirDocument) {
+    const std::string document =
+        std::string(kLatin1) +
+        "<!DOCTYPE r [<!ENTITY e '<\xE9/>'><!ENTITY f '<\xAA/>'>]><r>&f;<\xAA/>&e;</r>";
+    const std::string expected = DumpDocument(document, Expanding());
+    EXPECT_NE(expected.find("Element \\u{AA}"), std::string::npos) << expected;
+    EXPECT_NE(expected.find("Syntax error: Expected element name"), std::string::npos) << expected;
+    for (const int bytesPerRead : kBytesPerRead)
+        EXPECT_EQ(DumpDocument(document, Expanding(), bytesPerRead), expected) << bytesPerRead;
+}
+
+// The same from one document to the next.
+TEST(XmlTextReaderRegression, NamesOfUnicodeAreForgottenBeforeSingleBytes) {
+    const std::string first = "<r><\xC3\xA9/></r>";
+    const std::string second = std::string(kLatin1) + "<r><\xE9/></r>";
+    XmlTextReader reader;
+    DocumentStream firstStream(first);
+    reader.SetStream(firstStream.get(), false);
+    EXPECT_EQ(support::DumpNodes(reader), DumpDocument(first));
+    DocumentStream secondStream(second);
+    reader.SetStream(secondStream.get(), false);
+    EXPECT_EQ(support::DumpNodes(reader), DumpDocument(second));
+    EXPECT_NE(DumpDocument(second).find("Expected element name"), std::string::npos);
+}
+
+// A declaration of "lt" as a plain "<" made markup of every text that refers to it.
+TEST(XmlTextReaderRegression, PredefinedEntitiesAreNoMarkup) {
+    const std::string entity = "<!ENTITY e 'a &lt; b'>]><r>x&e;y</r>";
+    const std::string dump =
+        DumpDocument("<!DOCTYPE r [<!ENTITY lt '&#60;'>" + entity, Expanding());
+    EXPECT_NE(dump.find("Text \"xa < by\""), std::string::npos) << dump;
 }
 
 }  // namespace
