@@ -15,6 +15,7 @@
 
 namespace {
 
+using Xml::XmlEntityHandling;
 using Xml::XmlTextReader;
 
 // How a run ended.
@@ -31,7 +32,7 @@ std::string Attributes(int count) {
 // Documents that together need every kind of memory a reader asks for.
 const std::string kDocuments[] = {
     "<?xml version='1.0' encoding='ISO-8859-1' standalone='yes'?>\n"
-    "<!DOCTYPE root-element SYSTEM 'x' [<!ELEMENT a ANY>]>\n"
+    "<!DOCTYPE root-element SYSTEM 'x' [<!ELEMENT a ANY><!ENTITY entity 'text of an entity'>]>\n"
     "<root-element xmlns='urn:default-namespace-of-this' xmlns:p='urn:p' xml:lang='en-GB-oed'>"
     "<p:child x='1' p:x='&lt;&#65;\r\n' xml:space='preserve'>  text of some length &amp; more \r\n"
     "&entity;<!-- a comment that is long enough --><?target with some data in it?>"
@@ -66,10 +67,7 @@ std::size_t ReadAndLook(XmlTextReader& reader) {
                 if (reader.NodeType() == Xml::XmlNodeType::EntityReference) reader.ResolveEntity();
             }
         }
-        if (reader.NodeType() == Xml::XmlNodeType::EntityReference &&
-            reader.Name() != "entity") {  // which is not declared
-            reader.ResolveEntity();
-        }
+        if (reader.NodeType() == Xml::XmlNodeType::EntityReference) reader.ResolveEntity();
     }
     return length;
 }
@@ -92,13 +90,16 @@ IO::MemoryStream StreamOver(const std::string& document) {
                             static_cast<long>(document.size()));
 }
 
-// Makes a reader, reads, closes and destroys it.
+// Makes a reader, reads, closes and destroys it. With normalization all entities are expanded,
+// without it they are resolved.
 Ending ReadOnce(const std::string& document, bool normalization, std::size_t* length) {
     return EndingOf([&] {
         IO::MemoryStream stream(StreamOver(document));
         XmlTextReader reader;
         reader.SetStream(&stream, false);
         reader.SetNormalization(normalization);
+        reader.SetEntityHandling(normalization ? XmlEntityHandling::ExpandEntities
+                                               : XmlEntityHandling::ExpandCharEntities);
         *length = ReadAndLook(reader);
     });
 }
