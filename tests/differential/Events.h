@@ -16,9 +16,9 @@
 ///     comment "c"
 ///     instruction target "data"
 ///
-/// Texts are joined across CDATA sections and references; attributes are sorted and declarations
-/// of namespaces left out; what stands in the document type is left out, and so is white space
-/// outside the root element.
+/// Texts are joined across CDATA sections, references and the ends of entities; attributes are
+/// sorted, and declarations of namespaces and attributes that the document type supplies left out;
+/// what stands in the document type is left out, and so is white space outside the root element.
 namespace differential {
 
 /// Says how much of a document is compared.
@@ -59,12 +59,21 @@ std::string ExpandedName(std::string_view uri, std::string_view localName);
 /// What a parser made of a document: the events, or why it refused it.
 struct Reading {
     std::vector<std::string> lines;
-    std::string error;             ///< "" when it was read to the end
-    bool hasMarkupEntity = false;  ///< told by expat: the document declares an entity with a tag
+    std::string error;              ///< "" when it was read to the end
+    int errorCode = 0;              ///< expat's number of the error
+    bool hasMarkupEntity = false;   ///< told by expat: the document declares an entity with a tag
+    bool hasSkippedEntity = false;  ///< told by expat: it refers to one declared elsewhere, if at all
 };
 
-Reading ReadWithReader(const std::string& fileName, Detail detail);
+/// Reads with the reader: entities are expanded, or for Detail::Structure kept as they are
+/// written. The error is the message, with its place in front.
+Reading ReadWithReader(const std::string& document, Detail detail);
+
+/// Reads with expat, with namespaces.
 Reading ReadWithExpat(const std::string& document, Detail detail);
-Reading ReadWithLibxml(const std::string& fileName, Detail detail);
+
+/// Reads with libxml2. External entities stand for nothing, and what is wrong with namespaces is
+/// an error, too.
+Reading ReadWithLibxml(const std::string& document, Detail detail);
 
 }  // namespace differential

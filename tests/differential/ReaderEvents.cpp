@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/io/Exception.h>
+#include <espalier/io/MemoryStream.h>
 #include <espalier/xml/XmlTextReader.h>
 
 #include "Events.h"
@@ -7,6 +8,7 @@
 namespace differential {
 namespace {
 
+using Xml::XmlEntityHandling;
 using Xml::XmlNodeType;
 using Xml::XmlTextReader;
 
@@ -48,12 +50,16 @@ void AddNode(XmlTextReader& reader, EventList& events) {
 
 }  // namespace
 
-Reading ReadWithReader(const std::string& fileName, Detail detail) {
+Reading ReadWithReader(const std::string& document, Detail detail) {
     EventList events(detail);
+    IO::MemoryStream stream(reinterpret_cast<const unsigned char*>(document.data()),
+                            static_cast<long>(document.size()));
     try {
         XmlTextReader reader;
-        reader.Open(fileName);
+        reader.SetStream(&stream, false);
         reader.SetNormalization(true);
+        reader.SetEntityHandling(detail == Detail::Whole ? XmlEntityHandling::ExpandEntities
+                                                         : XmlEntityHandling::ExpandNothing);
         while (reader.Read())
             AddNode(reader, events);
     } catch (const Xml::Exception& error) {
