@@ -8,7 +8,10 @@
 #include <espalier/xml/HashItem.h>
 #include <espalier/xml/HashIterator.h>
 #include <espalier/xml/HashMap.h>
+#include <espalier/xml/XmlAttributeRange.h>
+#include <espalier/xml/XmlAttributeRef.h>
 #include <espalier/xml/XmlEntityHandling.h>
+#include <espalier/xml/XmlEntityLimits.h>
 #include <espalier/xml/XmlHash.h>
 #include <espalier/xml/XmlNamespace.h>
 #include <espalier/xml/XmlNodeType.h>

@@ -22,6 +22,9 @@ inline constexpr char kEofInComment[] = "Unexpected end of file while scanning f
 inline constexpr char kEofInCData[] = "Unexpected end of file while scanning for ']]>'";
 inline constexpr char kEofInPI[] = "Unexpected end of file while looking for '?>'";
 inline constexpr char kEofInLiteral[] = "Unexpected end of file while scanning for end quote";
+inline constexpr char kInvalidPublicId[] = "Invalid Public ID character";
+inline constexpr char kEofInDtdMarkup[] = "Unexpected end of file while scanning DTD";
+inline constexpr char kEofInDtdToken[] = "Unexpected end of file in DTD";
 
 // The reader.
 inline constexpr char kNoSource[] = "No source stream to parse";
@@ -48,9 +51,36 @@ inline constexpr char kInvalidOperation[] = "Invalid operation";
 // References and the document type.
 inline constexpr char kBadName[] = "Bad name";
 inline constexpr char kInvalidNamedEntity[] = "Invalid named entity";
+inline constexpr char kInvalidReference[] = "Invalid character reference";
 inline constexpr char kUndeclaredEntity[] = "Undeclared entity";
+inline constexpr char kCyclicEntity[] = "Cyclic entity reference";
+inline constexpr char kExpansionLimit[] = "Entity expansion limit exceeded";
+inline constexpr char kNestingLimit[] = "Entity nesting limit exceeded";
 inline constexpr char kExpectedDoctype[] = "Expected DOCTYPE";
 inline constexpr char kDoctypeAlreadyDefined[] = "DOCTYPE already defined";
 inline constexpr char kEofInDtd[] = "Unexpected end of file while parsing DTD";
+inline constexpr char kParameterInValue[] = "PE reference not allowed in parsed entity value";
+inline constexpr char kNotationOfParameter[] =
+    "Cannot use the NDATA keyword in a parameter entity declaration";
+inline constexpr char kNoSpaceAfterNdata[] = "Whitespace expected after NDATA";
+inline constexpr char kUndeclaredNotation[] = "Reference to undeclared notation";
+inline constexpr char kExpectedNdata[] = "'NDATA' or '>' expected";
+inline constexpr char kNoSpaceAfterNotation[] = "Whitespace required after NOTATION";
+inline constexpr char kColonInNotation[] = "Colon not allowed in NOTATION name";
+inline constexpr char kNoSpaceAfterNotationName[] = "Whitespace required after notation name";
+inline constexpr char kDuplicateNotation[] = "Duplicate notation name";
+inline constexpr char kSyntaxErrorInEntity[] = "Syntax error in entity declaration";
+inline constexpr char kNoSpaceAfterPublicId[] =
+    "Whitespace required between public ID and system ID";
+inline constexpr char kNoSystemId[] = "Public ID requires two literals";
+
+// Navigation and content.
+inline constexpr char kArgumentOutOfRange[] = "Argument out of range";
+inline constexpr char kNotAnElement[] = "Not an element node";
+inline constexpr char kUnexpectedElement[] = "Unexpected element";
+inline constexpr char kNotAnEndElement[] = "Not an end element node";
+inline constexpr char kReadFailed[] = "Read failed";
+inline constexpr char kInvalidNodeType[] = "Invalid node type";
+inline constexpr char kUnexpectedNodeType[] = "Unexpected node type";
 
 }  // namespace Xml::detail::Message

@@ -6,6 +6,7 @@
 #include "xml/Messages.h"
 #include "xml/ReaderCore.h"
 #include "xml/Utf8Append.h"
+#include "xml/XmlCharacters.h"
 
 namespace Xml::detail {
 
@@ -38,12 +39,15 @@ ReaderCore::Pass ReaderCore::ParseBeginTag() {
     case XmlToken::NONE: return ParseTag();
     case XmlToken::ENDOFFILE: return Pass::End;
     case XmlToken::WHITESPACE: return HandleWhitespace();
+    case XmlToken::ENDENTITY: return ReportEntityEnd();
     default: return ParseText(token);
     }
 }
 
 // Parses markup, with the position at "<".
 ReaderCore::Pass ReaderCore::ParseTag() {
+    tagBegin_ = nullptr;
+    tagOffset_ = scanner_.CapturedLength();
     const XmlToken token = scanner_.ScanMarkup();
     if (token != XmlToken::PI) contentSeen_ = true;
     switch (token) {
@@ -56,43 +60,60 @@ ReaderCore::Pass ReaderCore::ParseTag() {
     }
 }
 
-// Joins everything up to the next markup to one text; `token` was scanned already.
+// Joins everything up to the next markup to one text; `token` was scanned already. What is empty,
+// because its entities are, is no text.
 ReaderCore::Pass ReaderCore::ParseText(XmlToken token) {
     for (;; token = scanner_.ScanText(value_)) {
         switch (token) {
-        case XmlToken::NONE: return ReportValue(XmlNodeType::Text);
+        case XmlToken::NONE:
+        case XmlToken::ENDENTITY:
+            return value_.empty() ? Pass::Repeat : ReportValue(XmlNodeType::Text);
         case XmlToken::ENDOFFILE: return Pass::End;
         case XmlToken::CHARREF:
         case XmlToken::ENTITYREF:
-            if (ReplaceReference(token, value_)) break;
-            if (entityHandling == XmlEntityHandling::ExpandEntities) {
-                scanner_.Throw(Message::kUndeclaredEntity, referenceName_);
+            if (ReplaceReference(token, value_, nullptr)) break;
+            switch (TakeReference()) {
+            case Reference::Taken: break;
+            case Reference::Reported: return Pass::Node;
+            case Reference::Pushed: return Pass::Repeat;
+            case Reference::Waits:
+                parseState_ = ParseState::PsReference;
+                return ReportValue(XmlNodeType::Text);
             }
-            if (entityHandling == XmlEntityHandling::ExpandNothing) {
-                AppendGeneralReference(value_);
-                break;
-            }
-            if (value_.empty()) return ReportReference();
-            parseState_ = ParseState::PsReference;
-            return ReportValue(XmlNodeType::Text);
+            break;
         default: break;  // TEXT and WHITESPACE have been appended
         }
     }
 }
 
-// Scans a reference behind its start and appends what it stands for to `text`.
+// Goes on at the reference that ended a text.
+ReaderCore::Pass ReaderCore::ParsePendingReference() {
+    parseState_ = ParseState::PsContent;
+    value_.clear();
+    const Reference reference = TakeReference();
+    if (reference == Reference::Reported) return Pass::Node;
+    if (reference == Reference::Pushed) return Pass::Repeat;
+    scanner_.MarkNodeAt(referencePlace_);
+    return ParseText(scanner_.ScanText(value_));
+}
+
+// Scans a reference behind its start and appends what it stands for to `text`. What is written is
+// appended to `raw`, if there is one.
 // Returns false for a reference to a general entity, which the caller has to deal with.
-bool ReaderCore::ReplaceReference(XmlToken token, astring& text) {
+bool ReaderCore::ReplaceReference(XmlToken token, astring& text, astring* raw) {
     if (token == XmlToken::ENTITYREF) {
-        if (ReplacePredefined(text)) return true;
+        if (ReplacePredefined(text, raw)) return true;
         ScanGeneralReference();
+        if (raw != nullptr) AppendReference(*raw, "&", referenceName_);
         return false;
     }
-    const int code = scanner_.ScanCharRef(digits_);
+    // What an entity's text says is a reference was not checked when the text was read.
+    const bool isStored = parseState_ == ParseState::PsEntityReturn;
+    const int code = scanner_.ScanCharRef(digits_, !isStored);
+    if (isStored && !IsXmlCharacter(code)) scanner_.Throw(Message::kInvalidReference);
+    if (raw != nullptr) AppendReference(*raw, "&#", digits_);
     if (entityHandling == XmlEntityHandling::ExpandNothing) {
-        text += "&#";
-        text += digits_;
-        text += ';';
+        AppendReference(text, "&#", digits_);
     } else {
         AppendUtf8(text, code);
     }
@@ -100,7 +121,7 @@ bool ReaderCore::ReplaceReference(XmlToken token, astring& text) {
 }
 
 // XML 1.0 section 4.6; replaced whatever the handling of entities.
-bool ReaderCore::ReplacePredefined(astring& text) {
+bool ReaderCore::ReplacePredefined(astring& text, astring* raw) {
     constexpr struct {
         std::string_view name;
         char character;
@@ -109,6 +130,7 @@ bool ReaderCore::ReplacePredefined(astring& text) {
         if (*scanner_.Position() != static_cast<unsigned char>(entity.name[0])) continue;
         if (!scanner_.Accept(entity.name)) continue;
         text += entity.character;
+        if (raw != nullptr) (*raw += '&') += entity.name;
         return true;
     }
     return false;
@@ -123,16 +145,10 @@ void ReaderCore::ScanGeneralReference() {
     if (!scanner_.Accept(";")) scanner_.Throw(Message::kInvalidNamedEntity);
 }
 
-void ReaderCore::AppendGeneralReference(astring& text) const {
-    text += '&';
-    text += referenceName_;
+void ReaderCore::AppendReference(astring& text, std::string_view start, std::string_view name) {
+    text += start;
+    text += name;
     text += ';';
-}
-
-ReaderCore::Pass ReaderCore::ReportReference() {
-    parseState_ = ParseState::PsContent;
-    value_.clear();
-    return ReportNamed(XmlNodeType::EntityReference, referenceName_);
 }
 
 ReaderCore::Pass ReaderCore::HandleWhitespace() {

@@ -8,6 +8,10 @@
 //     PsProlog    parses markup outside of the root element  PsProlog, PsContent, PsEmptyEnd
 //     PsContent   parses the content of an element           PsContent, PsProlog, PsEmptyEnd
 //     PsEmptyEnd  leaves an empty element, and goes on       PsContent, PsProlog
+//     PsReference deals with the reference that ended a text PsContent
+//
+// ReadAttributeValue() goes to PsEntityReturn, and back to the state before when it is through or
+// the reader moves.
 //
 // In the content of an element the quick scans come first; what they leave alone, a careful pass
 // does from the same place.
@@ -33,6 +37,8 @@ ReaderCore::ReaderCore(NodeView& node)
     for (std::size_t i = 0; i < partNames_.size(); ++i) {
         partNames_[i].qualified = partNames_[i].local = kParts[i];
     }
+    publicName_.qualified = publicName_.local = "PUBLIC";
+    systemName_.qualified = systemName_.local = "SYSTEM";
     ShowNothing();
 }
 
@@ -71,6 +77,9 @@ void ReaderCore::Close() {
     elements_.clear();
     languageCount_ = 0;
     nsSupport_.Reset();
+    entityChain_.clear();
+    entities_.reset();
+    expandedBytes_ = 0;
     contentSeen_ = doctypeSeen_ = standalone_ = false;
     rootCount_ = 0;
     parseState_ = ParseState::PsClosed;
@@ -86,6 +95,10 @@ bool ReaderCore::ReadFromOutside() {
     if (parseState_ == ParseState::PsError) {
         readState = XmlTextReader::Error;
         return false;
+    }
+    if (parseState_ == ParseState::PsEntityReturn) {
+        LeaveValue();
+        return Read();
     }
     return parseState_ != ParseState::PsEnd && ReadCarefully();
 }
@@ -118,8 +131,9 @@ ReaderCore::Pass ReaderCore::Step() {
     case ParseState::PsStart: return Start();
     case ParseState::PsProlog: return ParseRoot();
     case ParseState::PsContent: return ParseBeginTag();
-    case ParseState::PsReference: return ReportReference();
+    case ParseState::PsReference: return ParsePendingReference();
     case ParseState::PsEmptyEnd:
+    case ParseState::PsEntityReturn:
     case ParseState::PsClosed:
     case ParseState::PsEnd:
     case ParseState::PsError: break;
@@ -149,7 +163,7 @@ bool ReaderCore::EndDocument() {
 // Properties.
 
 const char* ReaderCore::EncodingName() const {
-    return open_ && scanner_.Codec() != nullptr ? scanner_.Codec()->Name() : "";
+    return open_ && scanner_.StreamCodec() != nullptr ? scanner_.StreamCodec()->Name() : "";
 }
 
 Place ReaderCore::NodePlace() const {
@@ -157,7 +171,6 @@ Place ReaderCore::NodePlace() const {
     case XmlNodeType::None: return Place{0, 0};
     case XmlNodeType::Attribute:
         return PlaceOf(attributes_[static_cast<std::size_t>(attributeIndex_)]);
-    case XmlNodeType::EntityReference: return referencePlace_;
     default: break;
     }
     Place place = scanner_.NodePlace();
@@ -191,23 +204,38 @@ const astring& ReaderCore::AttributeValue(int i) {
 }
 
 bool ReaderCore::MoveToElement() {
+    LeaveValue();
     if (node_.type != XmlNodeType::Attribute) return false;
     ShowElement();
     return true;
 }
 
 bool ReaderCore::MoveToAttribute(int i) {
-    if (i < 0 || i >= attributeCount_) return false;
-    const bool isOnElement =
-        node_.type == XmlNodeType::Element || node_.type == XmlNodeType::Attribute;
-    if (!isOnElement) return false;
+    LeaveValue();
+    if (i < 0 || i >= attributeCount_ || !IsOnElement()) return false;
     node_.type = XmlNodeType::Attribute;
     node_.depth = Depth() + 1;
     ShowAttribute(i);
     return true;
 }
 
+bool ReaderCore::MoveToAttribute(std::string_view name) {
+    LeaveValue();
+    return MoveToFound(FindAttribute(name));
+}
+
+bool ReaderCore::MoveToAttribute(std::string_view localName, std::string_view uri) {
+    LeaveValue();
+    return MoveToFound(namespaces ? FindAttribute(localName, uri) : nullptr);
+}
+
+bool ReaderCore::MoveToFound(const XmlAttribute* attribute) {
+    return attribute != nullptr &&
+           MoveToAttribute(static_cast<int>(attribute - attributes_.data()));
+}
+
 bool ReaderCore::MoveToNextAttribute() {
+    LeaveValue();
     // Deliberate: on the element itself this does not move to the first attribute.
     const int next = attributeIndex_ + 1;
     if (node_.type != XmlNodeType::Attribute || next >= attributeCount_) return false;
@@ -231,11 +259,9 @@ const astring& ReaderCore::LookupNamespace(std::string_view prefix) const {
 
 // Normalization.
 
-namespace {
-
 // XML 1.0 section 2.11: CR LF and CR become LF. In attribute values (section 3.3.3) tabs and line
 // breaks become spaces.
-void NormalizeLineEnds(astring& value, bool isAttribute) {
+void ReaderCore::NormalizeLineEnds(astring& value, bool isAttribute) {
     if (!isAttribute && value.find('\r') == astring::npos) return;
     char* to = value.begin();
     bool afterCr = false;
@@ -249,8 +275,6 @@ void NormalizeLineEnds(astring& value, bool isAttribute) {
     value.resize(static_cast<std::size_t>(to - value.begin()));
 }
 
-}  // namespace
-
 const astring& ReaderCore::NormalizedValue(XmlAttribute& attribute) {
     if (std::exchange(attribute.isRaw, false)) NormalizeLineEnds(attribute.value, true);
     return attribute.value;
@@ -261,7 +285,7 @@ void ReaderCore::NormalizeCurrentValue() {
     if (node_.type == XmlNodeType::Attribute) {
         NormalizedValue(attributes_[static_cast<std::size_t>(attributeIndex_)]);
     } else {
-        NormalizeLineEnds(value_, false);
+        NormalizeLineEnds(value_, parseState_ == ParseState::PsEntityReturn);
     }
 }
 

@@ -5,10 +5,12 @@
 #include <espalier/xml/HashMap.h>
 #include <espalier/xml/NodeView.h>
 #include <espalier/xml/XmlEntityHandling.h>
+#include <espalier/xml/XmlEntityLimits.h>
 #include <espalier/xml/XmlNsSupport.h>
 #include <espalier/xml/XmlSpace.h>
 #include <espalier/xml/XmlTextReader.h>
 
+#include "xml/EntityTable.h"
 #include "xml/NameTable.h"
 #include "xml/XmlScanner.h"
 
@@ -16,6 +18,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -28,14 +31,15 @@ namespace Xml::detail {
 
 /// What the next pass of the reader's state machine does.
 enum class ParseState : unsigned char {
-    PsClosed,     ///< nothing: there is no input
-    PsStart,      ///< detects the encoding
-    PsProlog,     ///< parses markup outside of the root element
-    PsEmptyEnd,   ///< leaves an element that was written as an empty-element tag
-    PsContent,    ///< parses the content of an element
-    PsReference,  ///< reports the entity reference that ended a text
-    PsEnd,        ///< nothing: the input has ended
-    PsError       ///< nothing: an error was thrown
+    PsClosed,        ///< nothing: there is no input
+    PsStart,         ///< detects the encoding
+    PsProlog,        ///< parses markup outside of the root element
+    PsEmptyEnd,      ///< leaves an element that was written as an empty-element tag
+    PsContent,       ///< parses the content of an element
+    PsReference,     ///< deals with the entity reference that ended a text
+    PsEntityReturn,  ///< leaves the value of an attribute, and goes on where its element was left
+    PsEnd,           ///< nothing: the input has ended
+    PsError          ///< nothing: an error was thrown
 };
 
 /// An attribute of the current element, or a pseudo-attribute of the declaration.
@@ -43,6 +47,7 @@ struct XmlAttribute {
     XmlName* name = nullptr;
     const astring* uri = nullptr;  ///< of its namespace; never null
     astring value;
+    astring raw;  ///< the value as it is written, when it holds references
     union {
         const unsigned char* at = nullptr;  ///< where it starts in the window
         Place place;                        ///< where it starts, when hasPlace is set
@@ -81,6 +86,7 @@ public:
     bool normalization = false;
     XmlTextReader::XmlWsHandlingEnum whitespaceHandling = XmlTextReader::WsAll;
     XmlEntityHandling entityHandling = XmlEntityHandling::ExpandCharEntities;
+    XmlEntityLimits entityLimits;
 
     const char* EncodingName() const;
     Place NodePlace() const;
@@ -92,9 +98,23 @@ public:
     const astring& AttributeValue(std::string_view name);
     const astring& AttributeValue(std::string_view localName, std::string_view uri);
     void NormalizeCurrentValue();
+    const XmlAttribute& AttributeAt(int i) const {
+        return attributes_[static_cast<std::size_t>(i)];
+    }
+    bool IsOnElement() const {
+        return node_.type == XmlNodeType::Element || node_.type == XmlNodeType::Attribute;
+    }
     bool MoveToElement();
     bool MoveToAttribute(int i);
+    bool MoveToAttribute(std::string_view name);
+    bool MoveToAttribute(std::string_view localName, std::string_view uri);
     bool MoveToNextAttribute();
+    bool ReadAttributeValue();
+    void LeaveValue();
+    void ResolveEntity();
+    void ReadToEndTag();
+    astring RawStartTag() const;
+    void CaptureElement(astring& markup, bool withEndTag);
     int AttributeIndex() const { return attributeIndex_; }
     const astring& LookupNamespace(std::string_view prefix) const;
 
@@ -117,6 +137,7 @@ private:
     void ShowNothing();
     void ShowElement();
     void ShowAttribute(int i);
+    bool MoveToFound(const XmlAttribute* attribute);
     bool ReadFromOutside();
     bool ReadCarefully();
     void Fail();
@@ -133,18 +154,62 @@ private:
     void ParseDeclarationPart();
     void HandleDeclarationPart(DeclarationPart part, const astring& value);
     void SwitchEncoding(const astring& name);
+
+    // ReaderDoctype.cpp: the document type declaration.
     Pass ParseDoctype();
-    void SkipDoctype();
+    void ParseDoctypeParts();
+    void ParseDoctypeId();
+    void AddDoctypePart(XmlName& name, const astring& value);
+    void ParseSubset();
+    bool ParseSubsetMarkup();
+    void SkipDtdLiteral(char quote);
+    void ParseEntityDecl(Place place);
+    void ParseEntityLiteral(astring& text);
+    void ParseNdata(EntityRecord* record, bool isParameter);
+    void ParseNotationDecl(Place place);
+    void ParseExternalID(astring& publicId, astring& systemId, bool publicAlone);
+    bool ParsePublicID(astring& publicId, bool publicAlone);
+    void ExpectDtdToken(XmlToken token, XmlToken expected) const;
+    [[noreturn]] void ThrowUnexpected(XmlToken token) const;
+    EntityRecord* Declare(EntityKind kind, std::string_view name, Place place);
 
     // ReaderContent.cpp: what stands inside of elements.
     Pass ParseBeginTag();
     Pass ParseTag();
     Pass ParseText(XmlToken token);
-    bool ReplaceReference(XmlToken token, astring& text);
-    bool ReplacePredefined(astring& text);
+    Pass ParsePendingReference();
+    bool ReplaceReference(XmlToken token, astring& text, astring* raw);
+    bool ReplacePredefined(astring& text, astring* raw);
     void ScanGeneralReference();
-    void AppendGeneralReference(astring& text) const;
+    static void AppendReference(astring& text, std::string_view start, std::string_view name);
+
+    // ReaderEntities.cpp: general entities and what their references stand for.
+    /// What became of a reference in a text.
+    enum class Reference : unsigned char {
+        Taken,     ///< it was added to the text
+        Waits,     ///< it ends the text
+        Reported,  ///< it is the current node
+        Pushed     ///< the entity's text comes next
+    };
+    Reference TakeReference();
     Pass ReportReference();
+    Pass ReportEntityEnd();
+    EntityRecord& FindEntity(std::string_view name) const;
+    const EntityRecord& Charge(EntityRecord& record);
+    void CheckCycle(const EntityRecord& record) const;
+    void PushEntity(EntityRecord& record);
+    void PopEntity();
+    void PopEntitiesTo(int count);
+    void AppendExpansion(astring& text, std::string_view source);
+    void ExpandEntity(astring& text, std::string_view name);
+    astring ExpandEntities(std::string_view text);
+
+    // ReaderParts.cpp: the value of an attribute, part by part.
+    void EnterValue();
+    bool NextPart();
+    bool ReportPart(XmlNodeType::XML_NODE_TYPE type);
+    bool ReportPart(XmlNodeType::XML_NODE_TYPE type, std::string_view name);
+
     Pass HandleWhitespace();
     XmlNodeType::XML_NODE_TYPE WhitespaceType() const;
     Pass ParseComment();
@@ -181,7 +246,8 @@ private:
     Pass ParseElement();
     void ScanElementCarefully(XmlName*& name, bool& isEmpty);
     void SetAttributeValues(Place place);
-    void ScanAttributeValue(XmlAttribute& attribute);
+    void ExpandLiteral(XmlAttribute& attribute);
+    void ExpandReference(XmlAttribute& attribute, XmlToken token);
     Pass ParseEndTag();
     void ScanEndTagCarefully(const XmlName* open);
     void FinishElement(XmlName& name, bool isEmpty);
@@ -198,9 +264,11 @@ private:
     void ResetAttributes();
     Place PlaceOf(const XmlAttribute& attribute) const;
     static const astring& NormalizedValue(XmlAttribute& attribute);
+    static void NormalizeLineEnds(astring& value, bool isAttribute);
 
     // ReaderNamespaces.cpp: declarations, duplicates and lookup by name.
     void DeclareNamespaces();
+    astring ExpandedValue(const XmlAttribute& attribute);
     void ResolveAttributes();
     const astring* UriOf(XmlName& prefix);
     void CheckExpandedDuplicates();
@@ -236,6 +304,12 @@ private:
     IO::Stream* stream_ = nullptr;
     bool ownsStream_ = false;
 
+    // The markup of the tag scanned last: in the window when the quick way took it, otherwise what
+    // was collected of it, and how much had been collected before it.
+    const unsigned char* tagBegin_ = nullptr;
+    astring rawTag_;  // without its "<"
+    std::size_t tagOffset_ = 0;
+
     // The attributes of the current element, in document order: the first attributeCount_ ones.
     // The maps are filled when they are first asked, and only for elements with many attributes.
     std::vector<XmlAttribute> attributes_;
@@ -269,12 +343,23 @@ private:
     int rootCount_ = 0;
     bool standalone_ = false;
 
-    // The general entity reference that was scanned last.
-    astring referenceName_;
+    // References. The chain holds what the scanner's pushed texts are: entities, or null for the
+    // value of an attribute, which is below those that its references push.
+    std::unique_ptr<EntityTable> entities_;  // null without a declaration
+    std::vector<EntityRecord*> entityChain_;
+    long long expandedBytes_ = 0;
+    astring referenceName_;  // of the general reference that was scanned last
     Place referencePlace_{0, 0};
+
+    // While the value of an attribute is read part by part.
+    ParseState savedParseState_ = ParseState::PsContent;
+    int partsBase_ = 0;       // the texts that were pushed before
+    bool partWaits_ = false;  // a reference ended the last part
 
     DeclarationPart lastPart_ = DeclarationPart::None;  // of the declaration, so far
     std::array<XmlName, 4> partNames_;                  // indexed by DeclarationPart
+    XmlName publicName_;
+    XmlName systemName_;
     astring digits_;  // of the character reference that is being scanned
 };
 
@@ -284,6 +369,7 @@ private:
 inline ReaderCore::Pass ReaderCore::ReportValue(XmlNodeType::XML_NODE_TYPE type) {
     node_.type = type;
     node_.depth = Depth() + 1;
+    node_.charsRead = 0;
     node_.name = &noName_;
     node_.namespaceUri = &empty_;
     node_.value = &value_;

@@ -45,7 +45,10 @@ ReaderCore::Pass ReaderCore::ParseElement() {
     contentSeen_ = true;
     XmlName* name = nullptr;
     bool isEmpty = false;
+    const bool keepsTag = !scanner_.IsCapturing();
+    if (keepsTag) scanner_.StartCapture();
     ScanElementCarefully(name, isEmpty);
+    if (keepsTag) rawTag_ = scanner_.EndCapture();
     FinishElement(*name, isEmpty);
     return Pass::Node;
 }
@@ -125,36 +128,48 @@ void ReaderCore::SetAttributeValues(Place place) {
         scanner_.Throw(Message::kUnexpectedToken);
     }
     attribute.quote = scanner_.QuoteChar();
-    ScanAttributeValue(attribute);
+    ExpandLiteral(attribute);
     const char* const error = SpecialAttributeError(name.meaning, attribute.value);
     if (error != nullptr) scanner_.Throw(error);
 }
 
-// Scans a value up to and with its closing quotation mark.
-void ReaderCore::ScanAttributeValue(XmlAttribute& attribute) {
+// Scans a value up to and with its closing quotation mark. Where it holds references, what is
+// written is kept beside what it means.
+void ReaderCore::ExpandLiteral(XmlAttribute& attribute) {
     attribute.value.clear();
+    attribute.raw.clear();
+    bool hasReference = false;
     for (;;) {
+        const std::size_t before = attribute.value.length();
         const XmlToken token = scanner_.ScanValue(attribute.value);
         switch (token) {
-        case XmlToken::TEXT: break;
-        case XmlToken::ENDQUOTE: return;
+        case XmlToken::TEXT:
+            if (hasReference) attribute.raw += attribute.value.view().substr(before);
+            break;
         case XmlToken::CHARREF:
         case XmlToken::ENTITYREF:
-            if (ReplaceReference(token, attribute.value)) {
-                if (token == XmlToken::CHARREF &&
-                    entityHandling == XmlEntityHandling::ExpandNothing) {
-                    attribute.holdsReferences = true;
-                }
-                break;
-            }
-            if (entityHandling == XmlEntityHandling::ExpandEntities) {
-                scanner_.Throw(Message::kUndeclaredEntity, referenceName_);
-            }
-            AppendGeneralReference(attribute.value);
-            attribute.holdsReferences = true;
+            if (!hasReference) attribute.raw = attribute.value;
+            hasReference = true;
+            ExpandReference(attribute, token);
             break;
+        case XmlToken::ENDQUOTE: return;
         default: scanner_.Throw(Message::kMissingCloseQuote);
         }
+    }
+}
+
+// Scans a reference in a value behind its start.
+void ReaderCore::ExpandReference(XmlAttribute& attribute, XmlToken token) {
+    if (ReplaceReference(token, attribute.value, &attribute.raw)) {
+        const bool isKept =
+            token == XmlToken::CHARREF && entityHandling == XmlEntityHandling::ExpandNothing;
+        attribute.holdsReferences = attribute.holdsReferences || isKept;
+    } else if (entityHandling == XmlEntityHandling::ExpandEntities) {
+        Charge(FindEntity(referenceName_));
+        ExpandEntity(attribute.value, referenceName_);
+    } else {
+        AppendReference(attribute.value, "&", referenceName_);
+        attribute.holdsReferences = true;
     }
 }
 

@@ -19,9 +19,18 @@ void ReaderCore::DeclareNamespaces() {
         if (meaning != NameMeaning::DefaultNamespace && meaning != NameMeaning::Namespace) continue;
         const std::string_view prefix =
             meaning == NameMeaning::Namespace ? attribute.name->local.view() : std::string_view();
-        if (nsSupport_.DeclarePrefix(prefix, NormalizedValue(attribute)) == nullptr)
-            throw std::bad_alloc();
+        const bool isDeclared = attribute.holdsReferences
+                                    ? nsSupport_.DeclarePrefix(prefix, ExpandedValue(attribute))
+                                    : nsSupport_.DeclarePrefix(prefix, NormalizedValue(attribute));
+        if (!isDeclared) throw std::bad_alloc();
     }
+}
+
+// The URI of a declaration whose value holds references.
+astring ReaderCore::ExpandedValue(const XmlAttribute& attribute) {
+    astring value = ExpandEntities(attribute.raw);
+    if (normalization) NormalizeLineEnds(value, true);
+    return value;
 }
 
 void ReaderCore::ResolveAttributes() {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// What stands outside of the root element: white space, the XML declaration with its switch of
-// the encoding, and the document type declaration.
+// What stands outside of the root element: white space and the XML declaration with its switch of
+// the encoding. ReaderDoctype.cpp has the document type declaration.
 
 #include "encoding/Detection.h"
 #include "xml/Messages.h"
@@ -17,6 +17,7 @@ ReaderCore::Pass ReaderCore::ParseRoot() {
     case XmlToken::NONE: return ParseTag();
     case XmlToken::ENDOFFILE: return Pass::End;
     case XmlToken::WHITESPACE: return HandleWhitespace();
+    case XmlToken::ENDENTITY: return ReportEntityEnd();
     default: break;
     }
     scanner_.Throw(Message::kUnexpectedToken,
@@ -95,53 +96,6 @@ void ReaderCore::SwitchEncoding(const astring& name) {
     const CharCodec* const codec = ResolveEncodingName(name, *scanner_.Codec());
     if (codec == nullptr) scanner_.Throw(Message::kUnsupportedEncoding);
     scanner_.InstallCodec(*codec);
-}
-
-// [28] doctypedecl ::= '<!DOCTYPE' S Name (S ExternalID)? S? ('[' intSubset ']' S?)? '>'
-//
-// Entered just after "<!".
-ReaderCore::Pass ReaderCore::ParseDoctype() {
-    if (Depth() > 0 || rootCount_ > 0) {
-        scanner_.Throw(Message::kUnexpectedToken, scanner_.TokenText());
-    }
-    const ScannedName& keyword = scanner_.ScanName();
-    if (keyword.text != "DOCTYPE") scanner_.Throw(Message::kExpectedDoctype, keyword.text);
-    if (doctypeSeen_) scanner_.Throw(Message::kDoctypeAlreadyDefined);
-    doctypeSeen_ = true;
-    if (scanner_.NextMarkupToken() != XmlToken::NAME) scanner_.Throw(Message::kUnexpectedToken);
-    const astring name(scanner_.Name().text);
-    SkipDoctype();
-    value_.clear();
-    return ReportNamed(XmlNodeType::DocumentType, name);
-}
-
-// Steps over the rest of the document type declaration. Only its nesting counts: comments,
-// processing instructions and literals are skipped as units, because what they hold does not nest.
-void ReaderCore::SkipDoctype() {
-    astring skipped;
-    for (int level = 1; level > 0;) {
-        const char delimiter = scanner_.NextDtdDelimiter();
-        switch (delimiter) {
-        case '"':
-        case '\'':
-            if (!scanner_.SkipLiteral(delimiter)) scanner_.Throw(Message::kEofInDtd);
-            break;
-        case '<':
-            skipped.clear();
-            if (scanner_.Accept("!--")) {
-                scanner_.ScanComment(skipped);
-            } else if (scanner_.Accept("?")) {
-                scanner_.ScanPI(skipped);
-            } else {
-                ++level;
-            }
-            break;
-        case '[': ++level; break;
-        case '>':
-        case ']': --level; break;
-        default: scanner_.Throw(Message::kEofInDtd);
-        }
-    }
 }
 
 }  // namespace Xml::detail

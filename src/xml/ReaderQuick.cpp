@@ -149,6 +149,7 @@ inline const unsigned char* ReaderCore::ScanNameQuickly(const unsigned char* at,
     }
     const unsigned char* const end = begin + length;
     if (*end != '>') return end == scanner_.DataEnd() ? Quick::NeedsMore : Quick::NeedsCare;
+    tagBegin_ = scanner_.Position();
     scanner_.MarkNode();
     if (name.prefixName != nullptr) scanner_.Places().SkipColon(begin + name.prefix.length());
     scanner_.Consume(end + 1);
@@ -180,6 +181,7 @@ ReaderCore::Quick ReaderCore::ReadStartTagQuickly() {
         ForgetAttributes();
         return at + 1 == scanner_.DataEnd() ? Quick::NeedsMore : Quick::NeedsCare;
     }
+    tagBegin_ = begin;
     scanner_.MarkNode();
     scanner_.Consume(at + (isEmpty ? 2 : 1));
     FinishElement(*name, isEmpty);

@@ -17,6 +17,8 @@
 #include <algorithm>
 #include <cassert>
 #include <cstring>
+#include <limits>
+#include <utility>
 
 namespace Xml::detail {
 
@@ -36,9 +38,12 @@ XmlScanner::XmlScanner()
 XmlScanner::~XmlScanner() = default;
 
 void XmlScanner::SetStream(IO::Stream* stream) {
+    while (!saved_.empty())
+        PopState();
     stream_ = stream;
     codec_ = nullptr;
     mostWhitespace_ = kBufferSize;
+    bytesRead_ = 0;
     streamEnded_ = false;
     filled_ = false;
     direct_ = true;
@@ -76,10 +81,7 @@ void XmlScanner::InstallCodec(const CharCodec& codec) {
     if (sameBytes) return;
 
     SettlePlaces();
-    if (capturing_) {
-        captured_.append(std::string_view(reinterpret_cast<const char*>(captureFrom_),
-                                          static_cast<std::size_t>(position_ - captureFrom_)));
-    }
+    FlushCapture();
     const Place place = places_.At(position_);
     if (direct_) {
         TakeRaw(position_, static_cast<int>(dataEnd_ - position_));
@@ -108,11 +110,8 @@ void XmlScanner::TakeRaw(const unsigned char* begin, int length) {
 
 XmlScanner::Fill XmlScanner::Refill() {
     SettlePlaces();
-    if (capturing_) {
-        captured_.append(std::string_view(reinterpret_cast<const char*>(captureFrom_),
-                                          static_cast<std::size_t>(position_ - captureFrom_)));
-        captureFrom_ = window_;
-    }
+    FlushCapture();
+    if (!saved_.empty()) return RefillPushed();
     const Fill fill = direct_ ? RefillDirect() : RefillDecoded();
     filled_ = fill != Fill::More || streamEnded_ || badAhead_ || rawLength_ == kBufferSize ||
               (direct_ && dataEnd_ - window_ == kBufferSize);
@@ -126,6 +125,7 @@ int XmlScanner::MoveToFront() {
     std::memmove(window_ - 1, position_ - 1, held + 1);
     position_ = window_;
     dataEnd_ = window_ + held;
+    if (saved_.size() == captureLevel_) captureFrom_ = window_;
     places_.Relocate(window_);
     CloseWindow();
     return static_cast<int>(held);
@@ -164,6 +164,25 @@ XmlScanner::Fill XmlScanner::RefillDecoded() {
     return Fill::More;
 }
 
+// Takes more of a pushed text into its window.
+XmlScanner::Fill XmlScanner::RefillPushed() {
+    const int held = MoveToFront();
+    filled_ = true;
+    std::size_t room = static_cast<std::size_t>(kBufferSize - held);
+    if (rest_.size() <= room) {
+        room = rest_.size();
+    } else {
+        while (room > 0 && utf8::IsContinuation(static_cast<unsigned char>(rest_[room])))
+            --room;
+    }
+    if (room == 0) return rest_.empty() ? Fill::End : Fill::Full;
+    std::memcpy(dataEnd_, rest_.data(), room);
+    dataEnd_ += room;
+    rest_.remove_prefix(room);
+    CloseWindow();
+    return Fill::More;
+}
+
 // Decodes what the raw buffer holds behind the window's end.
 DecodeEnd XmlScanner::DecodeRaw() {
     const unsigned char* from = rawStore_.get() + rawLength_ - rawCut_;
@@ -182,10 +201,52 @@ DecodeEnd XmlScanner::DecodeRaw() {
 int XmlScanner::ReadStream(unsigned char* buffer, int room) {
     const int count = std::clamp(stream_->Read(buffer, 0, room), 0, room);
     if (count == 0) streamEnded_ = true;
+    bytesRead_ += count;
     return count;
 }
 
 void XmlScanner::CloseWindow() { std::memset(dataEnd_, 0, kScanPadding); }
+
+// Texts of entities.
+
+void XmlScanner::PushString(std::string_view text) {
+    SettlePlaces();
+    FlushCapture();
+    const Place place = places_.At(position_);
+    const std::size_t size = std::min<std::size_t>(text.size(), kBufferSize);
+    auto store = std::make_unique<unsigned char[]>(1 + size + kScanPadding);
+    unsigned char* const window = store.get() + 1;
+    saved_.push_back({std::move(store), window_, position_, dataEnd_, rest_, codec_, place,
+                      mostWhitespace_, direct_, badAhead_, filled_});
+    window_ = window;
+    position_ = dataEnd_ = window_;
+    rest_ = text;
+    codec_ = &Utf8Codec();
+    mostWhitespace_ = std::numeric_limits<int>::max();
+    direct_ = badAhead_ = false;
+    places_.Start(position_, place);
+    CloseWindow();
+    RefillPushed();
+}
+
+void XmlScanner::PopState() {
+    NodePlace();
+    FlushCapture();
+    const SavedState& state = saved_.back();
+    window_ = state.window;
+    position_ = state.position;
+    dataEnd_ = state.dataEnd;
+    rest_ = state.rest;
+    codec_ = state.codec;
+    mostWhitespace_ = state.mostWhitespace;
+    direct_ = state.direct;
+    badAhead_ = state.badAhead;
+    filled_ = state.filled;
+    places_.Start(position_, state.place);
+    saved_.pop_back();
+    captureLevel_ = std::min(captureLevel_, saved_.size());
+    if (captureLevel_ == saved_.size()) captureFrom_ = position_;
+}
 
 // Places.
 
@@ -408,14 +469,27 @@ void XmlScanner::TakeLongNamePart(std::size_t& taken) {
 
 void XmlScanner::StartCapture() {
     capturing_ = true;
+    captureLevel_ = saved_.size();
     captureFrom_ = position_;
     captured_.clear();
 }
 
-const astring& XmlScanner::EndCapture() {
-    capturing_ = false;
+// Collects what lies before the position; what is pushed on top of it does not count.
+void XmlScanner::FlushCapture() {
+    if (!capturing_ || captureLevel_ != saved_.size()) return;
     captured_.append(reinterpret_cast<const char*>(captureFrom_),
                      static_cast<std::size_t>(position_ - captureFrom_));
+    captureFrom_ = position_;
+}
+
+std::size_t XmlScanner::CapturedLengthAt(const unsigned char* at) const {
+    const bool isHere = capturing_ && captureLevel_ == saved_.size();
+    return captured_.length() + (isHere ? static_cast<std::size_t>(at - captureFrom_) : 0);
+}
+
+astring& XmlScanner::EndCapture() {
+    FlushCapture();
+    capturing_ = false;
     return captured_;
 }
 

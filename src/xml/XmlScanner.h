@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace IO {
 class Stream;
@@ -40,6 +41,11 @@ struct ScannedName {
 /// a length is limited (names, literals, runs of white space), the limit counts encoded bytes, so
 /// that it does not depend on how the stream cuts its data.
 ///
+/// In the place of a reference, PushString() lets the scanner go on in the text of an entity: it
+/// gets a window of its own, which takes the text by the same steps, and PopState() goes back to
+/// behind the reference. Nothing but the end of a text between tokens leads back, so no token
+/// begins in one text and ends in another.
+///
 /// Every error is thrown as Xml::Exception with the place of position_; the scanner must not be
 /// used after that.
 class XmlScanner {
@@ -68,16 +74,40 @@ public:
     /// Splits names at their colon, or takes it for a letter.
     void SetNamespaces(bool namespaces);
 
-    /// Returns the codec in use, null before AttachStream().
+    /// Returns the codec in use, null before AttachStream(). That of a pushed text is UTF-8.
     const CharCodec* Codec() const { return codec_; }
+
+    /// Returns the codec of the stream, null before AttachStream().
+    const CharCodec* StreamCodec() const { return saved_.empty() ? codec_ : saved_.front().codec; }
+
+    /// Returns how many bytes the stream has given.
+    long long BytesRead() const { return bytesRead_; }
 
     /// Decodes from the next character on with `codec`.
     void InstallCodec(const CharCodec& codec);
+
+    // Texts of entities.
+
+    /// Goes on in `text`, which consists of characters that XML allows and stays where it is until
+    /// it is popped. Lines and columns count on.
+    void PushString(std::string_view text);
+
+    /// Goes back to where the text that was pushed last stands, as if it had never been.
+    void PopState();
+
+    /// Returns how many texts are pushed.
+    int PushedCount() const { return static_cast<int>(saved_.size()); }
 
     // Places.
 
     /// Remembers that a node starts at the position.
     void MarkNode() { nodeStart_ = position_; }
+
+    /// Says where a node starts that begins before the position.
+    void MarkNodeAt(Place place) {
+        nodePlace_ = place;
+        nodeStart_ = nullptr;
+    }
 
     /// Says that nobody will ask any more where the marked node starts.
     void ForgetNode() { nodeStart_ = nullptr; }
@@ -131,8 +161,8 @@ public:
     ///
     /// At "<" the result is NONE, or WHITESPACE when nothing but white space came before it. A run
     /// of white space also ends when it fills the buffer. Otherwise the characters up to "<" or "&"
-    /// are a TEXT. Without any, "&" gives CHARREF (behind "&#") or ENTITYREF (behind "&"), and the
-    /// end ENDOFFILE.
+    /// are a TEXT. Without any, "&" gives CHARREF (behind "&#") or ENTITYREF (behind "&"), the end
+    /// of a pushed text ENDENTITY and the end of the input ENDOFFILE.
     /// \param limit most encoded bytes of a TEXT, 0 for any number
     XmlToken ScanText(astring& text, int limit = 0);
 
@@ -141,15 +171,44 @@ public:
     ///     quotation mark) or NONE at "<"
     XmlToken ScanValue(astring& text);
 
+    /// Scans a part of the text of an attribute's value or of an entity in it, which was pushed.
+    /// \return TEXT when there are characters, otherwise CHARREF, ENTITYREF or, at the end,
+    ///     ENDENTITY
+    XmlToken ScanValuePart(astring& text);
+
     /// Scans the digits of a character reference and the ";".
     /// \param digits receives them as they are written, with "x" and without ";"
-    /// \return the character's code, checked to be one that XML allows
-    int ScanCharRef(astring& digits);
+    /// \param check whether the character must be one that XML allows
+    /// \return the character's code
+    int ScanCharRef(astring& digits, bool check = true);
 
     /// Scans up to "-->", "]]>" or "?>", steps over it, and appends what comes before to `text`.
     void ScanComment(astring& text);
     void ScanCData(astring& text);
     void ScanPI(astring& text);
+
+    // The document type.
+
+    /// Skips white space and scans one token of a declaration. For NAME see Name().
+    XmlToken ScanDtdToken();
+
+    /// Scans what follows "<" in the document type, where the position stands.
+    /// \return DECL, COMMENT, PI, ENDTAG or TAG
+    XmlToken ScanDtdMarkup();
+
+    /// Scans a part of an entity's literal and appends it to `text`.
+    /// \return ENTTEXT when there are characters, otherwise CHARREF, ENTITYREF, PEREF (behind "%"),
+    ///     ENDQUOTE (behind the quotation mark) or ENDOFFILE
+    XmlToken ScanEntityValue(astring& text);
+
+    /// Scans a system identifier and appends it to `text`. Stops at its quotation mark.
+    void ScanLiteral(astring& text);
+
+    /// Scans a public identifier and appends it to `text`. Stops at its quotation mark.
+    void ScanPubidLiteral(astring& text);
+
+    /// Steps over the quotation mark that a literal ends with.
+    void SkipEndQuote() { ++position_; }
 
     /// Steps over everything up to and with the quotation mark `quote`.
     /// \return false when the input ends before
@@ -164,11 +223,20 @@ public:
 
     // Raw capture.
 
-    /// Starts to collect the input from the position on.
+    /// Starts to collect the input from the position on. In a pushed text that is what it holds;
+    /// what is pushed later is not collected.
     void StartCapture();
 
+    bool IsCapturing() const { return capturing_; }
+
+    /// Returns how many bytes have been collected up to the position.
+    std::size_t CapturedLength() const { return CapturedLengthAt(position_); }
+
+    /// The same up to `at`, a place in the window.
+    std::size_t CapturedLengthAt(const unsigned char* at) const;
+
     /// Ends the collecting and returns what was passed.
-    const astring& EndCapture();
+    astring& EndCapture();
 
     /// Throws Xml::Exception with the current place.
     [[noreturn]] void Throw(const char* message, std::string_view argument = {}) const;
@@ -204,7 +272,23 @@ public:
     bool IsFilled() const { return filled_; }
 
 private:
+    /// Where the scanner stood when a text was pushed, and how the bytes there are to be read.
+    struct SavedState {
+        std::unique_ptr<unsigned char[]> store;  // of the window above, for the texts that follow
+        unsigned char* window;
+        const unsigned char* position;
+        unsigned char* dataEnd;
+        std::string_view rest;
+        const CharCodec* codec;
+        Place place;  // of the position
+        int mostWhitespace;
+        bool direct;
+        bool badAhead;
+        bool filled;
+    };
+
     int MoveToFront();
+    Fill RefillPushed();
     Fill RefillDirect();
     Fill RefillDecoded();
     DecodeEnd DecodeRaw();
@@ -221,6 +305,12 @@ private:
     void RequireCharacter();
     bool LookingAt(std::string_view literal);
     bool GoOn();
+    void FlushCapture();
+    XmlToken EndOfText() const {
+        return saved_.empty() ? XmlToken::ENDOFFILE : XmlToken::ENDENTITY;
+    }
+    void RequireInDtd(const char* message);
+    XmlToken DtdName();
     void Take(astring& text, const unsigned char* end);
     void ScanLongName();
     void TakeLongNamePart(std::size_t& taken);
@@ -240,6 +330,7 @@ private:
     bool direct_ = true;                // the window is the raw buffer
     bool badAhead_ = false;             // the window ends with kInvalidByte: no more was decoded
     int mostWhitespace_ = kBufferSize;  // white space that fills the buffer, in characters
+    long long bytesRead_ = 0;
 
     // The buffers; see the picture above.
     std::unique_ptr<unsigned char[]> windowStore_;
@@ -249,6 +340,10 @@ private:
     unsigned char* dataEnd_ = nullptr;
     int rawLength_ = 0;  // bytes in rawStore_; the last rawCut_ of them are not decoded yet
     int rawCut_ = 0;
+
+    // The texts that are pushed, one state for each: what to go back to.
+    std::vector<SavedState> saved_;
+    std::string_view rest_;  // of the text pushed last, what its window has not taken yet
 
     // Places.
     mutable PlaceCounter places_;
@@ -264,6 +359,7 @@ private:
 
     // Raw capture.
     bool capturing_ = false;
+    std::size_t captureLevel_ = 0;                // the texts pushed where it collects
     const unsigned char* captureFrom_ = nullptr;  // what lies before it is in captured_
     astring captured_;
 };

@@ -101,7 +101,7 @@ XmlToken XmlScanner::ScanText(astring& text, int limit) {
         any = any || end != position_;
         room -= static_cast<int>(end - position_);
         Take(text, end);
-        if (Refill() != Fill::More) return any ? XmlToken::WHITESPACE : XmlToken::ENDOFFILE;
+        if (Refill() != Fill::More) return any ? XmlToken::WHITESPACE : EndOfText();
     }
 }
 
@@ -163,7 +163,18 @@ XmlToken XmlScanner::ScanValue(astring& text) {
     }
 }
 
-int XmlScanner::ScanCharRef(astring& digits) {
+XmlToken XmlScanner::ScanValuePart(astring& text) {
+    bool any = false;
+    for (;;) {
+        const unsigned char* const stop = Find<'&'>(position_);
+        any = any || stop != position_;
+        Take(text, stop);
+        if (*position_ == '&') return any ? XmlToken::TEXT : ScanReferenceStart();
+        if (!GoOn()) return any ? XmlToken::TEXT : EndOfText();
+    }
+}
+
+int XmlScanner::ScanCharRef(astring& digits, bool check) {
     int code = 0;
     int base = 10;
     digits.clear();
@@ -193,7 +204,7 @@ int XmlScanner::ScanCharRef(astring& digits) {
         ++position_;
     }
     ++position_;
-    if (!IsXmlCharacter(code)) Throw(Message::kInvalidCharacter);
+    if (check && !IsXmlCharacter(code)) Throw(Message::kInvalidCharacter);
     return code;
 }
 
@@ -227,39 +238,6 @@ void XmlScanner::ScanComment(astring& text) {
 void XmlScanner::ScanCData(astring& text) { ScanUpTo<']'>(text, "]]>", Message::kEofInCData); }
 
 void XmlScanner::ScanPI(astring& text) { ScanUpTo<'?'>(text, "?>", Message::kEofInPI); }
-
-// The document type.
-
-bool XmlScanner::SkipLiteral(char quote) {
-    for (;;) {
-        position_ = Find<'"', '\''>(position_);
-        if (position_ != dataEnd_ && (*position_ == '"' || *position_ == '\'')) {
-            if (*position_++ == static_cast<unsigned char>(quote)) return true;
-        } else if (!GoOn()) {
-            return false;
-        }
-    }
-}
-
-char XmlScanner::NextDtdDelimiter() {
-    const auto isPlain = [](unsigned char c) {
-        return c < 0x80 && !IsForbiddenControl(c) && c != '<' && c != '>' && c != '[' && c != ']' &&
-               c != '"' && c != '\'';
-    };
-    for (;;) {
-        while (isPlain(*position_))
-            ++position_;
-        if (position_ != dataEnd_ && !IsForbiddenControl(*position_)) {
-            if (*position_ < 0x80) return static_cast<char>(*position_++);
-            const int length = SequenceLength(position_, dataEnd_);
-            if (length > 0) {
-                position_ += length;
-                continue;
-            }
-        }
-        if (!GoOn()) return 0;
-    }
-}
 
 std::string_view XmlScanner::TokenText() const { return tokenText_; }
 

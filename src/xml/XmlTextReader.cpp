@@ -106,9 +106,17 @@ void XmlTextReader::SetEntityHandling(XmlEntityHandling handling) {
     core_->entityHandling = handling;
 }
 
+const XmlEntityLimits& XmlTextReader::EntityLimits() const { return core_->entityLimits; }
+
+void XmlTextReader::SetEntityLimits(const XmlEntityLimits& limits) { core_->entityLimits = limits; }
+
 astring XmlTextReader::Encoding() const { return core_->EncodingName(); }
 
 bool XmlTextReader::Read() { return core_->Read(); }
+
+void XmlTextReader::ResolveEntity() { core_->ResolveEntity(); }
+
+bool XmlTextReader::CanResolveEntity() const { return true; }
 
 const astring& XmlTextReader::NormalizedValue() const {
     core_->NormalizeCurrentValue();
@@ -144,6 +152,8 @@ int XmlTextReader::AttributeCount() const { return core_->AttributeCount(); }
 
 bool XmlTextReader::HasAttributes() const { return AttributeCount() > 0; }
 
+XmlAttributeRange XmlTextReader::Attributes() const { return {*this, AttributeCount()}; }
+
 const astring& XmlTextReader::GetAttribute(int i) const { return core_->AttributeValue(i); }
 
 const astring& XmlTextReader::GetAttribute(std::string_view name) const {
@@ -155,17 +165,54 @@ const astring& XmlTextReader::GetAttribute(std::string_view localName,
     return core_->AttributeValue(localName, namespaceURI);
 }
 
+const astring& XmlTextReader::Item(int i) const {
+    return core_->AttributeValue(node_.type == XmlNodeType::Element ? i : -1);
+}
+
+void XmlTextReader::MoveToAttribute(int i) {
+    core_->LeaveValue();
+    if (core_->IsOnElement() && !core_->MoveToAttribute(i)) {
+        ThrowMisuse(detail::Message::kArgumentOutOfRange, "MoveToAttribute");
+    }
+}
+
+bool XmlTextReader::MoveToAttribute(std::string_view name) { return core_->MoveToAttribute(name); }
+
+bool XmlTextReader::MoveToAttribute(std::string_view localName, std::string_view namespaceURI) {
+    return core_->MoveToAttribute(localName, namespaceURI);
+}
+
 bool XmlTextReader::MoveToElement() { return core_->MoveToElement(); }
 
 bool XmlTextReader::MoveToFirstAttribute() { return core_->MoveToAttribute(0); }
 
 bool XmlTextReader::MoveToNextAttribute() { return core_->MoveToNextAttribute(); }
 
+bool XmlTextReader::ReadAttributeValue() { return core_->ReadAttributeValue(); }
+
 int XmlTextReader::GetCurrentAttributeIndex() const { return core_->AttributeIndex(); }
 
 const astring& XmlTextReader::LookupNamespace(std::string_view prefix) const {
     return core_->LookupNamespace(prefix);
 }
+
+const astring& XmlAttributeRef::Name() const {
+    return reader_->core_->AttributeAt(index_).name->qualified;
+}
+
+const astring& XmlAttributeRef::LocalName() const {
+    return reader_->core_->AttributeAt(index_).name->local;
+}
+
+const astring& XmlAttributeRef::Prefix() const {
+    return reader_->core_->AttributeAt(index_).name->prefix;
+}
+
+const astring& XmlAttributeRef::NamespaceURI() const {
+    return *reader_->core_->AttributeAt(index_).uri;
+}
+
+const astring& XmlAttributeRef::Value() const { return reader_->GetAttribute(index_); }
 
 bool XmlTextReader::IsName(std::string_view name, bool allowColon) {
     bool isFirst = true;

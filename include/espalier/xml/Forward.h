@@ -5,8 +5,11 @@
 /// Declares the classes of this folder for headers that only name them.
 
 namespace Xml {
+class XmlAttributeRange;
+class XmlAttributeRef;
 class XmlEntityHandling;
 class XmlNodeType;
 class XmlSpace;
 class XmlTextReader;
+struct XmlEntityLimits;
 }  // namespace Xml

@@ -20,6 +20,7 @@ struct NodeView {
     const astring* namespaceUri = nullptr;  ///< never null in a reader
     astring* value = nullptr;               ///< never null in a reader
     int depth = 0;
+    int charsRead = 0;  ///< bytes of the value that ReadChars() has returned
     XmlNodeType::XML_NODE_TYPE type = XmlNodeType::None;
     bool isEmptyElement = false;  ///< of the element, also on its attributes
     bool isRaw = false;           ///< line ends in the value are still to be normalized

@@ -4,7 +4,9 @@
 #include <espalier/base/Export.h>
 #include <espalier/base/astring.h>
 #include <espalier/xml/NodeView.h>
+#include <espalier/xml/XmlAttributeRange.h>
 #include <espalier/xml/XmlEntityHandling.h>
+#include <espalier/xml/XmlEntityLimits.h>
 #include <espalier/xml/XmlNodeType.h>
 #include <espalier/xml/XmlSpace.h>
 
@@ -25,10 +27,14 @@ class ReaderCore;
 ///
 /// Open() or SetStream() names the input, each Read() moves to the next node, and the properties
 /// tell about the node that the reader stands on: NodeType(), Name(), Value(), Depth() and so on.
-/// The attributes of an element belong to it and are visited with MoveToFirstAttribute() and
-/// MoveToNextAttribute(), or asked for with GetAttribute(). The document is never held as a
-/// whole: the reader works on 1024 bytes of input at a time, and documents of any size and depth
-/// are read in memory that grows with the depth of nesting and the longest value only.
+/// The attributes of an element belong to it: a loop over Attributes() visits them, GetAttribute()
+/// asks for one, and MoveToFirstAttribute() and MoveToNextAttribute() make them the current node.
+/// The document is never held as a whole: the reader works on 1024 bytes of input at a time, and
+/// documents of any size and depth are read in memory that grows with the depth of nesting, the
+/// longest value and the entities that the document declares.
+///
+/// Nothing but the input is ever read: an external subset is not, and an external entity stands
+/// for nothing.
 ///
 /// All text is UTF-8, whatever the encoding of the input (see Encoding()). A name, a system
 /// identifier or a public identifier is at most 1024 bytes long in the input's encoding; texts,
@@ -137,6 +143,12 @@ public:
     /// Says what happens to references, from the next node on.
     void SetEntityHandling(XmlEntityHandling handling);
 
+    const XmlEntityLimits& EntityLimits() const;
+
+    /// Says how far entities may expand, from the next reference on; docs/limits.md tells more.
+    /// The setting outlives the document.
+    void SetEntityLimits(const XmlEntityLimits& limits);
+
     /// Returns the name of the encoding that is being decoded, for example "UTF-8" or "UTF-16LE";
     /// empty when closed. It is known after the first Read().
     astring Encoding() const;
@@ -150,6 +162,18 @@ public:
     /// \throws Xml::Exception "No source stream to parse" (line and position 0) without an input,
     ///     and every message for input that is not well-formed (docs/errors.md)
     bool Read();
+
+    /// On an `EntityReference` node, puts the text of the entity into the input, so that the
+    /// following calls of Read() return its nodes and then an `EndEntity` node. An external entity
+    /// stands for no text.
+    /// \throws Xml::Exception "Invalid operation" with the argument "ResolveEntity" (line and
+    ///     position -1) on another node; "Undeclared entity" and "Cyclic entity reference" with the
+    ///     entity's name; "Entity expansion limit exceeded" and "Entity nesting limit exceeded"
+    ///     with the entity's name, as EntityLimits() say
+    void ResolveEntity();
+
+    /// Tells whether the reader can resolve entities, which it always can.
+    bool CanResolveEntity() const;
 
     /// @}
     /// \name The current node
@@ -210,11 +234,21 @@ public:
     /// @{
 
     /// Returns the number of attributes of the current element or of the element that the current
-    /// attribute belongs to, of pseudo-attributes of the declaration; 0 on other nodes.
+    /// attribute belongs to, of pseudo-attributes of the declaration or the document type; 0 on
+    /// other nodes.
     int AttributeCount() const;
 
     /// Tells whether AttributeCount() is above 0.
     bool HasAttributes() const;
+
+    /// Returns the attributes of the current node, to loop over; the reader does not move.
+    ///
+    /// \code
+    ///     for (const Xml::XmlAttributeRef attribute : reader.Attributes()) {
+    ///         std::cout << attribute.Name() << " is " << attribute.Value() << "\n";
+    ///     }
+    /// \endcode
+    XmlAttributeRange Attributes() const;
 
     /// Returns the value of attribute `i`, from 0 on; empty when there is none.
     const astring& GetAttribute(int i) const;
@@ -226,7 +260,23 @@ public:
     /// none.
     const astring& GetAttribute(std::string_view localName, std::string_view namespaceURI) const;
 
-    /// Moves from an attribute to its element.
+    /// Returns GetAttribute(i) on an `Element` node, otherwise an empty string.
+    const astring& Item(int i) const;
+
+    /// Moves to attribute `i`, from 0 on. Does nothing on nodes other than elements and attributes.
+    /// \throws Xml::Exception "Argument out of range" with the argument "MoveToAttribute" (line and
+    ///     position -1) when there is no such attribute
+    void MoveToAttribute(int i);
+
+    /// Moves to the attribute with the qualified name `name`.
+    /// \return false, with nothing changed, when there is none
+    bool MoveToAttribute(std::string_view name);
+
+    /// Moves to the attribute with that local name and namespace.
+    /// \return false, with nothing changed, when there is none
+    bool MoveToAttribute(std::string_view localName, std::string_view namespaceURI);
+
+    /// Moves from an attribute, or a part of its value, to its element.
     /// \return false when the reader does not stand on an attribute
     bool MoveToElement();
 
@@ -242,9 +292,98 @@ public:
     /// Returns the index of the attribute that was visited last; 0 for a new element.
     int GetCurrentAttributeIndex() const;
 
+    /// Steps through the value of the current attribute, part by part. Each part is a node: `Text`,
+    /// or `EntityReference` for a reference that was not replaced. ResolveEntity() on that one
+    /// makes the parts of the entity's text follow, and then an `EndEntity`. A value without such
+    /// references is one `Text`, also when it is empty.
+    ///
+    /// Moving to an element or attribute leaves the parts, and so does Read().
+    /// \return false behind the last part, with the attribute current again, and when the reader
+    ///     does not stand on an attribute
+    /// \throws Xml::Exception "Invalid character reference" and "Invalid named entity" for what an
+    ///     entity's text may hold
+    bool ReadAttributeValue();
+
     /// Returns the URI bound to `prefix` (empty: the default namespace) at the current node, or
     /// empty; always empty when namespaces are off.
     const astring& LookupNamespace(std::string_view prefix) const;
+
+    /// @}
+    /// \name Content
+    /// @{
+
+    /// Moves to the next node with content, unless the reader stands on one: skips the declaration,
+    /// the document type, comments, processing instructions and white space. On an attribute it
+    /// moves to the element.
+    /// \return the type of the node: `Element`, `Text`, `CDATA`, `EntityReference`, `EndElement`,
+    ///     `EndEntity`, or `None` at the end of the document
+    XmlNodeType MoveToContent();
+
+    /// Moves to content and tells whether that is a start tag, with that name if one is given.
+    bool IsStartElement();
+    bool IsStartElement(std::string_view name);
+    bool IsStartElement(std::string_view localName, std::string_view namespaceURI);
+
+    /// Moves to content, which must be a start tag with the name that is given, and reads it.
+    /// \throws Xml::Exception "Not an element node" with the type of another node; "Unexpected
+    ///     element" with the name of another element. The reader stays on that node.
+    void ReadStartElement();
+    void ReadStartElement(std::string_view name);
+    void ReadStartElement(std::string_view localName, std::string_view namespaceURI);
+
+    /// Reads the end tag that the reader stands on.
+    /// \throws Xml::Exception "Not an end element node" with the type of another node; "Read
+    ///     failed" when nothing follows, as behind the end tag of the root element
+    void ReadEndElement();
+
+    /// Returns the text from here up to the next tag or reference and moves there. An element is
+    /// entered first, and so is the element of an attribute. An empty element has no text; the
+    /// reader stays on it.
+    ///
+    /// Comments, processing instructions and nodes of white space are passed over and add nothing.
+    /// \throws Xml::Exception "Invalid operation" with the argument "ReadString" (line and position
+    ///     -1) when the document ends
+    astring ReadString();
+
+    /// Moves to content, which must be an element with nothing but text in it, returns that text,
+    /// and moves behind the element.
+    /// \throws Xml::Exception "Invalid node type" with the type of a node that is no element,
+    ///     "Unexpected node type" with the type of the node that ended the text
+    astring ReadElementString();
+
+    /// Copies text from here up to the next tag or reference into the caller's buffer, part by
+    /// part, for texts that need not be held as one. On an element, which is entered first, this
+    /// begins its text. Text, CDATA sections and white space are copied; comments and processing
+    /// instructions are passed over.
+    /// \param buffer receives the bytes, from `buffer + index` on
+    /// \param count the most bytes to copy; with 4 and more there is room for any character
+    /// \param reserved not used
+    /// \return the bytes copied, which end with a whole character; 0 once the text has ended, with
+    ///     the reader on the node that ended it
+    int ReadChars(char* buffer, int index, int count, unsigned reserved = 0);
+
+    /// Moves behind the content of the current node, and to content.
+    ///
+    /// From an element with an end tag, the reader gets to the content behind that tag. Deliberate:
+    /// from any other node, an empty element included, it moves to the next node, and when that is
+    /// an end tag, behind it. SkipElement() is plainer.
+    void Skip();
+
+    /// Moves to the node behind the current element, be it empty or not; from one of its attributes
+    /// too. On another node this is Read().
+    /// \return false at the end of the document
+    bool SkipElement();
+
+    /// Returns the markup between the start tag and the end tag of the current element, as it
+    /// stands in the input, in UTF-8, and moves behind the element. On an attribute, returns its
+    /// value and stays. On another node, returns an empty string and reads on.
+    astring ReadInnerXml();
+
+    /// Returns the markup of the current element, tags included, as it stands in the input, in
+    /// UTF-8, and moves behind the element. On an attribute, returns name="value" with the
+    /// attribute's own quotation marks and stays. On another node, returns an empty string and
+    /// reads on.
+    astring ReadOuterXml();
 
     /// @}
     /// \name Checks of names
@@ -261,7 +400,13 @@ public:
     /// @}
 
 private:
+    friend class XmlAttributeRef;
+
     const astring& NormalizedValue() const;
+    void RequireStartElement();
+    void EnterForString();
+    void ReadForString();
+    [[noreturn]] void ThrowAtNode(const char* message, std::string_view argument) const;
 
     detail::NodeView node_;  // filled by the core
     std::unique_ptr<detail::ReaderCore> core_;

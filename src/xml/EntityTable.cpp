@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include "xml/EntityTable.h"
+
+#include <espalier/xml/XmlHash.h>
+
+#include "xml/SeededHash.h"
+
+#include <algorithm>  // std::max
+#include <limits>
+#include <vector>
+
+namespace Xml::detail {
+
+namespace {
+
+constexpr unsigned kMapSize = 32;  // buckets at first
+
+// No name starts with these, so names of different kinds have different keys.
+astring KeyOf(EntityKind kind, std::string_view name) {
+    astring key(kind == EntityKind::Parameter ? "%" : kind == EntityKind::Notation ? "!" : "");
+    key += name;
+    return key;
+}
+
+void* FindIn(const Xml::HashMap& map, std::string_view key) {
+    return map.Find(key.data(), static_cast<unsigned>(key.size()));
+}
+
+}  // namespace
+
+EntityTable::EntityTable() : byKey_(kMapSize, true) {
+    byKey_.SetKey(SeededHash, XmlKeyCompareBinary);
+}
+
+EntityRecord* EntityTable::FindGeneral(std::string_view name) const {
+    if (name.empty()) return nullptr;
+    return static_cast<EntityRecord*>(FindIn(byKey_, name));
+}
+
+EntityRecord* EntityTable::Find(EntityKind kind, std::string_view name) const {
+    return static_cast<EntityRecord*>(FindIn(byKey_, KeyOf(kind, name)));
+}
+
+EntityRecord* EntityTable::Declare(EntityKind kind, std::string_view name) {
+    const astring key = KeyOf(kind, name);
+    if (FindIn(byKey_, key) != nullptr) return nullptr;
+    EntityRecord& record = records_.emplace_back();
+    record.name = name;
+    byKey_.Insert(key.data(), static_cast<unsigned>(key.length()), &record);
+    return &record;
+}
+
+// Measures.
+
+// Returns the next declared entity that the text of `record` refers to, and advances behind the
+// reference; null when there is no more.
+EntityRecord* EntityTable::NextReference(const EntityRecord& record, std::size_t& position) const {
+    const std::string_view text = record.text;
+    while (position < text.size()) {
+        const std::size_t start = text.find('&', position);
+        if (start == std::string_view::npos) break;
+        position = std::min(text.find('&', start + 1), text.size());
+        const std::string_view reference = text.substr(start + 1, position - start - 1);
+        const std::size_t length = reference.find(';');
+        if (length == std::string_view::npos) continue;  // which shows when it is expanded
+        EntityRecord* const found = FindGeneral(reference.substr(0, length));
+        if (found != nullptr) return found;
+    }
+    return nullptr;
+}
+
+void EntityTable::AddMeasures(EntityRecord& record, const EntityRecord& inner) {
+    constexpr long long kMost = std::numeric_limits<long long>::max() / 4;
+    record.isMarkup = record.isMarkup || inner.isMarkup;
+    record.nesting = std::max(record.nesting, inner.nesting + 1);
+    record.cost = std::min(kMost, record.cost + inner.cost);
+}
+
+// Goes through the entities depth first, on a stack of its own: who writes the document says how
+// deep they are nested.
+const EntityRecord& EntityTable::Measure(EntityRecord& record) {
+    struct Frame {
+        EntityRecord* record;
+        std::size_t position;
+    };
+    const auto begin = [](EntityRecord& entity) {
+        entity.measured = EntityRecord::Measured::Begun;
+        entity.isMarkup = entity.text.find('<') != astring::npos;
+        entity.cost = static_cast<long long>(entity.text.length());
+        return Frame{&entity, 0};
+    };
+    if (record.measured == EntityRecord::Measured::Yes) return record;
+    std::vector<Frame> frames{begin(record)};
+    while (!frames.empty()) {
+        EntityRecord& current = *frames.back().record;
+        EntityRecord* const inner = NextReference(current, frames.back().position);
+        if (inner == nullptr) {
+            current.measured = EntityRecord::Measured::Yes;
+            frames.pop_back();
+            if (!frames.empty()) AddMeasures(*frames.back().record, current);
+        } else if (inner->measured == EntityRecord::Measured::No) {
+            frames.push_back(begin(*inner));
+        } else if (inner->measured == EntityRecord::Measured::Yes) {
+            AddMeasures(current, *inner);
+        }
+    }
+    return record;
+}
+
+}  // namespace Xml::detail

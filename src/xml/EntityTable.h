@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <espalier/base/astring.h>
+#include <espalier/xml/HashMap.h>
+
+#include "xml/PlaceCounter.h"
+
+#include <cstddef>
+#include <deque>
+#include <string_view>
+
+namespace Xml::detail {
+
+/// What a record of the table declares. Their names live side by side: a general entity, a
+/// parameter entity and a notation may all have the same name.
+enum class EntityKind : unsigned char { General, Parameter, Notation };
+
+/// An entity or a notation that the document type declares.
+struct EntityRecord {
+    astring name;
+    astring text;  ///< the replacement text; empty for an external entity
+    astring publicId;
+    astring systemId;
+    astring notation;    ///< of an unparsed entity
+    Place place{0, 0};   ///< where the declaration starts
+    bool inUse = false;  ///< it is being expanded, so a reference to it would never end
+
+    // What Measure() finds out.
+    enum class Measured : unsigned char { No, Begun, Yes };
+    Measured measured = Measured::No;
+    bool isMarkup = false;  ///< its text, or that of an entity it refers to, has a "<"
+    int nesting = 1;        ///< how many entities deep its text goes, itself included
+    long long cost = 0;     ///< bytes of its text and of all that is expanded in it
+};
+
+/// The entities and notations of a document. The first declaration of a name is the one that
+/// counts.
+///
+/// What a reference leads to is found out once for each entity, without expanding anything: the
+/// costs of entities add up by themselves. So a bomb is known for what it is when it is met.
+class EntityTable {
+public:
+    EntityTable();
+
+    /// Adds a record.
+    /// \return null when there is one of that kind and name already
+    EntityRecord* Declare(EntityKind kind, std::string_view name);
+
+    /// Returns a record, or null.
+    EntityRecord* Find(EntityKind kind, std::string_view name) const;
+
+    /// Returns a general entity, or null.
+    EntityRecord* FindGeneral(std::string_view name) const;
+
+    /// Returns the record with what it leads to. References to entities that are not declared, and
+    /// those that lead back, count for nothing: nobody gets behind them.
+    const EntityRecord& Measure(EntityRecord& record);
+
+private:
+    EntityRecord* NextReference(const EntityRecord& record, std::size_t& position) const;
+    static void AddMeasures(EntityRecord& record, const EntityRecord& inner);
+
+    std::deque<EntityRecord> records_;
+    Xml::HashMap byKey_;
+};
+
+}  // namespace Xml::detail

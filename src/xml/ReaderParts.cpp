@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: MIT
+
+// The value of an attribute, part by part, and the markup of whole elements.
+
+#include "xml/Messages.h"
+#include "xml/ReaderCore.h"
+
+#include <utility>  // std::exchange
+
+namespace Xml::detail {
+
+// The value of an attribute.
+
+bool ReaderCore::ReadAttributeValue() {
+    if (parseState_ != ParseState::PsEntityReturn) {
+        if (node_.type != XmlNodeType::Attribute) return false;
+        EnterValue();
+        if (scanner_.PushedCount() == partsBase_) return ReportPart(XmlNodeType::Text);
+    }
+    if (scanner_.PushedCount() > partsBase_) {
+        try {
+            if (NextPart()) return true;
+        } catch (...) {
+            Fail();
+            throw;
+        }
+    }
+    LeaveValue();
+    return false;
+}
+
+// Goes to the value of the current attribute: as value_, or in the scanner when it has parts.
+void ReaderCore::EnterValue() {
+    XmlAttribute& attribute = attributes_[static_cast<std::size_t>(attributeIndex_)];
+    partsBase_ = scanner_.PushedCount();
+    partWaits_ = false;
+    if (attribute.holdsReferences) {
+        for (XmlAttribute& other : Attributes()) {  // the scanner forgets how to tell
+            other.place = PlaceOf(other);
+            other.hasPlace = true;
+        }
+        entityChain_.push_back(nullptr);
+        scanner_.PushString(attribute.raw);
+    } else {
+        value_ = NormalizedValue(attribute);
+    }
+    savedParseState_ = std::exchange(parseState_, ParseState::PsEntityReturn);
+}
+
+// Goes back from the value of an attribute to the attribute.
+void ReaderCore::LeaveValue() {
+    if (parseState_ != ParseState::PsEntityReturn) return;
+    while (scanner_.PushedCount() > partsBase_)
+        PopEntity();
+    parseState_ = savedParseState_;
+    node_.type = XmlNodeType::Attribute;
+    node_.depth = Depth() + 1;
+    ShowAttribute(attributeIndex_);
+}
+
+// Makes the next part the current node.
+// Returns false at the end of the value.
+bool ReaderCore::NextPart() {
+    value_.clear();
+    if (std::exchange(partWaits_, false)) {
+        return ReportPart(XmlNodeType::EntityReference, referenceName_);
+    }
+    for (;;) {
+        const XmlToken token = scanner_.ScanValuePart(value_);
+        if (token == XmlToken::TEXT) continue;
+        const bool isReference = token == XmlToken::CHARREF || token == XmlToken::ENTITYREF;
+        if (isReference && ReplaceReference(token, value_, nullptr)) continue;
+        if (!value_.empty()) {
+            partWaits_ = isReference;
+            return ReportPart(XmlNodeType::Text);
+        }
+        if (isReference) return ReportPart(XmlNodeType::EntityReference, referenceName_);
+        const EntityRecord* const ended = entityChain_.back();
+        if (ended == nullptr) return false;
+        PopEntity();
+        return ReportPart(XmlNodeType::EndEntity, ended->name);
+    }
+}
+
+bool ReaderCore::ReportPart(XmlNodeType::XML_NODE_TYPE type) {
+    ReportValue(type);
+    return true;
+}
+
+bool ReaderCore::ReportPart(XmlNodeType::XML_NODE_TYPE type, std::string_view name) {
+    ReportNamed(type, name);
+    return true;
+}
+
+// Whole elements.
+
+// Reads up to the end tag of the current element, which is not empty.
+void ReaderCore::ReadToEndTag() {
+    const int depth = Depth();
+    while (Read() && Depth() >= depth) {
+    }
+}
+
+// Returns the tag of the current element as it is written. Nothing has been read since.
+astring ReaderCore::RawStartTag() const {
+    if (tagBegin_ == nullptr) return "<" + rawTag_;
+    const auto length = static_cast<std::size_t>(scanner_.Position() - tagBegin_);
+    return astring(std::string_view(reinterpret_cast<const char*>(tagBegin_), length));
+}
+
+// Reads up to the end tag of the current element, which is not empty, and appends what is written
+// behind its start tag.
+void ReaderCore::CaptureElement(astring& markup, bool withEndTag) {
+    scanner_.StartCapture();
+    ReadToEndTag();
+    const std::size_t before =
+        tagBegin_ == nullptr ? tagOffset_ : scanner_.CapturedLengthAt(tagBegin_);
+    astring& captured = scanner_.EndCapture();
+    if (!withEndTag) captured.resize(before);
+    if (markup.empty()) {
+        std::swap(markup, captured);
+    } else {
+        markup += captured;
+    }
+}
+
+}  // namespace Xml::detail

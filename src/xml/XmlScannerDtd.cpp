@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: MIT
+
+// The scans of the document type declaration.
+
+#include "encoding/CharClass.h"
+#include "xml/Messages.h"
+#include "xml/NameBytes.h"
+#include "xml/RunScan.h"
+#include "xml/XmlScanner.h"
+
+#include <cstring>
+
+namespace Xml::detail {
+
+// Tokens.
+
+// Sees to it that a valid character follows inside of a token.
+void XmlScanner::RequireInDtd(const char* message) {
+    if (!HaveCharacter()) Throw(message);
+    RequireCharacter();
+}
+
+XmlToken XmlScanner::ScanDtdToken() {
+    SkipWhitespace();
+    tokenText_ = {};
+    if (!HaveCharacter()) return XmlToken::ENDOFFILE;
+    RequireCharacter();
+    switch (*position_) {
+    case '<': Finish(XmlToken::TAG, "<"); return ScanDtdMarkup();
+    case '>': return Finish(XmlToken::TAGEND, ">");
+    case '[': return Finish(XmlToken::DOCTYPEBEGIN, "[");
+    case ']': return Finish(XmlToken::DOCTYPEEND, "]");
+    case '=': return Finish(XmlToken::EQUALS, "=");
+    case '"': quoteChar_ = '"'; return Finish(XmlToken::QUOTE, "\"");
+    case '\'': quoteChar_ = '\''; return Finish(XmlToken::QUOTE, "'");
+    case '%':
+        Finish(XmlToken::PERCENT, "%");
+        RequireInDtd(Message::kEofInDtdToken);
+        return StartsName(position_) ? XmlToken::PEREF : XmlToken::PERCENT;
+    default: return DtdName();
+    }
+}
+
+XmlToken XmlScanner::ScanDtdMarkup() {
+    RequireInDtd(Message::kEofInDtdMarkup);
+    switch (*position_) {
+    case '!': break;
+    case '/': return Finish(XmlToken::ENDTAG, "</");
+    case '?': return Finish(XmlToken::PI, "<?");
+    default: return XmlToken::TAG;
+    }
+    Finish(XmlToken::DECL, "<!");
+    RequireInDtd(Message::kEofInDtdToken);
+    if (*position_ != '-') return XmlToken::DECL;
+    ++position_;
+    RequireInDtd(Message::kEofInDtdToken);
+    if (*position_ != '-') return XmlToken::DECL;
+    return Finish(XmlToken::COMMENT, "<!--");
+}
+
+// Scans a name, a name token, or a character that begins none.
+XmlToken XmlScanner::DtdName() {
+    if (ScanName().token != XmlToken::ERROR) return name_.token;
+    const unsigned char* const begin = position_;
+    position_ = SkipNameCharacters(position_);
+    const bool isToken = position_ != begin;
+    if (!isToken) position_ += *begin < 0x80 ? 1 : SequenceLength(begin, dataEnd_);
+    tokenText_ = {reinterpret_cast<const char*>(begin),
+                  static_cast<std::size_t>(position_ - begin)};
+    return isToken ? XmlToken::NMTOKEN : XmlToken::ERROR;
+}
+
+// Literals.
+
+XmlToken XmlScanner::ScanEntityValue(astring& text) {
+    const bool isDouble = quoteChar_ == '"';
+    bool any = false;
+    for (;;) {
+        const unsigned char* const stop =
+            isDouble ? Find<'"', '&', '%'>(position_) : Find<'\'', '&', '%'>(position_);
+        any = any || stop != position_;
+        Take(text, stop);
+        if (position_ != dataEnd_) {
+            const unsigned char c = *position_;
+            const bool isQuote = c == static_cast<unsigned char>(quoteChar_);
+            if ((isQuote || c == '&' || c == '%') && any) return XmlToken::ENTTEXT;
+            if (isQuote) return Finish(XmlToken::ENDQUOTE, {});
+            if (c == '&') return ScanReferenceStart();
+            if (c == '%') return Finish(XmlToken::PEREF, "%");
+        }
+        if (!GoOn()) return any ? XmlToken::ENTTEXT : XmlToken::ENDOFFILE;
+    }
+}
+
+void XmlScanner::ScanLiteral(astring& text) {
+    const auto quote = static_cast<unsigned char>(quoteChar_);
+    std::size_t taken = 0;  // encoded bytes
+    for (const unsigned char* from = position_;;) {
+        const unsigned char* const stop = Find<'"', '\''>(from);
+        const unsigned char* const reach = Within(stop, kBufferSize - taken);
+        taken += codec_->EncodedLength(position_, reach);
+        Take(text, reach);
+        if (reach != stop) Throw(Message::kInputBufferOverflow);
+        from = position_;
+        if (position_ != dataEnd_ && *position_ == quote) return;
+        if (position_ != dataEnd_ && (*position_ == '"' || *position_ == '\'')) {
+            ++from;  // the other quotation mark belongs to the literal
+        } else if (!GoOn()) {
+            Throw(Message::kEofInLiteral);
+        } else {
+            from = position_;
+        }
+    }
+}
+
+namespace {
+
+// [13] PubidChar ::= #x20 | #xD | #xA | [a-zA-Z0-9] | [-'()+,./:=?;!*#@$_%]
+bool IsPubidCharacter(unsigned char c) {
+    if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9')) return true;
+    return c != 0 && std::strchr(" \r\n-'()+,./:=?;!*#@$_%", c) != nullptr;
+}
+
+}  // namespace
+
+void XmlScanner::ScanPubidLiteral(astring& text) {
+    const auto quote = static_cast<unsigned char>(quoteChar_);
+    for (int room = kBufferSize / UnitSize();; --room) {
+        if (!HaveCharacter()) Throw(Message::kEofInLiteral);
+        RequireCharacter();
+        if (*position_ == quote) return;
+        if (!IsPubidCharacter(*position_)) Throw(Message::kInvalidPublicId);
+        if (room == 0) Throw(Message::kInputBufferOverflow);
+        Take(text, position_ + 1);
+    }
+}
+
+// What is skipped.
+
+bool XmlScanner::SkipLiteral(char quote) {
+    for (;;) {
+        position_ = Find<'"', '\''>(position_);
+        if (position_ != dataEnd_ && (*position_ == '"' || *position_ == '\'')) {
+            if (*position_++ == static_cast<unsigned char>(quote)) return true;
+        } else if (!GoOn()) {
+            return false;
+        }
+    }
+}
+
+char XmlScanner::NextDtdDelimiter() {
+    const auto isPlain = [](unsigned char c) {
+        return c < 0x80 && !IsForbiddenControl(c) && c != '<' && c != '>' && c != '[' && c != ']' &&
+               c != '"' && c != '\'';
+    };
+    for (;;) {
+        while (isPlain(*position_))
+            ++position_;
+        if (position_ != dataEnd_ && !IsForbiddenControl(*position_)) {
+            if (*position_ < 0x80) return static_cast<char>(*position_++);
+            const int length = SequenceLength(position_, dataEnd_);
+            if (length > 0) {
+                position_ += length;
+                continue;
+            }
+        }
+        if (!GoOn()) return 0;
+    }
+}
+
+}  // namespace Xml::detail

@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: MIT
+
+// The operations that stand on top of Read(): moving to content, checked tags, text and markup.
+
+#include <espalier/io/Exception.h>
+#include <espalier/xml/XmlTextReader.h>
+
+#include "encoding/Utf8.h"
+#include "xml/Messages.h"
+#include "xml/ReaderCore.h"
+
+#include <algorithm>  // std::min
+#include <cstring>
+
+namespace Xml {
+
+namespace {
+
+// What ReadString() collects. It never sees the two kinds of white space, because it moves to
+// content first.
+bool IsCharacterData(XmlNodeType::XML_NODE_TYPE type) {
+    return type == XmlNodeType::Text || type == XmlNodeType::CDATA ||
+           type == XmlNodeType::Whitespace || type == XmlNodeType::SignificantWhitespace;
+}
+
+// Returns the most bytes, up to `room`, of `text` that are whole characters.
+std::size_t WholeCharacters(std::string_view text, std::size_t room) {
+    if (text.size() <= room) return text.size();
+    while (room > 0 && detail::utf8::IsContinuation(static_cast<unsigned char>(text[room])))
+        --room;
+    return room;
+}
+
+}  // namespace
+
+void XmlTextReader::ThrowAtNode(const char* message, std::string_view argument) const {
+    Exception::ThrowException(message, astring(argument), LineNumber(), LinePosition());
+}
+
+XmlNodeType XmlTextReader::MoveToContent() {
+    do {
+        switch (node_.type) {
+        case XmlNodeType::Attribute: MoveToElement(); return XmlNodeType::Element;
+        case XmlNodeType::Element:
+        case XmlNodeType::Text:
+        case XmlNodeType::CDATA:
+        case XmlNodeType::EntityReference:
+        case XmlNodeType::EndElement:
+        case XmlNodeType::EndEntity: return node_.type;
+        default: break;
+        }
+    } while (Read());
+    return node_.type;
+}
+
+bool XmlTextReader::IsStartElement() { return MoveToContent() == XmlNodeType::Element; }
+
+bool XmlTextReader::IsStartElement(std::string_view name) {
+    return IsStartElement() && Name() == name;
+}
+
+bool XmlTextReader::IsStartElement(std::string_view localName, std::string_view namespaceURI) {
+    return IsStartElement() && LocalName() == localName && NamespaceURI() == namespaceURI;
+}
+
+void XmlTextReader::RequireStartElement() {
+    if (!IsStartElement()) {
+        ThrowAtNode(detail::Message::kNotAnElement, XmlNodeType(node_.type).ToString());
+    }
+}
+
+void XmlTextReader::ReadStartElement() {
+    RequireStartElement();
+    Read();
+}
+
+void XmlTextReader::ReadStartElement(std::string_view name) {
+    RequireStartElement();
+    if (Name() != name) ThrowAtNode(detail::Message::kUnexpectedElement, Name());
+    Read();
+}
+
+void XmlTextReader::ReadStartElement(std::string_view localName, std::string_view namespaceURI) {
+    RequireStartElement();
+    if (LocalName() != localName || NamespaceURI() != namespaceURI) {
+        ThrowAtNode(detail::Message::kUnexpectedElement, Name());
+    }
+    Read();
+}
+
+void XmlTextReader::ReadEndElement() {
+    if (node_.type != XmlNodeType::EndElement) {
+        ThrowAtNode(detail::Message::kNotAnEndElement, XmlNodeType(node_.type).ToString());
+    }
+    const int line = LineNumber();
+    const int column = LinePosition();
+    if (!Read()) {
+        Exception::ThrowException(detail::Message::kReadFailed, astring(), line, column);
+    }
+}
+
+// Text.
+
+void XmlTextReader::ReadForString() {
+    if (!Read())
+        Exception::ThrowException(detail::Message::kInvalidOperation, "ReadString", -1, -1);
+}
+
+// Moves from an element or attribute to what stands behind its start tag.
+void XmlTextReader::EnterForString() {
+    if (node_.type == XmlNodeType::Element && !IsEmptyElement()) {
+        ReadForString();
+    } else if (node_.type == XmlNodeType::Attribute) {
+        MoveToElement();
+        ReadForString();
+    }
+}
+
+astring XmlTextReader::ReadString() {
+    EnterForString();
+    astring text;
+    while (IsCharacterData(MoveToContent())) {
+        text += Value();
+        ReadForString();
+    }
+    return text;
+}
+
+astring XmlTextReader::ReadElementString() {
+    if (MoveToContent() != XmlNodeType::Element) {
+        ThrowAtNode(detail::Message::kInvalidNodeType, XmlNodeType(node_.type).ToString());
+    }
+    astring text;
+    if (!IsEmptyElement()) {
+        text = ReadString();
+        if (node_.type != XmlNodeType::EndElement) {
+            ThrowAtNode(detail::Message::kUnexpectedNodeType, XmlNodeType(node_.type).ToString());
+        }
+    }
+    Read();
+    return text;
+}
+
+int XmlTextReader::ReadChars(char* buffer, int index, int count, unsigned /*reserved*/) {
+    if (buffer == nullptr || index < 0 || count <= 0) return 0;
+    if (node_.type == XmlNodeType::Element && !IsEmptyElement()) Read();
+    int copied = 0;
+    for (;;) {
+        if (IsCharacterData(node_.type)) {
+            const auto rest = Value().view().substr(static_cast<std::size_t>(node_.charsRead));
+            const std::size_t length =
+                WholeCharacters(rest, static_cast<std::size_t>(count - copied));
+            std::memcpy(buffer + index + copied, rest.data(), length);
+            copied += static_cast<int>(length);
+            node_.charsRead += static_cast<int>(length);
+            if (length < rest.size()) return copied;
+        } else if (node_.type != XmlNodeType::Comment &&
+                   node_.type != XmlNodeType::ProcessingInstruction) {
+            return copied;
+        }
+        if (!Read()) return copied;
+    }
+}
+
+// Whole elements.
+
+void XmlTextReader::Skip() {
+    MoveToElement();
+    const int depth = node_.depth;
+    bool isRead = Read();
+    while (isRead && node_.depth > depth)
+        isRead = Read();
+    if (node_.type != XmlNodeType::EndElement) return;
+    Read();
+    MoveToContent();
+}
+
+bool XmlTextReader::SkipElement() {
+    MoveToElement();
+    if (node_.type == XmlNodeType::Element && !IsEmptyElement()) core_->ReadToEndTag();
+    return Read();
+}
+
+astring XmlTextReader::ReadInnerXml() {
+    if (core_->readState != Interactive) return {};
+    if (node_.type == XmlNodeType::Attribute) return Value();
+    astring markup;
+    if (node_.type == XmlNodeType::Element && !IsEmptyElement()) {
+        core_->CaptureElement(markup, false);
+    }
+    Read();
+    return markup;
+}
+
+astring XmlTextReader::ReadOuterXml() {
+    if (core_->readState != Interactive) return {};
+    if (node_.type == XmlNodeType::Attribute) {
+        const char quote = QuoteChar();
+        astring markup = Name();
+        markup += '=';
+        markup += quote;
+        markup += Value();
+        markup += quote;
+        return markup;
+    }
+    astring markup;
+    if (node_.type == XmlNodeType::Element) {
+        markup = core_->RawStartTag();
+        if (!IsEmptyElement()) core_->CaptureElement(markup, true);
+    }
+    Read();
+    return markup;
+}
+
+}  // namespace Xml
