@@ -87,6 +87,18 @@ std::string ContentOf(const fs::path& path) {
     return content.str();
 }
 
+// Whether the document type refers to a parameter entity between its declarations. Its name is
+// taken for one of ASCII letters.
+bool RefersToParameterEntities(std::string_view document) {
+    const std::string_view subset = document.substr(0, document.find("]>"));
+    for (std::size_t at = subset.find('%'); at != std::string_view::npos;
+         at = subset.find('%', at + 1)) {
+        const std::size_t end = subset.find_first_of("; \t\r\n'\"", at + 1);
+        if (end < subset.size() && subset[end] == ';' && end > at + 1) return true;
+    }
+    return false;
+}
+
 // What became of the documents of a source.
 struct Counts {
     int whole = 0;
@@ -122,13 +134,15 @@ void CompareDocument(const std::string& document, Counts& counts) {
         ++counts.withOddLanguages;
         return;
     }
-    if (expat.hasSkippedEntity) {
-        EXPECT_TRUE(ours.error.ends_with("Undeclared entity")) << ours.error;
+    const bool isDeclaredElsewhere = expat.hasSkippedEntity || RefersToParameterEntities(document);
+    if (isDeclaredElsewhere && ours.error.ends_with("Undeclared entity")) {
         CompareStructure(document, counts);
         return;
     }
     EXPECT_EQ(ours.error, "") << "is refused";
-    ExpectSameEvents(ours, expat, "expat");
+    // Deliberate: declarations behind a reference to a parameter entity count, which expat asks for
+    // the entity to be read.
+    if (!RefersToParameterEntities(document)) ExpectSameEvents(ours, expat, "expat");
     ExpectSameEvents(ours, differential::ReadWithLibxml(document, Detail::Whole), "libxml2");
     ++counts.whole;
 }
