@@ -59,10 +59,11 @@ std::string ExpandedName(std::string_view uri, std::string_view localName);
 /// What a parser made of a document: the events, or why it refused it.
 struct Reading {
     std::vector<std::string> lines;
-    std::string error;              ///< "" when it was read to the end
-    int errorCode = 0;              ///< expat's number of the error
-    bool hasMarkupEntity = false;   ///< told by expat: the document declares an entity with a tag
-    bool hasSkippedEntity = false;  ///< told by expat: it refers to one declared elsewhere, if at all
+    std::string error;             ///< "" when it was read to the end
+    int errorCode = 0;             ///< expat's number of the error
+    bool hasMarkupEntity = false;  ///< told by expat: the document declares an entity with a tag
+    bool hasSkippedEntity =
+        false;  ///< told by expat: it refers to one declared elsewhere, if at all
 };
 
 /// Reads with the reader: entities are expanded, or for Detail::Structure kept as they are

@@ -85,8 +85,8 @@ Reading ReadWithLibxml(const std::string& document, Detail detail) {
     constexpr int kOptions = XML_PARSE_NOENT | XML_PARSE_NONET | XML_PARSE_HUGE |
                              XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
     xmlSetExternalEntityLoader(LoadNothing);
-    const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> context(
-        xmlNewParserCtxt(), &xmlFreeParserCtxt);
+    const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> context(xmlNewParserCtxt(),
+                                                                               &xmlFreeParserCtxt);
     EventList events(detail);
     context->_private = &events;
     SetHandlers(*context->sax);
