@@ -90,6 +90,8 @@ Reading ReadWithLibxml(const std::string& document, Detail detail) {
     EventList events(detail);
     context->_private = &events;
     SetHandlers(*context->sax);
+    context->vctxt.error = nullptr;  // would print
+    context->vctxt.warning = nullptr;
     const xmlDocPtr tree =
         xmlCtxtReadMemory(context.get(), document.data(), static_cast<int>(document.size()),
                           nullptr, nullptr, kOptions);
