@@ -4,6 +4,7 @@
 #include "Differences.h"
 #include "Events.h"
 #include "SameEvents.h"
+#include "Tellings.h"
 #include "Verdicts.h"
 #include "support/EscapedText.h"
 
@@ -11,6 +12,7 @@
 
 #include <set>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -124,6 +126,31 @@ TEST(Differences, AllShowInSomeDocument) {
     }
     for (const Difference& difference : differential::Differences()) {
         if (difference.effect == Effect::Told) continue;
+        EXPECT_TRUE(shown.contains(difference.name)) << difference.name;
+    }
+}
+
+std::string Joined(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines)
+        text += (text.empty() ? "" : ", ") + line;
+    return text;
+}
+
+TEST(Differences, ShowInWhatTheReaderTells) {
+    std::set<std::string> shown;
+    for (const differential::Telling& telling : differential::Tellings()) {
+        SCOPED_TRACE(telling.document);
+        shown.insert(telling.difference);
+        const Difference* const difference = differential::FindDifference(telling.difference);
+        ASSERT_NE(difference, nullptr);
+        EXPECT_EQ(difference->effect, Effect::Told);
+        const Reading ours = differential::ReadWithReader(telling.document, Detail::Whole);
+        EXPECT_EQ(ours.error, "");
+        EXPECT_EQ(Joined(ours.lines), telling.reader);
+    }
+    for (const Difference& difference : differential::Differences()) {
+        if (difference.effect != Effect::Told) continue;
         EXPECT_TRUE(shown.contains(difference.name)) << difference.name;
     }
 }
