@@ -72,11 +72,12 @@ ReaderCore::Pass ReaderCore::ParseText(XmlToken token) {
         case XmlToken::CHARREF:
         case XmlToken::ENTITYREF:
             if (ReplaceReference(token, value_, nullptr)) break;
-            switch (TakeReference()) {
+            switch (TakeReference(false)) {
             case Reference::Taken: break;
             case Reference::Reported: return Pass::Node;
             case Reference::Pushed: return Pass::Repeat;
             case Reference::Waits:
+                referencePlace_ = ReferencePlace();
                 parseState_ = ParseState::PsReference;
                 return ReportValue(XmlNodeType::Text);
             }
@@ -90,7 +91,7 @@ ReaderCore::Pass ReaderCore::ParseText(XmlToken token) {
 ReaderCore::Pass ReaderCore::ParsePendingReference() {
     parseState_ = ParseState::PsContent;
     value_.clear();
-    const Reference reference = TakeReference();
+    const Reference reference = TakeReference(true);
     if (reference == Reference::Reported) return Pass::Node;
     if (reference == Reference::Pushed) return Pass::Repeat;
     scanner_.MarkNodeAt(referencePlace_);
@@ -137,12 +138,21 @@ bool ReaderCore::ReplacePredefined(astring& text, astring* raw) {
 }
 
 void ReaderCore::ScanGeneralReference() {
-    referencePlace_ = scanner_.CurrentPlace();
-    --referencePlace_.column;  // the reference starts at "&"
     const ScannedName& name = scanner_.ScanName();
     if (name.token == XmlToken::ERROR) scanner_.Throw(Message::kBadName);
     referenceName_ = name.text;
     if (!scanner_.Accept(";")) scanner_.Throw(Message::kInvalidNamedEntity);
+}
+
+// Returns where the general reference starts that has just been scanned.
+Place ReaderCore::ReferencePlace() const {
+    Place place = scanner_.CurrentPlace();
+    const auto* const name = reinterpret_cast<const unsigned char*>(referenceName_.data());
+    const auto counts = utf8::CountCharacters(name, name + referenceName_.length());
+    place.column -= static_cast<int>(counts.all) + 2;  // "&" and ";"
+    // The colon that splits a name does not count (PlaceCounter).
+    if (scanner_.Name().colon >= 0) ++place.column;
+    return place;
 }
 
 void ReaderCore::AppendReference(astring& text, std::string_view start, std::string_view name) {

@@ -113,8 +113,8 @@ public:
     void LeaveValue();
     void ResolveEntity();
     void ReadToEndTag();
-    astring RawStartTag() const;
-    void CaptureElement(astring& markup, bool withEndTag);
+    astring InnerXml();
+    astring OuterXml(bool isEmpty);
     int AttributeIndex() const { return attributeIndex_; }
     const astring& LookupNamespace(std::string_view prefix) const;
 
@@ -132,6 +132,12 @@ private:
         Skipped,    ///< it passed white space that is not reported
         NeedsMore,  ///< it may have reached the end of the window
         NeedsCare   ///< it met something unusual
+    };
+
+    /// What a quick scan does with what it finds.
+    enum class Use : unsigned char {
+        Report,  ///< it makes a node of it
+        Pass     ///< it checks it; only tags are of interest
     };
 
     void ShowNothing();
@@ -181,6 +187,7 @@ private:
     bool ReplaceReference(XmlToken token, astring& text, astring* raw);
     bool ReplacePredefined(astring& text, astring* raw);
     void ScanGeneralReference();
+    Place ReferencePlace() const;
     static void AppendReference(astring& text, std::string_view start, std::string_view name);
 
     // ReaderEntities.cpp: general entities and what their references stand for.
@@ -191,8 +198,7 @@ private:
         Reported,  ///< it is the current node
         Pushed     ///< the entity's text comes next
     };
-    Reference TakeReference();
-    Pass ReportReference();
+    Reference TakeReference(bool isPending);
     Pass ReportEntityEnd();
     EntityRecord& FindEntity(std::string_view name) const;
     const EntityRecord& Charge(EntityRecord& record);
@@ -201,10 +207,12 @@ private:
     void PopEntity();
     void PopEntitiesTo(int count);
     void AppendExpansion(astring& text, std::string_view source);
-    void ExpandEntity(astring& text, std::string_view name);
+    void ExpandEntity(astring& text, EntityRecord& record);
     astring ExpandEntities(std::string_view text);
 
-    // ReaderParts.cpp: the value of an attribute, part by part.
+    // ReaderParts.cpp: the value of an attribute, part by part, and the markup of whole elements.
+    const astring& RawStartTag();
+    astring CaptureElement(std::string_view before, bool withEndTag);
     void EnterValue();
     bool NextPart();
     bool ReportPart(XmlNodeType::XML_NODE_TYPE type);
@@ -228,14 +236,22 @@ private:
     };
 
     // ReaderQuick.cpp: nodes that lie in the window and are made of the usual.
+    template <Use kUse>
+    bool ReadNode();
+    template <Use kUse>
     Quick ReadQuickly();
+    template <Use kUse>
     Quick ReadTextQuickly();
+    template <Use kUse>
     Quick ReadLongTextQuickly();
+    template <Use kUse>
     Quick ReadReferencedTextQuickly(const unsigned char* at);
     bool AppendReferenceQuickly(astring& text, const unsigned char*& at) const;
     Quick ReportTextQuickly(const unsigned char* end, XmlNodeType::XML_NODE_TYPE type);
+    template <Use kUse>
     Quick ReadStartTagQuickly();
     Quick ReadEndTagQuickly();
+    template <Use kUse>
     Quick ScanAttributeQuickly(const unsigned char*& at);
     const unsigned char* ScanNameQuickly(const unsigned char* at, XmlName*& name);
     const unsigned char* ScanNewName(const unsigned char* at, XmlName*& name);
@@ -307,7 +323,7 @@ private:
     // The markup of the tag scanned last: in the window when the quick way took it, otherwise what
     // was collected of it, and how much had been collected before it.
     const unsigned char* tagBegin_ = nullptr;
-    astring rawTag_;  // without its "<"
+    astring rawTag_;
     std::size_t tagOffset_ = 0;
 
     // The attributes of the current element, in document order: the first attributeCount_ ones.
@@ -348,8 +364,8 @@ private:
     std::unique_ptr<EntityTable> entities_;  // null without a declaration
     std::vector<EntityRecord*> entityChain_;
     long long expandedBytes_ = 0;
-    astring referenceName_;  // of the general reference that was scanned last
-    Place referencePlace_{0, 0};
+    astring referenceName_;       // of the general reference that was scanned last
+    Place referencePlace_{0, 0};  // while it is pending
 
     // While the value of an attribute is read part by part.
     ParseState savedParseState_ = ParseState::PsContent;

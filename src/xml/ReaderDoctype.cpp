@@ -95,7 +95,7 @@ void ReaderCore::SkipDtdLiteral(char quote) {
 // Parses what follows "<".
 // Returns whether it opened a level that its ">" is to close.
 bool ReaderCore::ParseSubsetMarkup() {
-    Place place = scanner_.CurrentPlace();
+    Place place = scanner_.SettledPlace();
     --place.column;
     astring skipped;
     switch (scanner_.ScanDtdMarkup()) {

@@ -46,7 +46,7 @@ ReaderCore::Pass ReaderCore::ParseElement() {
     XmlName* name = nullptr;
     bool isEmpty = false;
     const bool keepsTag = !scanner_.IsCapturing();
-    if (keepsTag) scanner_.StartCapture();
+    if (keepsTag) scanner_.StartCapture("<");
     ScanElementCarefully(name, isEmpty);
     if (keepsTag) rawTag_ = scanner_.EndCapture();
     FinishElement(*name, isEmpty);
@@ -165,8 +165,9 @@ void ReaderCore::ExpandReference(XmlAttribute& attribute, XmlToken token) {
             token == XmlToken::CHARREF && entityHandling == XmlEntityHandling::ExpandNothing;
         attribute.holdsReferences = attribute.holdsReferences || isKept;
     } else if (entityHandling == XmlEntityHandling::ExpandEntities) {
-        Charge(FindEntity(referenceName_));
-        ExpandEntity(attribute.value, referenceName_);
+        EntityRecord& record = FindEntity(referenceName_);
+        Charge(record);
+        ExpandEntity(attribute.value, record);
     } else {
         AppendReference(attribute.value, "&", referenceName_);
         attribute.holdsReferences = true;

@@ -21,32 +21,28 @@ namespace Xml::detail {
 
 // References in content.
 
-// Deals with the general reference that has been scanned. value_ is the text before it.
-ReaderCore::Reference ReaderCore::TakeReference() {
+// Deals with the general reference that has been scanned, or is pending since then. value_ is the
+// text before it.
+ReaderCore::Reference ReaderCore::TakeReference(bool isPending) {
     switch (entityHandling) {
     case XmlEntityHandling::ExpandNothing:
         AppendReference(value_, "&", referenceName_);
         return Reference::Taken;
     case XmlEntityHandling::ExpandCharEntities:
         if (!value_.empty()) return Reference::Waits;
-        ReportReference();
+        scanner_.MarkNodeAt(isPending ? referencePlace_ : ReferencePlace());
+        ReportNamed(XmlNodeType::EntityReference, referenceName_);
         return Reference::Reported;
     default: break;
     }
     EntityRecord& record = FindEntity(referenceName_);
     if (!Charge(record).isMarkup) {
-        ExpandEntity(value_, referenceName_);
+        ExpandEntity(value_, record);
         return Reference::Taken;
     }
     if (!value_.empty()) return Reference::Waits;
     PushEntity(record);
     return Reference::Pushed;
-}
-
-ReaderCore::Pass ReaderCore::ReportReference() {
-    scanner_.MarkNodeAt(referencePlace_);
-    value_.clear();
-    return ReportNamed(XmlNodeType::EntityReference, referenceName_);
 }
 
 ReaderCore::Pass ReaderCore::ReportEntityEnd() {
@@ -238,8 +234,7 @@ void ReaderCore::AppendExpansion(astring& text, std::string_view source) {
 }
 
 // Appends what a reference to the entity stands for.
-void ReaderCore::ExpandEntity(astring& text, std::string_view name) {
-    EntityRecord& record = FindEntity(name);
+void ReaderCore::ExpandEntity(astring& text, EntityRecord& record) {
     CheckCycle(record);
     entityChain_.push_back(&record);
     record.inUse = true;

@@ -94,34 +94,34 @@ bool ReaderCore::ReportPart(XmlNodeType::XML_NODE_TYPE type, std::string_view na
 
 // Whole elements.
 
-// Reads up to the end tag of the current element, which is not empty.
-void ReaderCore::ReadToEndTag() {
-    const int depth = Depth();
-    while (Read() && Depth() >= depth) {
+// Returns the start tag of the current element as it is written. Nothing has been read since.
+const astring& ReaderCore::RawStartTag() {
+    if (tagBegin_ != nullptr) {
+        rawTag_.assign(reinterpret_cast<const char*>(tagBegin_),
+                       static_cast<std::size_t>(scanner_.Position() - tagBegin_));
+        tagBegin_ = nullptr;
     }
+    return rawTag_;
 }
 
-// Returns the tag of the current element as it is written. Nothing has been read since.
-astring ReaderCore::RawStartTag() const {
-    if (tagBegin_ == nullptr) return "<" + rawTag_;
-    const auto length = static_cast<std::size_t>(scanner_.Position() - tagBegin_);
-    return astring(std::string_view(reinterpret_cast<const char*>(tagBegin_), length));
-}
-
-// Reads up to the end tag of the current element, which is not empty, and appends what is written
-// behind its start tag.
-void ReaderCore::CaptureElement(astring& markup, bool withEndTag) {
-    scanner_.StartCapture();
+// Reads up to the end tag of the current element, which is not empty.
+// Returns `before` and what is written behind the start tag, up to the end tag or with it.
+astring ReaderCore::CaptureElement(std::string_view before, bool withEndTag) {
+    constexpr std::size_t kWorthKeeping = 64 * 1024;  // smaller texts leave the memory for the next
+    scanner_.StartCapture(before);
     ReadToEndTag();
-    const std::size_t before =
+    const std::size_t inner =
         tagBegin_ == nullptr ? tagOffset_ : scanner_.CapturedLengthAt(tagBegin_);
     astring& captured = scanner_.EndCapture();
-    if (!withEndTag) captured.resize(before);
-    if (markup.empty()) {
-        std::swap(markup, captured);
-    } else {
-        markup += captured;
-    }
+    if (!withEndTag) captured.resize(inner);
+    return captured.length() < kWorthKeeping ? captured : std::exchange(captured, astring());
+}
+
+astring ReaderCore::InnerXml() { return CaptureElement({}, false); }
+
+astring ReaderCore::OuterXml(bool isEmpty) {
+    const astring& tag = RawStartTag();
+    return isEmpty ? tag : CaptureElement(tag, true);
 }
 
 }  // namespace Xml::detail

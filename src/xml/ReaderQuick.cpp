@@ -7,6 +7,9 @@
 // change nothing until they know that they can finish. Whatever is unusual (a token that the
 // window cuts, a reference, markup other than tags, an error) they leave to the careful way,
 // which starts again at the same place.
+//
+// They come in two forms. One reports nodes. The other passes over content that nobody will look
+// at, as when an element is skipped: it checks the same and keeps neither texts nor values.
 
 #include "xml/QuickReference.h"
 #include "xml/ReaderCore.h"
@@ -31,25 +34,31 @@ const char* Chars(const unsigned char* bytes) { return reinterpret_cast<const ch
 
 }  // namespace
 
-// Makes the next node the current one.
+// Makes the next node the current one; when passing, the next tag.
+template <ReaderCore::Use kUse>
 [[gnu::always_inline]] inline ReaderCore::Quick ReaderCore::ReadQuickly() {
     for (;;) {
         const unsigned char* const at = scanner_.Position();
         if (*at != '<') {
-            const Quick result = ReadTextQuickly();
+            const Quick result = ReadTextQuickly<kUse>();
             if (result != Quick::Skipped) return result;
         } else if (at[1] == '/') {
             return ReadEndTagQuickly();
         } else {
-            return ReadStartTagQuickly();
+            return ReadStartTagQuickly<kUse>();
         }
     }
 }
 
+template <ReaderCore::Use kUse>
 [[gnu::always_inline]] inline ReaderCore::Quick ReaderCore::ReadTextQuickly() {
     const unsigned char* const begin = scanner_.Position();
     const ShortText text = ScanShortText(begin);
-    if (text.length < 0) return ReadLongTextQuickly();
+    if (text.length < 0) return ReadLongTextQuickly<kUse>();
+    if (kUse == Use::Pass) {
+        scanner_.Consume(begin + text.length);
+        return Quick::Skipped;
+    }
     const XmlNodeType::XML_NODE_TYPE type =
         text.isWhitespace ? WhitespaceType() : XmlNodeType::Text;
     if (type == XmlNodeType::None) {
@@ -69,6 +78,7 @@ inline ReaderCore::Quick ReaderCore::ReportTextQuickly(const unsigned char* end,
 }
 
 // Reads a text that is longer than a block.
+template <ReaderCore::Use kUse>
 ReaderCore::Quick ReaderCore::ReadLongTextQuickly() {
     const unsigned char* const begin = scanner_.Position();
     const unsigned char* const dataEnd = scanner_.DataEnd();
@@ -77,32 +87,41 @@ ReaderCore::Quick ReaderCore::ReadLongTextQuickly() {
     if (*end == '<' || (*end == '&' && end != begin)) {  // before a reference it is a node, too
         if (end - begin >= scanner_.MostWhitespace()) return Quick::NeedsCare;
         type = WhitespaceType();
-        if (type == XmlNodeType::None) {
-            scanner_.Consume(end);
-            return Quick::Skipped;
-        }
     } else {
         end = scanner_.Find<'<', '&', ']'>(end);
-        if (*end == '&') return ReadReferencedTextQuickly(end);
+        if (*end == '&') return ReadReferencedTextQuickly<kUse>(end);
         if (*end != '<') {
             return end == dataEnd || *end >= 0x80 ? Quick::NeedsMore : Quick::NeedsCare;
         }
+    }
+    if (kUse == Use::Pass || type == XmlNodeType::None) {
+        scanner_.Consume(end);
+        return Quick::Skipped;
     }
     value_.assign_padded(Chars(begin), Distance(begin, end));
     return ReportTextQuickly(end, type);
 }
 
 // Reads a text that holds references, the first at `at`.
+template <ReaderCore::Use kUse>
 ReaderCore::Quick ReaderCore::ReadReferencedTextQuickly(const unsigned char* at) {
     const unsigned char* const begin = scanner_.Position();
-    value_.assign_padded(Chars(begin), Distance(begin, at));
+    if (kUse == Use::Report) {
+        value_.assign_padded(Chars(begin), Distance(begin, at));
+    } else {
+        value_.clear();
+    }
     while (*at == '&') {
         if (!AppendReferenceQuickly(value_, at)) return WhyNoReference(at);
         const unsigned char* const from = at;
         at = scanner_.Find<'<', '&', ']'>(from);
-        value_.append(Chars(from), Distance(from, at));
+        if (kUse == Use::Report) value_.append(Chars(from), Distance(from, at));
     }
-    if (*at == '<') return ReportTextQuickly(at, XmlNodeType::Text);
+    if (*at == '<' && kUse == Use::Report) return ReportTextQuickly(at, XmlNodeType::Text);
+    if (*at == '<') {
+        scanner_.Consume(at);
+        return Quick::Skipped;
+    }
     return at == scanner_.DataEnd() || *at >= 0x80 ? Quick::NeedsMore : Quick::NeedsCare;
 }
 
@@ -157,6 +176,7 @@ inline const unsigned char* ReaderCore::ScanNameQuickly(const unsigned char* at,
     return Quick::Done;
 }
 
+template <ReaderCore::Use kUse>
 ReaderCore::Quick ReaderCore::ReadStartTagQuickly() {
     const unsigned char* const begin = scanner_.Position();
     if (begin[1] == ':') return Quick::NeedsCare;  // never a tag, though it may begin a name
@@ -168,7 +188,7 @@ ReaderCore::Quick ReaderCore::ReadStartTagQuickly() {
         if (*at != '>') {
             at = SkipBlanks(at);
             if (*at != '>' && *at != '/') {
-                const Quick result = ScanAttributeQuickly(at);
+                const Quick result = ScanAttributeQuickly<kUse>(at);
                 if (result == Quick::Done) continue;
                 scanner_.Places().ForgetColonsFrom(begin);
                 ForgetAttributes();
@@ -189,6 +209,7 @@ ReaderCore::Quick ReaderCore::ReadStartTagQuickly() {
 }
 
 // Scans an attribute at `at` and advances over it.
+template <ReaderCore::Use kUse>
 ReaderCore::Quick ReaderCore::ScanAttributeQuickly(const unsigned char*& at) {
     const unsigned char* const dataEnd = scanner_.DataEnd();
     const unsigned char* const begin = at;
@@ -213,6 +234,10 @@ ReaderCore::Quick ReaderCore::ScanAttributeQuickly(const unsigned char*& at) {
     attribute.at = begin;
     attribute.hasPlace = false;
     attribute.quote = static_cast<char>(quote);
+    if (kUse == Use::Pass && *end == quote && name->meaning == NameMeaning::Ordinary) {
+        at = end + 1;
+        return Quick::Done;
+    }
     if (end - value < 16) {
         attribute.value.assign_short(Chars(value), Distance(value, end));
     } else {
@@ -249,14 +274,15 @@ const unsigned char* ReaderCore::ScanNewName(const unsigned char* at, XmlName*& 
     return end;
 }
 
-bool ReaderCore::Read() {
+template <ReaderCore::Use kUse>
+[[gnu::always_inline]] inline bool ReaderCore::ReadNode() {
     scanner_.ForgetNode();
     ForgetAttributes();
     if (parseState_ == ParseState::PsEmptyEnd) PopElement();
     if (parseState_ != ParseState::PsContent) return ReadFromOutside();
     try {
         for (bool isWorthMoving = true;; isWorthMoving = false) {
-            const Quick quick = ReadQuickly();
+            const Quick quick = ReadQuickly<kUse>();
             if (quick == Quick::Done) return true;
             // A token that the window cuts may be whole after a refill; a long one never is.
             isWorthMoving = isWorthMoving && quick == Quick::NeedsMore &&
@@ -271,6 +297,15 @@ bool ReaderCore::Read() {
         throw;
     }
     return ReadCarefully();
+}
+
+bool ReaderCore::Read() { return ReadNode<Use::Report>(); }
+
+// Reads up to the end tag of the current element, which is not empty.
+void ReaderCore::ReadToEndTag() {
+    const int depth = Depth();
+    while (ReadNode<Use::Pass>() && Depth() >= depth) {
+    }
 }
 
 // Says what to do where no name that could be taken quickly stands at `at`. More input is asked for

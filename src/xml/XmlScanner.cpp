@@ -467,11 +467,11 @@ void XmlScanner::TakeLongNamePart(std::size_t& taken) {
 
 // Raw capture.
 
-void XmlScanner::StartCapture() {
+void XmlScanner::StartCapture(std::string_view before) {
     capturing_ = true;
     captureLevel_ = saved_.size();
     captureFrom_ = position_;
-    captured_.clear();
+    captured_ = before;
 }
 
 // Collects what lies before the position; what is pushed on top of it does not count.

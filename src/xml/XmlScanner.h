@@ -223,9 +223,9 @@ public:
 
     // Raw capture.
 
-    /// Starts to collect the input from the position on. In a pushed text that is what it holds;
-    /// what is pushed later is not collected.
-    void StartCapture();
+    /// Starts to collect the input from the position on, behind `before`. In a pushed text that is
+    /// what it holds; what is pushed later is not collected.
+    void StartCapture(std::string_view before = {});
 
     bool IsCapturing() const { return capturing_; }
 
@@ -235,7 +235,8 @@ public:
     /// The same up to `at`, a place in the window.
     std::size_t CapturedLengthAt(const unsigned char* at) const;
 
-    /// Ends the collecting and returns what was passed.
+    /// Ends the collecting.
+    /// \return what was passed, which the caller may move away
     astring& EndCapture();
 
     /// Throws Xml::Exception with the current place.

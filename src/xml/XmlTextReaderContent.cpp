@@ -166,10 +166,13 @@ int XmlTextReader::ReadChars(char* buffer, int index, int count, unsigned /*rese
 
 void XmlTextReader::Skip() {
     MoveToElement();
-    const int depth = node_.depth;
-    bool isRead = Read();
-    while (isRead && node_.depth > depth)
-        isRead = Read();
+    if (node_.type == XmlNodeType::Element && !IsEmptyElement()) {
+        core_->ReadToEndTag();
+    } else {
+        const int depth = node_.depth;
+        while (Read() && node_.depth > depth) {
+        }
+    }
     if (node_.type != XmlNodeType::EndElement) return;
     Read();
     MoveToContent();
@@ -185,30 +188,24 @@ astring XmlTextReader::ReadInnerXml() {
     if (core_->readState != Interactive) return {};
     if (node_.type == XmlNodeType::Attribute) return Value();
     astring markup;
-    if (node_.type == XmlNodeType::Element && !IsEmptyElement()) {
-        core_->CaptureElement(markup, false);
-    }
+    if (node_.type == XmlNodeType::Element && !IsEmptyElement()) markup = core_->InnerXml();
     Read();
     return markup;
 }
 
 astring XmlTextReader::ReadOuterXml() {
     if (core_->readState != Interactive) return {};
-    if (node_.type == XmlNodeType::Attribute) {
-        const char quote = QuoteChar();
-        astring markup = Name();
-        markup += '=';
-        markup += quote;
-        markup += Value();
-        markup += quote;
-        return markup;
-    }
+    if (node_.type == XmlNodeType::Attribute) return AttributeMarkup();
     astring markup;
-    if (node_.type == XmlNodeType::Element) {
-        markup = core_->RawStartTag();
-        if (!IsEmptyElement()) core_->CaptureElement(markup, true);
-    }
+    if (node_.type == XmlNodeType::Element) markup = core_->OuterXml(IsEmptyElement());
     Read();
+    return markup;
+}
+
+astring XmlTextReader::AttributeMarkup() const {
+    astring markup = Name() + '=' + QuoteChar();
+    markup += Value();
+    markup += QuoteChar();
     return markup;
 }
 

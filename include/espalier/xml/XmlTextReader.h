@@ -406,6 +406,7 @@ private:
     void RequireStartElement();
     void EnterForString();
     void ReadForString();
+    astring AttributeMarkup() const;
     [[noreturn]] void ThrowAtNode(const char* message, std::string_view argument) const;
 
     detail::NodeView node_;  // filled by the core
