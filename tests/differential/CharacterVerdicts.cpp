@@ -55,6 +55,8 @@ constexpr Verdict kVerdicts[] = {
      "ascii"},
     {WellFormed, "the name of the encoding in small letters",
      "<?xml version='1.0' encoding='utf-8'?><a/>"},
+    {WellFormed, "the name of the encoding in mixed letters",
+     "<?xml version='1.0' encoding='Iso-8859-1'?><a>\xE9</a>", "spellings"},
     // [5] Name
     {WellFormed, "all ASCII in names", "<_a-Z.0 b-1='' _=''/>"},
     {Malformed, "a name that begins with a hyphen", "<-a/>"},

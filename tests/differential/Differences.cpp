@@ -4,12 +4,16 @@
 #include <expat.h>
 
 #include <algorithm>
+#include <string>
 
 namespace differential {
 
 namespace {
 
 using enum Effect;
+
+// Stands for any character beyond ASCII in a list of signs.
+constexpr char kBeyondAscii[] = "\x80";
 
 constexpr Difference kDifferences[] = {
     {Accepted,
@@ -18,6 +22,7 @@ constexpr Difference kDifferences[] = {
      "reads further elements behind it.",
      "A row of records, or a log that grows, can be read without a root around it. "
      "`espalier check` asks for one root.",
+     {"<"},
      {},
      {XML_ERROR_JUNK_AFTER_DOC_ELEMENT}},
     {Accepted,
@@ -27,6 +32,7 @@ constexpr Difference kDifferences[] = {
      "passes over white space wherever it may be, and asks for it where two names would be one "
      "without it, before NDATA and in declarations of notations.",
      "Nothing can be misunderstood where a quotation mark or a percent sign separates.",
+     {"\"", "'"},
      {},
      {XML_ERROR_INVALID_TOKEN, XML_ERROR_XML_DECL, XML_ERROR_SYNTAX}},
     {Accepted,
@@ -36,6 +42,7 @@ constexpr Difference kDifferences[] = {
      "looks at declarations of entities and notations, comments and instructions, and steps over "
      "all else by counting brackets.",
      "The rest serves validation, which the reader does not do.",
+     {"<!DOCTYPE"},
      {},
      {XML_ERROR_SYNTAX, XML_ERROR_INVALID_TOKEN, XML_ERROR_PARTIAL_CHAR, XML_ERROR_PARAM_ENTITY_REF,
       XML_ERROR_UNDEFINED_ENTITY, XML_ERROR_MISPLACED_XML_PI, XML_ERROR_INCOMPLETE_PE,
@@ -46,6 +53,7 @@ constexpr Difference kDifferences[] = {
      "Values).",
      "puts the text into the value as it is.",
      "There it is text in any case, and the value is escaped again when it is written.",
+     {"<!ENTITY"},
      {},
      {XML_ERROR_INVALID_TOKEN}},
     {Accepted,
@@ -55,6 +63,7 @@ constexpr Difference kDifferences[] = {
      "of type ENTITY (3.1, No External Entity References; 4.1, Parsed Entity).",
      "lets them stand for nothing, as it does with external entities in text.",
      "Nothing but the document is ever fetched, so all external entities are alike.",
+     {"<!ENTITY"},
      {},
      {XML_ERROR_ATTRIBUTE_EXTERNAL_ENTITY_REF, XML_ERROR_BINARY_ENTITY_REF}},
     {Accepted,
@@ -63,6 +72,7 @@ constexpr Difference kDifferences[] = {
      "counts tags, wherever they come from. A tag, a comment, a section and a reference do end "
      "where they begin.",
      "The nodes are in order, because end tags match start tags.",
+     {"<!ENTITY"},
      {},
      {XML_ERROR_ASYNC_ENTITY, XML_ERROR_TAG_MISMATCH, XML_ERROR_NO_ELEMENTS}},
     {Accepted,
@@ -71,6 +81,7 @@ constexpr Difference kDifferences[] = {
      "refuses it in the document itself and in entities with tags, but takes the text of other "
      "entities as it is.",
      "It is text, and escaped again when it is written.",
+     {"<!ENTITY"},
      {},
      {XML_ERROR_INVALID_TOKEN}},
     {Accepted,
@@ -80,6 +91,7 @@ constexpr Difference kDifferences[] = {
      "in XML 3 to 7).",
      "takes such names as they are; what has no namespace has an empty one.",
      "Such documents are about, and their nodes can be told.",
+     {":"},
      {},
      {XML_ERROR_UNBOUND_PREFIX, XML_ERROR_UNDECLARING_PREFIX, XML_ERROR_RESERVED_PREFIX_XML,
       XML_ERROR_RESERVED_PREFIX_XMLNS, XML_ERROR_RESERVED_NAMESPACE_URI, XML_ERROR_INVALID_TOKEN,
@@ -89,6 +101,7 @@ constexpr Difference kDifferences[] = {
      "It is fatal when an encoding is unknown, and the name of an encoding follows [81] (4.3.3).",
      "goes on with the encoding that the first bytes show, UTF-8 in general.",
      "Declarations are wrong more often than bytes are; bytes that are no UTF-8 are refused.",
+     {"encoding"},
      {},
      {XML_ERROR_UNKNOWN_ENCODING, XML_ERROR_XML_DECL, XML_ERROR_INVALID_TOKEN, XML_ERROR_SYNTAX}},
     {Accepted,
@@ -97,6 +110,7 @@ constexpr Difference kDifferences[] = {
      "accepts them in text, comments and values, though not as references.",
      "The codecs class each character above ASCII as letter, digit, combining or other, and leave "
      "it at that.",
+     {kBeyondAscii},
      {},
      {XML_ERROR_INVALID_TOKEN}},
     {Accepted,
@@ -104,6 +118,7 @@ constexpr Difference kDifferences[] = {
      "Bytes above 7F are no ASCII (4.3.3).",
      "takes a document that declares US-ASCII for one of ISO-8859-1.",
      "Both are one codec. See encodings.md.",
+     {"encoding"},
      {},
      {XML_ERROR_INVALID_TOKEN}},
     {Accepted,
@@ -111,6 +126,7 @@ constexpr Difference kDifferences[] = {
      "A character that the end of the input cuts is an error (4.3.3).",
      "takes it for the end of the input.",
      "What went before was complete; where it was not, that is the error.",
+     {kBeyondAscii},
      {},
      {XML_ERROR_PARTIAL_CHAR, XML_ERROR_UNCLOSED_TOKEN, XML_ERROR_JUNK_AFTER_DOC_ELEMENT}},
 
@@ -122,14 +138,25 @@ constexpr Difference kDifferences[] = {
      "namespaces off no name of an element begins with a colon.",
      "The classes of characters are those of the codecs, and are the same for all that they are "
      "used for.",
+     {kBeyondAscii, "&#"},
      {"Syntax error: Expected element name", "Unexpected token", "Syntax error in element",
       "Unexpected token in processing instruction", "Bad name"},
+     {}},
+    {Refused,
+     "spellings",
+     "The names of encodings mean the same in capitals and small letters (4.3.3).",
+     "knows the spellings that encodings.md lists, and takes another for the name of an unknown "
+     "encoding.",
+     "The spellings are those of the registry of names.",
+     {"encoding"},
+     {"Invalid character"},
      {}},
     {Refused,
      "versions",
      "A processor of XML 1.0 reads documents of all versions 1.x ([26]).",
      "reads \"1.0\" only.",
      "The rules of version 1.1 are other ones.",
+     {"version"},
      {"Unsupported XML version"},
      {}},
     {Refused,
@@ -137,6 +164,7 @@ constexpr Difference kDifferences[] = {
      "xml:lang may have any value (2.12).",
      "asks for a language tag of the form \"en-GB\", or nothing.",
      "XmlLang() then is a language tag that can be compared.",
+     {"xml:lang"},
      {"Bad language ID"},
      {}},
     {Refused,
@@ -145,6 +173,7 @@ constexpr Difference kDifferences[] = {
      "be fatal (2.10).",
      "refuses them.",
      "GetXmlSpace() is to mean something.",
+     {"xml:space"},
      {"Invalid xml:space attribute value"},
      {}},
     {Refused,
@@ -156,6 +185,7 @@ constexpr Difference kDifferences[] = {
      "declare. With "
      "`ExpandNothing` and `ExpandCharEntities` it refuses none of them.",
      "Whoever asks for all entities to be expanded is told when that cannot be done.",
+     {"SYSTEM", "PUBLIC", "%"},
      {"Undeclared entity"},
      {}},
     {Refused,
@@ -165,6 +195,7 @@ constexpr Difference kDifferences[] = {
      "asks for a notation to be declared before NDATA names it, and once, and for \">\" right "
      "behind a public identifier alone.",
      "What is declared can be looked up at once; white space announces a system identifier.",
+     {"NOTATION", "NDATA"},
      {"Reference to undeclared notation", "Duplicate notation name",
       "Public ID requires two literals"},
      {}},
@@ -174,6 +205,7 @@ constexpr Difference kDifferences[] = {
      "refuses names and identifiers of more than 1024 bytes, and entities that expand beyond all "
      "measure. See limits.md.",
      "A stranger's document may not ask for endless memory and time.",
+     {"<"},
      {"Buffer overflow while reading markup token", "Input buffer overflow",
       "Entity expansion limit exceeded", "Entity nesting limit exceeded"},
      {}},
@@ -183,6 +215,7 @@ constexpr Difference kDifferences[] = {
      "Attributes have the defaults that the internal subset declares (3.3.2).",
      "tells the attributes of the tag.",
      "Lists of attributes are stepped over.",
+     {"<!ATTLIST"},
      {},
      {}},
     {Told,
@@ -190,6 +223,7 @@ constexpr Difference kDifferences[] = {
      "Values of types other than CDATA are trimmed, and their white space joined (3.3.3).",
      "takes all values for CDATA.",
      "Lists of attributes are stepped over.",
+     {"<!ATTLIST"},
      {},
      {}},
     {Told,
@@ -197,6 +231,7 @@ constexpr Difference kDifferences[] = {
      "A line end or a tab that a character reference stands for stays as it is (2.11, 3.3.3).",
      "with `SetNormalization(true)` normalizes it, too; otherwise it normalizes nothing.",
      "A value is normalized as a whole, when it is asked for.",
+     {"&#"},
      {},
      {}},
     {Told,
@@ -205,6 +240,7 @@ constexpr Difference kDifferences[] = {
      "not read do not count (2.8, 5.1).",
      "replaces none; all declarations of the internal subset count.",
      "What the document itself declares is known.",
+     {"%"},
      {},
      {}},
 };
@@ -219,6 +255,17 @@ bool Difference::HasMessage(std::string_view message) const {
 bool Difference::HasExpatError(int error) const {
     return error != 0 &&
            std::find(expatErrors.begin(), expatErrors.end(), error) != expatErrors.end();
+}
+
+bool Difference::MayShowIn(std::string_view document) const {
+    std::string text(document);
+    std::erase(text, '\0');  // as UTF-16 has them
+    return std::any_of(signs.begin(), signs.end(), [&text](const char* sign) {
+        if (sign == nullptr) return false;
+        if (sign != kBeyondAscii) return text.find(sign) != std::string::npos;
+        return std::any_of(text.begin(), text.end(),
+                           [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    });
 }
 
 std::span<const Difference> Differences() { return kDifferences; }

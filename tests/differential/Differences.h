@@ -26,6 +26,9 @@ struct Difference {
     const char* reader = "";    ///< what the reader does
     const char* reason = "";
 
+    /// What a document has, one of them, in which the difference shows.
+    std::array<const char*, 3> signs = {};
+
     /// For Refused: the messages of the reader. Null behind the last one.
     std::array<const char*, 5> messages = {};
 
@@ -34,6 +37,9 @@ struct Difference {
 
     bool HasMessage(std::string_view message) const;
     bool HasExpatError(int error) const;
+
+    /// Tells whether the document has one of the signs.
+    bool MayShowIn(std::string_view document) const;
 };
 
 /// Returns all differences, those of one effect together.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <optional>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -40,6 +40,9 @@ public:
     void Comment(std::string_view text);
     void Instruction(std::string_view target, std::string_view data);
 
+    /// Tells whether an element has begun.
+    bool HasStarted() const { return hasStarted_; }
+
     /// Returns the lines, after the last event.
     const std::vector<std::string>& Lines();
 
@@ -51,6 +54,7 @@ private:
     std::vector<std::string> lines_;
     std::string text_;  // not yet a line
     int depth_ = 0;     // number of open elements
+    bool hasStarted_ = false;
 };
 
 /// Returns the name with its namespace.
@@ -59,9 +63,11 @@ std::string ExpandedName(std::string_view uri, std::string_view localName);
 /// What a parser made of a document: the events, or why it refused it.
 struct Reading {
     std::vector<std::string> lines;
-    std::string error;             ///< "" when it was read to the end
-    int errorCode = 0;             ///< expat's number of the error
-    bool hasMarkupEntity = false;  ///< told by expat: the document declares an entity with a tag
+    std::string error;              ///< "" when it was read to the end
+    int errorCode = 0;              ///< expat's number of the error
+    std::size_t errorOffset = 0;    ///< told by expat: the byte at which it found the error
+    bool failedBeforeRoot = false;  ///< told by expat: the error stands before the root element
+    bool hasMarkupEntity = false;   ///< told by expat: the document declares an entity with a tag
     bool hasSkippedEntity =
         false;  ///< told by expat: it refers to one declared elsewhere, if at all
 };

@@ -82,11 +82,18 @@ Reading ReadWithExpat(const std::string& document, Detail detail) {
     XML_SetSkippedEntityHandler(parser.get(), OnSkippedEntity);
     const auto length = static_cast<int>(document.size());
     const XML_Status status = XML_Parse(parser.get(), document.data(), length, XML_TRUE);
+    Reading reading;
+    reading.hasMarkupEntity = state.hasMarkupEntity;
+    reading.hasSkippedEntity = state.hasSkippedEntity;
     if (status == XML_STATUS_OK) {
-        return {state.events.Lines(), "", 0, state.hasMarkupEntity, state.hasSkippedEntity};
+        reading.lines = state.events.Lines();
+        return reading;
     }
-    const XML_Error error = XML_GetErrorCode(parser.get());
-    return {{}, XML_ErrorString(error), error};
+    reading.errorCode = XML_GetErrorCode(parser.get());
+    reading.error = XML_ErrorString(XML_GetErrorCode(parser.get()));
+    reading.errorOffset = static_cast<std::size_t>(XML_GetCurrentByteIndex(parser.get()));
+    reading.failedBeforeRoot = !state.events.HasStarted();
+    return reading;
 }
 
 }  // namespace differential

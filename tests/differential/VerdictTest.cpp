@@ -44,6 +44,7 @@ std::string MessageOf(const Reading& ours) {
 void ExpectDifference(const Verdict& verdict, const Reading& ours, const Reading& expat) {
     const Difference* const difference = differential::FindDifference(verdict.difference);
     ASSERT_NE(difference, nullptr) << verdict.difference;
+    EXPECT_TRUE(difference->MayShowIn(verdict.document));
     if (verdict.standard == Standard::WellFormed) {
         EXPECT_EQ(difference->effect, Effect::Refused);
         EXPECT_TRUE(difference->HasMessage(MessageOf(ours))) << ours.error;
