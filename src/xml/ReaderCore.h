@@ -397,6 +397,7 @@ inline ReaderCore::Pass ReaderCore::ReportValue(XmlNodeType::XML_NODE_TYPE type)
 inline void ReaderCore::ShowElement() {
     node_.type = XmlNodeType::Element;
     node_.depth = Depth();
+    node_.charsRead = 0;
     node_.name = Top().name;
     node_.namespaceUri = Top().uri;
     node_.value = &noValue_;

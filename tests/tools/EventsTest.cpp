@@ -156,7 +156,7 @@ TEST(Events, EverySampleIsJsonWithAsManyNodesAsText) {
             EXPECT_TRUE(JsonCheck(line).IsValue()) << line;
         ++count;
     }
-    EXPECT_EQ(count, 7U);
+    EXPECT_EQ(count, 8U);
 }
 
 TEST(Events, NamespacesCanBeLeftOut) {
