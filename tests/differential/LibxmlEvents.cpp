@@ -26,7 +26,7 @@ std::string_view TextOf(const xmlChar* begin, const xmlChar* end) {
 }
 
 // An attribute is five pointers: local name, prefix, namespace, and begin and end of the value.
-constexpr int kPointersPerAttribute = 5;
+constexpr std::ptrdiff_t kPointersPerAttribute = 5;
 
 void OnStart(void* context, const xmlChar* name, const xmlChar*, const xmlChar* uri, int,
              const xmlChar**, int count, int defaultedCount, const xmlChar** attributes) {
@@ -94,7 +94,7 @@ Reading ReadWithLibxml(const std::string& document, Detail detail) {
     EventList events(detail);
     context->_private = &events;
     SetHandlers(*context->sax);
-    const xmlDocPtr tree =
+    xmlDoc* const tree =
         xmlCtxtReadMemory(context.get(), document.data(), static_cast<int>(document.size()),
                           nullptr, nullptr, kOptions);
     xmlFreeDoc(tree);
