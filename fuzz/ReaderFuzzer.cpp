@@ -149,9 +149,15 @@ void Session::Perform(unsigned operation, unsigned argument) {
     case 10: SkipElement(); break;
     case 11: TellCharacters(number + 1); break;
     case 12: story_.Tell(reader_.MoveToContent()); break;
-    case 13: reader_.ReadStartElement(); break;
+    case 13:
+        story_.Tell(reader_.IsStartElement());
+        reader_.ReadStartElement();
+        break;
     case 14: reader_.ReadEndElement(); break;
-    case 15: reader_.MoveToAttribute(number - 1); break;
+    case 15:
+        story_.Tell(reader_.MoveToAttribute("x"));
+        reader_.MoveToAttribute(number - 1);
+        break;
     case 16: TellAttributeMarkup(); break;
     case 17:  // leaves the reader in the middle of a value
         if (reader_.MoveToFirstAttribute()) story_.Tell(reader_.ReadAttributeValue());

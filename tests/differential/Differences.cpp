@@ -162,7 +162,8 @@ constexpr Difference kDifferences[] = {
     {Refused,
      "languages",
      "xml:lang may have any value (2.12).",
-     "asks for a language tag of the form \"en-GB\", or nothing.",
+     "asks for a language tag of the form \"en-GB\", or nothing; with `ExpandNothing` and "
+     "`ExpandCharEntities` a reference to an entity is no such tag.",
      "XmlLang() then is a language tag that can be compared.",
      {"xml:lang"},
      {"Bad language ID"},
@@ -171,7 +172,7 @@ constexpr Difference kDifferences[] = {
      "space",
      "Other values of xml:space than \"default\" and \"preserve\" are an error that need not "
      "be fatal (2.10).",
-     "refuses them.",
+     "refuses them, and with `ExpandNothing` and `ExpandCharEntities` references to entities, too.",
      "GetXmlSpace() is to mean something.",
      {"xml:space"},
      {"Invalid xml:space attribute value"},

@@ -76,6 +76,10 @@ struct Reading {
 /// written. The error is the message, with its place in front.
 Reading ReadWithReader(const std::string& document, Detail detail);
 
+/// Reads with the reader, entity by entity: each reference that it reports is resolved, those in
+/// attributes too.
+Reading ReadByResolving(const std::string& document);
+
 /// Reads with expat, with namespaces.
 Reading ReadWithExpat(const std::string& document, Detail detail);
 

@@ -16,11 +16,22 @@ std::string NameOf(const XmlTextReader& reader) {
     return ExpandedName(reader.NamespaceURI(), reader.LocalName());
 }
 
+// Joins the parts of the current attribute's value, with those of the entities in it.
+std::string ResolvedValue(XmlTextReader& reader) {
+    std::string value;
+    while (reader.ReadAttributeValue()) {
+        if (reader.NodeType() == XmlNodeType::EntityReference) reader.ResolveEntity();
+        value += reader.Value().view();
+    }
+    return value;
+}
+
 EventList::Attributes TakeAttributes(XmlTextReader& reader) {
     EventList::Attributes attributes;
     for (bool more = reader.MoveToFirstAttribute(); more; more = reader.MoveToNextAttribute()) {
         if (reader.Name() == "xmlns" || reader.Prefix() == "xmlns") continue;
-        attributes.emplace_back(NameOf(reader), reader.Value());
+        std::string name = NameOf(reader);
+        attributes.emplace_back(std::move(name), ResolvedValue(reader));
     }
     reader.MoveToElement();
     return attributes;
@@ -48,9 +59,7 @@ void AddNode(XmlTextReader& reader, EventList& events) {
     }
 }
 
-}  // namespace
-
-Reading ReadWithReader(const std::string& document, Detail detail) {
+Reading ReadAll(const std::string& document, Detail detail, XmlEntityHandling handling) {
     EventList events(detail);
     IO::MemoryStream stream(reinterpret_cast<const unsigned char*>(document.data()),
                             static_cast<long>(document.size()));
@@ -58,16 +67,29 @@ Reading ReadWithReader(const std::string& document, Detail detail) {
         XmlTextReader reader;
         reader.SetStream(&stream, false);
         reader.SetNormalization(true);
-        reader.SetEntityHandling(detail == Detail::Whole ? XmlEntityHandling::ExpandEntities
-                                                         : XmlEntityHandling::ExpandNothing);
-        while (reader.Read())
+        reader.SetEntityHandling(handling);
+        while (reader.Read()) {
+            if (reader.NodeType() == XmlNodeType::EntityReference) reader.ResolveEntity();
             AddNode(reader, events);
+        }
     } catch (const Xml::Exception& error) {
         const std::string place =
             std::to_string(error.LineNumber()) + ":" + std::to_string(error.LinePos()) + ": ";
         return {events.Lines(), place + error.What()};
     }
     return {events.Lines(), ""};
+}
+
+}  // namespace
+
+Reading ReadWithReader(const std::string& document, Detail detail) {
+    return ReadAll(document, detail,
+                   detail == Detail::Whole ? XmlEntityHandling::ExpandEntities
+                                           : XmlEntityHandling::ExpandNothing);
+}
+
+Reading ReadByResolving(const std::string& document) {
+    return ReadAll(document, Detail::Whole, XmlEntityHandling::ExpandCharEntities);
 }
 
 }  // namespace differential
