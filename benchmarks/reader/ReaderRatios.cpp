@@ -92,7 +92,7 @@ int Run(const Options& options) {
         }
         std::fprintf(stderr, "%s: all see the same%s\n", entry->title,
                      options.checkOnly ? "" : "; measuring");
-        if (!options.checkOnly) results.push_back(bench::Measure(file, options.measure));
+        if (!options.checkOnly) results.push_back(bench::MeasureLibraries(file, options.measure));
     }
     if (options.checkOnly || results.empty()) return allAgree ? EXIT_SUCCESS : kFailure;
 

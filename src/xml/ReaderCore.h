@@ -201,7 +201,7 @@ private:
     Reference TakeReference(bool isPending);
     Pass ReportEntityEnd();
     EntityRecord& FindEntity(std::string_view name) const;
-    const EntityRecord& Charge(EntityRecord& record);
+    void Charge(EntityRecord& record);
     void CheckCycle(const EntityRecord& record) const;
     void PushEntity(EntityRecord& record);
     void PopEntity();
@@ -214,6 +214,7 @@ private:
     const astring& RawStartTag();
     astring CaptureElement(std::string_view before, bool withEndTag);
     void EnterValue();
+    void KeepPlaces();
     bool NextPart();
     bool ReportPart(XmlNodeType::XML_NODE_TYPE type);
     bool ReportPart(XmlNodeType::XML_NODE_TYPE type, std::string_view name);

@@ -36,13 +36,15 @@ ReaderCore::Reference ReaderCore::TakeReference(bool isPending) {
     default: break;
     }
     EntityRecord& record = FindEntity(referenceName_);
-    if (!Charge(record).isMarkup) {
-        ExpandEntity(value_, record);
-        return Reference::Taken;
+    const bool isMarkup = entities_->Measure(record).isMarkup;
+    if (isMarkup && !value_.empty()) return Reference::Waits;
+    Charge(record);
+    if (isMarkup) {
+        PushEntity(record);
+        return Reference::Pushed;
     }
-    if (!value_.empty()) return Reference::Waits;
-    PushEntity(record);
-    return Reference::Pushed;
+    ExpandEntity(value_, record);
+    return Reference::Taken;
 }
 
 ReaderCore::Pass ReaderCore::ReportEntityEnd() {
@@ -76,10 +78,10 @@ EntityRecord& ReaderCore::FindEntity(std::string_view name) const {
 
 // Adds what a reference leads to, before anything is done about it. What stands in the text of an
 // entity was added together with the reference to that.
-const EntityRecord& ReaderCore::Charge(EntityRecord& record) {
+void ReaderCore::Charge(EntityRecord& record) {
     const EntityRecord& measured = entities_->Measure(record);
     const bool isInValue = entityChain_.size() == 1 && entityChain_[0] == nullptr;
-    if (!entityChain_.empty() && !isInValue) return measured;
+    if (!entityChain_.empty() && !isInValue) return;
     if (measured.nesting > entityLimits.nesting) {
         scanner_.Throw(Message::kNestingLimit, record.name);
     }
@@ -87,11 +89,11 @@ const EntityRecord& ReaderCore::Charge(EntityRecord& record) {
     expandedBytes_ = std::min(kMost, expandedBytes_ + measured.cost);
     const long long input = scanner_.BytesRead();
     const long long factor = entityLimits.amplification;
-    const bool isAmplified = factor <= 0 || expandedBytes_ / factor >= input;
+    const bool isAmplified = factor <= 0 || expandedBytes_ / factor > input ||
+                             (expandedBytes_ / factor == input && expandedBytes_ % factor != 0);
     if (expandedBytes_ > entityLimits.expandedBytes && isAmplified) {
         scanner_.Throw(Message::kExpansionLimit, record.name);
     }
-    return measured;
 }
 
 // The place in the message is that of the entity in whose text the reference stands.

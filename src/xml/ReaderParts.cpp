@@ -12,18 +12,17 @@ namespace Xml::detail {
 // The value of an attribute.
 
 bool ReaderCore::ReadAttributeValue() {
-    if (parseState_ != ParseState::PsEntityReturn) {
-        if (node_.type != XmlNodeType::Attribute) return false;
-        EnterValue();
-        if (scanner_.PushedCount() == partsBase_) return ReportPart(XmlNodeType::Text);
-    }
-    if (scanner_.PushedCount() > partsBase_) {
-        try {
-            if (NextPart()) return true;
-        } catch (...) {
-            Fail();
-            throw;
+    const bool isInValue = parseState_ == ParseState::PsEntityReturn;
+    if (!isInValue && node_.type != XmlNodeType::Attribute) return false;
+    try {
+        if (!isInValue) {
+            EnterValue();
+            if (scanner_.PushedCount() == partsBase_) return ReportPart(XmlNodeType::Text);
         }
+        if (scanner_.PushedCount() > partsBase_ && NextPart()) return true;
+    } catch (...) {
+        Fail();
+        throw;
     }
     LeaveValue();
     return false;
@@ -35,10 +34,7 @@ void ReaderCore::EnterValue() {
     partsBase_ = scanner_.PushedCount();
     partWaits_ = false;
     if (attribute.holdsReferences) {
-        for (XmlAttribute& other : Attributes()) {  // the scanner forgets how to tell
-            other.place = PlaceOf(other);
-            other.hasPlace = true;
-        }
+        if (!attribute.hasPlace) KeepPlaces();
         entityChain_.push_back(nullptr);
         scanner_.PushString(attribute.raw);
     } else {
@@ -47,11 +43,19 @@ void ReaderCore::EnterValue() {
     savedParseState_ = std::exchange(parseState_, ParseState::PsEntityReturn);
 }
 
+// Finds out where the attributes start, which the scanner forgets how to tell. Either all of them
+// have their places or none.
+void ReaderCore::KeepPlaces() {
+    for (XmlAttribute& attribute : Attributes()) {
+        attribute.place = PlaceOf(attribute);
+        attribute.hasPlace = true;
+    }
+}
+
 // Goes back from the value of an attribute to the attribute.
 void ReaderCore::LeaveValue() {
     if (parseState_ != ParseState::PsEntityReturn) return;
-    while (scanner_.PushedCount() > partsBase_)
-        PopEntity();
+    PopEntitiesTo(partsBase_);
     parseState_ = savedParseState_;
     node_.type = XmlNodeType::Attribute;
     node_.depth = Depth() + 1;

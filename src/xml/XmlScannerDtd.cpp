@@ -61,12 +61,16 @@ XmlToken XmlScanner::ScanDtdMarkup() {
 // Scans a name, a name token, or a character that begins none.
 XmlToken XmlScanner::DtdName() {
     if (ScanName().token != XmlToken::ERROR) return name_.token;
-    const unsigned char* const begin = position_;
-    position_ = SkipNameCharacters(position_);
-    const bool isToken = position_ != begin;
-    if (!isToken) position_ += *begin < 0x80 ? 1 : SequenceLength(begin, dataEnd_);
-    tokenText_ = {reinterpret_cast<const char*>(begin),
-                  static_cast<std::size_t>(position_ - begin)};
+    longName_.clear();
+    std::size_t taken = 0;  // encoded bytes
+    do {
+        TakeLongNamePart(taken);
+    } while (HaveCharacter() && SkipNameCharacters(position_) != position_);
+    const bool isToken = !longName_.empty();
+    if (!isToken) {
+        Take(longName_, position_ + (*position_ < 0x80 ? 1 : SequenceLength(position_, dataEnd_)));
+    }
+    tokenText_ = longName_.view();
     return isToken ? XmlToken::NMTOKEN : XmlToken::ERROR;
 }
 

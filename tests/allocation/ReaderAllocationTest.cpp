@@ -181,6 +181,45 @@ TEST(ReaderAllocation, AFailureInReadIsAnErrorOfTheReader) {
     }
 }
 
+// The same where a value begins to be read part by part, and where an entity is put into the input.
+TEST(ReaderAllocation, AFailureInAValueIsAnErrorOfTheReader) {
+    const std::string document = "<!DOCTYPE a [<!ENTITY e '" + std::string(100, 'y') +
+                                 "'>]><a b='&e;" + std::string(100, 'x') + "'/>";
+    long failures = 0;
+    bool isDone = false;
+    for (long number = 1; !isDone; ++number) {
+        SCOPED_TRACE(number);
+        IO::MemoryStream stream(StreamOver(document));
+        XmlTextReader reader;
+        reader.SetStream(&stream, false);
+        ASSERT_TRUE(reader.Read() && reader.Read() && reader.MoveToFirstAttribute());
+        Ending ending = Ending::Complete;
+        {
+            const FailingAllocation failure(number);
+            ending = EndingOf([&] {
+                while (reader.ReadAttributeValue()) {
+                    if (reader.NodeType() == Xml::XmlNodeType::EntityReference) {
+                        reader.ResolveEntity();
+                    }
+                }
+            });
+            isDone = !failure.HasFailed();
+        }
+        if (ending == Ending::Complete) {
+            EXPECT_TRUE(reader.NodeType() == Xml::XmlNodeType::Attribute);
+            EXPECT_FALSE(reader.Read());
+            EXPECT_TRUE(reader.Eof());
+            continue;
+        }
+        ++failures;
+        ASSERT_TRUE(IsFailureOfMemory(ending));
+        EXPECT_EQ(reader.ReadState(), XmlTextReader::Error);
+        EXPECT_TRUE(reader.NodeType() == Xml::XmlNodeType::None);
+        EXPECT_FALSE(reader.Read());
+    }
+    EXPECT_GT(failures, 1);
+}
+
 TEST(ReaderAllocation, CloseNeedsNoMemory) {
     for (const std::string& document : kDocuments) {
         IO::MemoryStream stream(StreamOver(document));

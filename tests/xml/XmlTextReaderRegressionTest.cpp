@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+
+// What once went wrong, each with a small document that shows it.
+
+#include <espalier/xml/XmlTextReader.h>
+
+#include "support/DocumentStream.h"
+#include "support/NodeDump.h"
+#include "support/PrintAstring.h"
+
+#include <gtest/gtest.h>
+
+#include <ctime>
+#include <string>
+
+namespace {
+
+using support::DocumentStream;
+using support::DumpDocument;
+using Xml::XmlEntityHandling;
+using Xml::XmlEntityLimits;
+using Xml::XmlTextReader;
+
+constexpr int kBytesPerRead[] = {0, 1, 2, 3};
+
+// Reads a document that expands entities up to `limits`.
+std::string DumpWithin(const std::string& document, const XmlEntityLimits& limits) {
+    DocumentStream stream(document);
+    XmlTextReader reader;
+    reader.SetStream(stream.get(), false);
+    reader.SetEntityHandling(XmlEntityHandling::ExpandEntities);
+    reader.SetEntityLimits(limits);
+    return support::DumpNodes(reader);
+}
+
+// Reads all parts of all values of an element with so many attributes.
+// Returns the processor time that it took, in seconds.
+double SecondsForParts(int attributes) {
+    std::string document = "<a";
+    for (int i = 0; i < attributes; ++i)
+        document += " n" + std::to_string(i) + "='&e;'";
+    document += "/>";
+    DocumentStream stream(document);
+    XmlTextReader reader;
+    reader.SetStream(stream.get(), false);
+    EXPECT_TRUE(reader.Read());
+    const std::clock_t start = std::clock();
+    int parts = 0;
+    for (bool more = reader.MoveToFirstAttribute(); more; more = reader.MoveToNextAttribute()) {
+        while (reader.ReadAttributeValue())
+            ++parts;
+    }
+    EXPECT_EQ(parts, attributes);
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+// Each value took time for all attributes of its element.
+TEST(XmlTextReaderRegression, ReadingThePartsOfManyValuesTakesLinearTime) {
+    constexpr int kMany = 60000;  // took minutes
+    EXPECT_LT(SecondsForParts(kMany), 2.0);
+}
+
+// A token of a declaration that the window cut ended there, in the message too.
+TEST(XmlTextReaderRegression, TokensInDeclarationsAreWholeHoweverTheInputComes) {
+    const std::string before = "<!DOCTYPE r [<!ENTITY --x.1";
+    const std::string expected =
+        "error 1:" + std::to_string(before.size() + 1) + " Unexpected token [--x.1NMTOKEN]\n";
+    for (const int bytesPerRead : kBytesPerRead)
+        EXPECT_EQ(DumpDocument(before + " 'y'>]><r/>", {}, bytesPerRead), expected) << bytesPerRead;
+}
+
+// The end of the input was taken for something else than a second literal.
+TEST(XmlTextReaderRegression, InputMayEndBehindAPublicIdentifier) {
+    EXPECT_EQ(DumpDocument("<!DOCTYPE r PUBLIC 'x'"),
+              "error 1:23 Unexpected end of file while parsing DTD\n");
+    EXPECT_EQ(DumpDocument("<!DOCTYPE r [<!NOTATION n PUBLIC 'x' "),
+              "error 1:38 Unexpected end of file while parsing DTD\n");
+    EXPECT_EQ(DumpDocument("<!DOCTYPE r PUBLIC 'x' >"),
+              "error 1:25 Public ID requires two literals\n");
+}
+
+// A reference to markup that ended a text was charged when it was met and when it was taken.
+TEST(XmlTextReaderRegression, ReferencesBehindTextCountOnce) {
+    XmlEntityLimits limits;
+    limits.expandedBytes = 4;
+    limits.amplification = 0;
+    const std::string subset = "<!DOCTYPE r [<!ENTITY e '<b/>'>]>";
+    EXPECT_EQ(DumpWithin(subset + "<r>text&e;</r>", limits).find("error"), std::string::npos);
+    EXPECT_NE(DumpWithin(subset + "<r>text&e;&e;</r>", limits)
+                  .find("Entity expansion limit exceeded [e]"),
+              std::string::npos);
+}
+
+// What is as much as may be expanded in any case was too much.
+TEST(XmlTextReaderRegression, ExpansionMayReachItsFactor) {
+    XmlEntityLimits limits;
+    limits.expandedBytes = 0;
+    limits.amplification = 1;
+    const std::string document =
+        "<!DOCTYPE r [<!ENTITY e '" + std::string(100, 'x') + "'>]><r>&e;&e;&e;</r>";
+    ASSERT_LT(document.size(), 299u);
+    const auto dumpOfSize = [&](std::size_t size) {
+        return DumpWithin(document + std::string(size - document.size(), ' '), limits);
+    };
+    EXPECT_EQ(dumpOfSize(300).find("error"), std::string::npos);
+    EXPECT_NE(dumpOfSize(299).find("Entity expansion limit exceeded [e]"), std::string::npos);
+}
+
+}  // namespace
