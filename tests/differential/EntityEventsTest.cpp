@@ -179,7 +179,7 @@ TEST(EntityEvents, AreToldOfSpaceAndLanguageOnlyWhereEntitiesAreExpanded) {
     ExpectSameEvents(ours, differential::ReadWithExpat(document, Detail::Whole), "expat");
     ExpectSameEvents(ours, differential::ReadWithLibxml(document, Detail::Whole), "libxml2");
     EXPECT_EQ(differential::ReadByResolving(document).error,
-              "2:25: Invalid xml:space attribute value");
+              "2:26: Invalid xml:space attribute value");
 }
 
 TEST(EntityEvents, AreThoseThatExpatAndLibxml2TellOfRandomDocuments) {
