@@ -50,6 +50,8 @@ constexpr Verdict kVerdicts[] = {
     {Malformed, "half a character of UTF-8 at the end", "<a/>\xC3", "cut"},
     {Malformed, "a lone surrogate in UTF-16", "\xFF\xFE<\0a\0>\0\x00\xD8<\0/\0a\0>\0"sv},
     {Malformed, "UTF-16 declared in UTF-8", "<?xml version='1.0' encoding='UTF-16'?><a/>"},
+    {Malformed, "half a pair before another character in UTF-16",
+     "\xFF\xFE<\0p\0>\0\x00\xD8x\0<\0/\0p\0>\0"sv, "", ExpatDiffers},
     {WellFormed, "ISO-8859-1", "<?xml version='1.0' encoding='ISO-8859-1'?><a>\xE9</a>"},
     {Malformed, "ASCII beyond ASCII", "<?xml version='1.0' encoding='US-ASCII'?><a>\xE9</a>",
      "ascii"},

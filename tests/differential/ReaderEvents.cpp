@@ -16,7 +16,7 @@ std::string NameOf(const XmlTextReader& reader) {
     return ExpandedName(reader.NamespaceURI(), reader.LocalName());
 }
 
-// Joins the parts of the current attribute's value, with those of the entities in it.
+// Joins the parts of the current attribute's value. Entities in it are resolved as they are met.
 std::string ResolvedValue(XmlTextReader& reader) {
     std::string value;
     while (reader.ReadAttributeValue()) {
@@ -26,12 +26,15 @@ std::string ResolvedValue(XmlTextReader& reader) {
     return value;
 }
 
+// With ExpandNothing a value is taken as it is, with references that may not be declared.
 EventList::Attributes TakeAttributes(XmlTextReader& reader) {
     EventList::Attributes attributes;
     for (bool more = reader.MoveToFirstAttribute(); more; more = reader.MoveToNextAttribute()) {
         if (reader.Name() == "xmlns" || reader.Prefix() == "xmlns") continue;
         std::string name = NameOf(reader);
-        attributes.emplace_back(std::move(name), ResolvedValue(reader));
+        const bool isWhole = reader.EntityHandling() != XmlEntityHandling::ExpandNothing;
+        attributes.emplace_back(std::move(name),
+                                isWhole ? ResolvedValue(reader) : std::string(reader.Value()));
     }
     reader.MoveToElement();
     return attributes;
