@@ -6,6 +6,7 @@
 #include "xml/SeededHash.h"
 
 #include <algorithm>  // std::max
+#include <cstring>
 #include <limits>
 #include <vector>
 
@@ -76,6 +77,16 @@ void EntityTable::AddMeasures(EntityRecord& record, const EntityRecord& inner) {
     record.cost = std::min(kMost, record.cost + inner.cost);
 }
 
+void EntityTable::NotePlain(const EntityRecord& record) {
+    const std::size_t length = record.name.length();
+    if (length > PackedName::kMostBytes || record.name.find(':') != astring::npos) return;
+    if (record.isMarkup || record.text.empty() || record.text.find('&') != astring::npos) return;
+    unsigned char bytes[PackedName::kMostBytes] = {};
+    std::memcpy(bytes, record.name.data(), length);
+    const PackedName name = LoadName(bytes);
+    plain_[SlotOf(name)] = {name, &record};
+}
+
 // Goes through the entities depth first, on a stack of its own: who writes the document says how
 // deep they are nested.
 const EntityRecord& EntityTable::Measure(EntityRecord& record) {
@@ -96,6 +107,7 @@ const EntityRecord& EntityTable::Measure(EntityRecord& record) {
         EntityRecord* const inner = NextReference(current, frames.back().position);
         if (inner == nullptr) {
             current.measured = EntityRecord::Measured::Yes;
+            NotePlain(current);
             frames.pop_back();
             if (!frames.empty()) AddMeasures(*frames.back().record, current);
         } else if (inner->measured == EntityRecord::Measured::No) {

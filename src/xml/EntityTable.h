@@ -5,8 +5,11 @@
 #include <espalier/xml/HashMap.h>
 
 #include "xml/PlaceCounter.h"
+#include "xml/RunScan.h"
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <string_view>
 
@@ -53,6 +56,14 @@ public:
     /// Returns a general entity, or null.
     EntityRecord* FindGeneral(std::string_view name) const;
 
+    /// Returns a general entity with a name of up to 16 bytes, and without a colon, whose text is
+    /// one that means itself: not empty, no markup, no references. Only entities that were measured
+    /// are found, and not all of these: null says nothing.
+    const EntityRecord* FindPlain(const PackedName& name) const {
+        const PlainSlot& slot = plain_[SlotOf(name)];
+        return slot.name == name ? slot.record : nullptr;
+    }
+
     /// Returns the record with what it leads to. References to entities that are not declared, and
     /// those that lead back, count for nothing: nobody gets behind them.
     const EntityRecord& Measure(EntityRecord& record);
@@ -61,7 +72,21 @@ private:
     EntityRecord* NextReference(const EntityRecord& record, std::size_t& position) const;
     static void AddMeasures(EntityRecord& record, const EntityRecord& inner);
 
+    // The plain entities that were measured last, each in the one slot that its name has.
+    struct PlainSlot {
+        PackedName name;
+        const EntityRecord* record = nullptr;
+    };
+    static constexpr std::size_t kPlainSlots = 256;
+
+    static std::size_t SlotOf(const PackedName& name) {
+        const std::uint64_t mixed = (name.low ^ name.high << 1) * 0x9E3779B97F4A7C15U;
+        return mixed >> 56;  // of 256
+    }
+    void NotePlain(const EntityRecord& record);
+
     std::deque<EntityRecord> records_;
+    std::array<PlainSlot, kPlainSlots> plain_;
     Xml::HashMap byKey_;
 };
 

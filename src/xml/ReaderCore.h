@@ -47,7 +47,6 @@ struct XmlAttribute {
     XmlName* name = nullptr;
     const astring* uri = nullptr;  ///< of its namespace; never null
     astring value;
-    astring raw;  ///< the value as it is written, when it holds references
     union {
         const unsigned char* at = nullptr;  ///< where it starts in the window
         Place place;                        ///< where it starts, when hasPlace is set
@@ -56,6 +55,7 @@ struct XmlAttribute {
     char quote = '"';
     bool isRaw = false;            ///< white space in the value is still to be normalized
     bool holdsReferences = false;  ///< the value has references that were not replaced
+    int rawIndex = 0;              ///< of the value as it is written, when it holds references
 };
 
 /// An element that is open.
@@ -110,7 +110,10 @@ public:
     bool MoveToAttribute(std::string_view localName, std::string_view uri);
     bool MoveToNextAttribute();
     bool ReadAttributeValue();
-    void LeaveValue();
+    /// Goes back from the parts of a value to its attribute.
+    void LeaveValue() {
+        if (parseState_ == ParseState::PsEntityReturn) LeaveParts();
+    }
     void ResolveEntity();
     void ReadToEndTag();
     astring InnerXml();
@@ -202,6 +205,7 @@ private:
     Pass ReportEntityEnd();
     EntityRecord& FindEntity(std::string_view name) const;
     void Charge(EntityRecord& record);
+    void CountExpanded(long long& sum, long long bytes, const EntityRecord& record);
     void CheckCycle(const EntityRecord& record) const;
     void PushEntity(EntityRecord& record);
     void PopEntity();
@@ -211,9 +215,10 @@ private:
     astring ExpandEntities(std::string_view text);
 
     // ReaderParts.cpp: the value of an attribute, part by part, and the markup of whole elements.
-    const astring& RawStartTag();
-    astring CaptureElement(std::string_view before, bool withEndTag);
+    astring CaptureRest(bool withEndTag);
+    astring TakeCaptured();
     void EnterValue();
+    void LeaveParts();
     void KeepPlaces();
     bool NextPart();
     bool ReportPart(XmlNodeType::XML_NODE_TYPE type);
@@ -248,6 +253,7 @@ private:
     template <Use kUse>
     Quick ReadReferencedTextQuickly(const unsigned char* at);
     bool AppendReferenceQuickly(astring& text, const unsigned char*& at) const;
+    bool AppendEntityQuickly(astring& text, const unsigned char*& at, long long& expanded) const;
     Quick ReportTextQuickly(const unsigned char* end, XmlNodeType::XML_NODE_TYPE type);
     template <Use kUse>
     Quick ReadStartTagQuickly();
@@ -264,6 +270,10 @@ private:
     void ScanElementCarefully(XmlName*& name, bool& isEmpty);
     void SetAttributeValues(Place place);
     void ExpandLiteral(XmlAttribute& attribute);
+    void KeepRawValue(XmlAttribute& attribute);
+    const astring& RawValue(const XmlAttribute& attribute) const {
+        return rawValues_[static_cast<std::size_t>(attribute.rawIndex)];
+    }
     void ExpandReference(XmlAttribute& attribute, XmlToken token);
     Pass ParseEndTag();
     void ScanEndTagCarefully(const XmlName* open);
@@ -322,9 +332,8 @@ private:
     bool ownsStream_ = false;
 
     // The markup of the tag scanned last: in the window when the quick way took it, otherwise what
-    // was collected of it, and how much had been collected before it.
+    // the scanner collected last, and how much had been collected before it.
     const unsigned char* tagBegin_ = nullptr;
-    astring rawTag_;
     std::size_t tagOffset_ = 0;
 
     // The attributes of the current element, in document order: the first attributeCount_ ones.
@@ -332,6 +341,9 @@ private:
     std::vector<XmlAttribute> attributes_;
     int attributeCount_ = 0;
     int attributeIndex_ = 0;
+    std::vector<astring> rawValues_;  // as they are written, of those that hold references
+    int rawCount_ = 0;
+    astring rawValue_;  // of the attribute that is being scanned, once it has a reference
     std::vector<const XmlAttribute*> boundAttributes_;  // of the check that compares their names
     unsigned asks_ = 0;   // what the tag asks for beyond the usual; a set of Asks
     int duplicate_ = -1;  // index of the first attribute whose name came before
@@ -364,9 +376,11 @@ private:
     // value of an attribute, which is below those that its references push.
     std::unique_ptr<EntityTable> entities_;  // null without a declaration
     std::vector<EntityRecord*> entityChain_;
-    long long expandedBytes_ = 0;
-    astring referenceName_;       // of the general reference that was scanned last
-    Place referencePlace_{0, 0};  // while it is pending
+    std::vector<std::string_view> waitingTexts_;  // around the text that is being expanded
+    long long expandedBytes_ = 0;  // what the references lead to
+    long long pushedBytes_ = 0;    // what has been put into the scanner
+    astring referenceName_;        // of the general reference that was scanned last
+    Place referencePlace_{0, 0};   // while it is pending
 
     // While the value of an attribute is read part by part.
     ParseState savedParseState_ = ParseState::PsContent;

@@ -36,7 +36,7 @@ void ReaderCore::EnterValue() {
     if (attribute.holdsReferences) {
         if (!attribute.hasPlace) KeepPlaces();
         entityChain_.push_back(nullptr);
-        scanner_.PushString(attribute.raw);
+        scanner_.PushString(RawValue(attribute));
     } else {
         value_ = NormalizedValue(attribute);
     }
@@ -52,9 +52,7 @@ void ReaderCore::KeepPlaces() {
     }
 }
 
-// Goes back from the value of an attribute to the attribute.
-void ReaderCore::LeaveValue() {
-    if (parseState_ != ParseState::PsEntityReturn) return;
+void ReaderCore::LeaveParts() {
     PopEntitiesTo(partsBase_);
     parseState_ = savedParseState_;
     node_.type = XmlNodeType::Attribute;
@@ -98,34 +96,36 @@ bool ReaderCore::ReportPart(XmlNodeType::XML_NODE_TYPE type, std::string_view na
 
 // Whole elements.
 
-// Returns the start tag of the current element as it is written. Nothing has been read since.
-const astring& ReaderCore::RawStartTag() {
-    if (tagBegin_ != nullptr) {
-        rawTag_.assign(reinterpret_cast<const char*>(tagBegin_),
-                       static_cast<std::size_t>(scanner_.Position() - tagBegin_));
-        tagBegin_ = nullptr;
-    }
-    return rawTag_;
-}
-
-// Reads up to the end tag of the current element, which is not empty.
-// Returns `before` and what is written behind the start tag, up to the end tag or with it.
-astring ReaderCore::CaptureElement(std::string_view before, bool withEndTag) {
+// Ends the collecting and returns what was collected.
+astring ReaderCore::TakeCaptured() {
     constexpr std::size_t kWorthKeeping = 64 * 1024;  // smaller texts leave the memory for the next
-    scanner_.StartCapture(before);
-    ReadToEndTag();
-    const std::size_t inner =
-        tagBegin_ == nullptr ? tagOffset_ : scanner_.CapturedLengthAt(tagBegin_);
     astring& captured = scanner_.EndCapture();
-    if (!withEndTag) captured.resize(inner);
     return captured.length() < kWorthKeeping ? captured : std::exchange(captured, astring());
 }
 
-astring ReaderCore::InnerXml() { return CaptureElement({}, false); }
+// Reads up to the end tag of the current element, which is not empty.
+// Returns what has been collected by then, up to the end tag or with it.
+astring ReaderCore::CaptureRest(bool withEndTag) {
+    ReadToEndTag();
+    const std::size_t inner =
+        tagBegin_ == nullptr ? tagOffset_ : scanner_.CapturedLengthAt(tagBegin_);
+    if (!withEndTag) scanner_.EndCapture().resize(inner);
+    return TakeCaptured();
+}
+
+astring ReaderCore::InnerXml() {
+    scanner_.StartCapture({});
+    return CaptureRest(false);
+}
 
 astring ReaderCore::OuterXml(bool isEmpty) {
-    const astring& tag = RawStartTag();
-    return isEmpty ? tag : CaptureElement(tag, true);
+    if (tagBegin_ == nullptr) {
+        scanner_.ResumeCapture();
+    } else {
+        const auto length = static_cast<std::size_t>(scanner_.Position() - tagBegin_);
+        scanner_.StartCapture({reinterpret_cast<const char*>(tagBegin_), length});
+    }
+    return isEmpty ? TakeCaptured() : CaptureRest(true);
 }
 
 }  // namespace Xml::detail

@@ -33,7 +33,9 @@ XmlScanner::XmlScanner()
     : windowStore_(std::make_unique<unsigned char[]>(1 + kWindowSize + 1 + kScanPadding)),
       window_(windowStore_.get() + 1),
       position_(window_),
-      dataEnd_(window_) {}
+      dataEnd_(window_) {
+    captured_.reserve(2 * kBufferSize);  // most tags that the window cuts are shorter
+}
 
 XmlScanner::~XmlScanner() = default;
 
@@ -468,10 +470,14 @@ void XmlScanner::TakeLongNamePart(std::size_t& taken) {
 // Raw capture.
 
 void XmlScanner::StartCapture(std::string_view before) {
+    captured_ = before;
+    ResumeCapture();
+}
+
+void XmlScanner::ResumeCapture() {
     capturing_ = true;
     captureLevel_ = saved_.size();
     captureFrom_ = position_;
-    captured_ = before;
 }
 
 // Collects what lies before the position; what is pushed on top of it does not count.

@@ -227,6 +227,9 @@ public:
     /// what it holds; what is pushed later is not collected.
     void StartCapture(std::string_view before = {});
 
+    /// Goes on collecting, behind what was collected last.
+    void ResumeCapture();
+
     bool IsCapturing() const { return capturing_; }
 
     /// Returns how many bytes have been collected up to the position.
