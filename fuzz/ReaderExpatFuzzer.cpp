@@ -54,6 +54,13 @@ bool HasHalfPair(const std::string& document) {
     return isOpen;
 }
 
+// Whether a version may be declared that is empty, which expat accepts.
+bool MayHaveEmptyVersion(std::string document) {
+    std::erase(document, '\0');
+    return document.find("version") < document.find("?>") &&
+           (Has(document, "''") || Has(document, "\"\""));
+}
+
 // Whether expat missed white space behind a value.
 bool IsBehindQuote(const std::string& document, std::size_t offset) {
     while (offset > 0 && document[offset - 1] == '\0')
@@ -83,8 +90,9 @@ bool MayAccept(const std::string& document, const Reading& expat) {
 }
 
 bool MayRefuse(const std::string& document, const Reading& ours) {
-    if (HasHalfPair(document)) return true;
     const std::string message = ours.error.substr(ours.error.find(": ") + 2);
+    if (message == "Invalid character" && HasHalfPair(document)) return true;
+    if (message == "Unexpected token" && MayHaveEmptyVersion(document)) return true;
     const auto differences = differential::Differences();
     return std::any_of(differences.begin(), differences.end(), [&](const Difference& difference) {
         return difference.effect == Effect::Refused && difference.MayShowIn(document) &&
