@@ -83,6 +83,7 @@ EntityRecord* EntityTable::NextReference(const EntityRecord& record, std::size_t
 
 void EntityTable::AddMeasures(EntityRecord& record, const EntityRecord& inner) {
     constexpr long long kMost = std::numeric_limits<long long>::max() / 4;
+    record.leadsBack = record.leadsBack || inner.leadsBack;
     record.isMarkup = record.isMarkup || inner.isMarkup;
     record.nesting = std::max(record.nesting, inner.nesting + 1);
     record.cost = std::min(kMost, record.cost + inner.cost);
@@ -113,6 +114,12 @@ const EntityRecord& EntityTable::Measure(EntityRecord& record) {
     };
     if (record.measured == EntityRecord::Measured::Yes) return record;
     std::vector<Frame> frames{begin(record)};
+    // Adds what a reference in the entity on top leads to; behind one that leads back is nothing.
+    const auto add = [&frames](const EntityRecord& inner) {
+        Frame& frame = frames.back();
+        AddMeasures(*frame.record, inner);
+        if (frame.record->leadsBack) frame.position = frame.record->text.length();
+    };
     while (!frames.empty()) {
         EntityRecord& current = *frames.back().record;
         EntityRecord* const inner = NextReference(current, frames.back().position);
@@ -120,11 +127,14 @@ const EntityRecord& EntityTable::Measure(EntityRecord& record) {
             current.measured = EntityRecord::Measured::Yes;
             NotePlain(current);
             frames.pop_back();
-            if (!frames.empty()) AddMeasures(*frames.back().record, current);
+            if (!frames.empty()) add(current);
         } else if (inner->measured == EntityRecord::Measured::No) {
             frames.push_back(begin(*inner));
         } else if (inner->measured == EntityRecord::Measured::Yes) {
-            AddMeasures(current, *inner);
+            add(*inner);
+        } else {
+            current.leadsBack = true;
+            frames.back().position = current.text.length();
         }
     }
     return record;

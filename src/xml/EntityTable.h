@@ -35,9 +35,10 @@ struct EntityRecord {
     // What Measure() finds out.
     enum class Measured : unsigned char { No, Begun, Yes };
     Measured measured = Measured::No;
-    bool isMarkup = false;  ///< its text, or that of an entity it refers to, has a "<"
-    int nesting = 1;        ///< how many entities deep its text goes, itself included
-    long long cost = 0;     ///< bytes of its text and of all that is expanded in it
+    bool leadsBack = false;  ///< its text leads to a reference to an entity that is being expanded
+    bool isMarkup = false;   ///< its text, or that of an entity it refers to, has a "<"
+    int nesting = 1;         ///< how many entities deep its text goes, itself included
+    long long cost = 0;      ///< bytes of its text and of all that is expanded in it
 };
 
 /// The entities and notations of a document. The first declaration of a name is the one that
@@ -67,8 +68,9 @@ public:
         return slot.name == name ? slot.record : nullptr;
     }
 
-    /// Returns the record with what it leads to. References to entities that are not declared, and
-    /// those that lead back, count for nothing: nobody gets behind them.
+    /// Returns the record with what it leads to: up to the first reference that leads back, if
+    /// there is one, because nothing is expanded behind that. Entities that are not declared count
+    /// for nothing.
     const EntityRecord& Measure(EntityRecord& record);
 
 private:
