@@ -217,7 +217,6 @@ private:
 
     // ReaderParts.cpp: the value of an attribute, part by part, and the markup of whole elements.
     astring CaptureRest(bool withEndTag);
-    astring TakeCaptured();
     void EnterValue();
     void LeaveParts();
     void KeepPlaces();

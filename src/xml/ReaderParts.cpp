@@ -96,21 +96,13 @@ bool ReaderCore::ReportPart(XmlNodeType::XML_NODE_TYPE type, std::string_view na
 
 // Whole elements.
 
-// Ends the collecting and returns what was collected.
-astring ReaderCore::TakeCaptured() {
-    constexpr std::size_t kWorthKeeping = 64 * 1024;  // smaller texts leave the memory for the next
-    astring& captured = scanner_.EndCapture();
-    return captured.length() < kWorthKeeping ? captured : std::exchange(captured, astring());
-}
-
 // Reads up to the end tag of the current element, which is not empty.
 // Returns what has been collected by then, up to the end tag or with it.
 astring ReaderCore::CaptureRest(bool withEndTag) {
     ReadToEndTag();
     const std::size_t inner =
         tagBegin_ == nullptr ? tagOffset_ : scanner_.CapturedLengthAt(tagBegin_);
-    if (!withEndTag) scanner_.EndCapture().resize(inner);
-    return TakeCaptured();
+    return scanner_.TakeCapture(withEndTag ? astring::npos : inner);
 }
 
 astring ReaderCore::InnerXml() {
@@ -125,7 +117,7 @@ astring ReaderCore::OuterXml(bool isEmpty) {
         const auto length = static_cast<std::size_t>(scanner_.Position() - tagBegin_);
         scanner_.StartCapture({reinterpret_cast<const char*>(tagBegin_), length});
     }
-    return isEmpty ? TakeCaptured() : CaptureRest(true);
+    return isEmpty ? scanner_.TakeCapture(astring::npos) : CaptureRest(true);
 }
 
 }  // namespace Xml::detail

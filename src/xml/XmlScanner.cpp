@@ -494,10 +494,23 @@ std::size_t XmlScanner::CapturedLengthAt(const unsigned char* at) const {
     return captured_.length() + (isHere ? static_cast<std::size_t>(at - captureFrom_) : 0);
 }
 
-astring& XmlScanner::EndCapture() {
-    FlushCapture();
+std::string_view XmlScanner::EndCapture() {
+    const bool isInWindow = captured_.empty() && captureLevel_ == saved_.size();
+    if (!isInWindow) FlushCapture();
     capturing_ = false;
-    return captured_;
+    if (!isInWindow) return captured_;
+    return {reinterpret_cast<const char*>(captureFrom_),
+            static_cast<std::size_t>(position_ - captureFrom_)};
+}
+
+// A long text is moved. Smaller ones are copied, and leave their memory, which the cache holds, to
+// the next.
+astring XmlScanner::TakeCapture(std::size_t length) {
+    constexpr std::size_t kWorthMoving = 64 * 1024;
+    const std::string_view captured = EndCapture();
+    if (captured.size() < kWorthMoving) return astring(captured.substr(0, length));
+    captured_.resize(std::min(length, captured.size()));
+    return std::exchange(captured_, astring());
 }
 
 }  // namespace Xml::detail

@@ -238,9 +238,12 @@ public:
     /// The same up to `at`, a place in the window.
     std::size_t CapturedLengthAt(const unsigned char* at) const;
 
-    /// Ends the collecting.
-    /// \return what was passed, which the caller may move away
-    astring& EndCapture();
+    /// Ends the collecting and returns what was passed, as a view that is good until the scanner
+    /// goes on.
+    std::string_view EndCapture();
+
+    /// The same as a string, of its first `length` bytes.
+    astring TakeCapture(std::size_t length);
 
     /// Throws Xml::Exception with the current place.
     [[noreturn]] void Throw(const char* message, std::string_view argument = {}) const;
