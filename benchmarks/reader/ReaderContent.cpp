@@ -9,6 +9,7 @@
 #include "reader/Library.h"
 #include "reader/Measure.h"
 #include "reader/Report.h"
+#include "reader/RunOptions.h"
 #include "reader/Table.h"
 
 #include <algorithm>
@@ -234,44 +235,7 @@ std::vector<bench::Bar> JudgeWays(const std::vector<bench::FileResult>& results)
     return bars;
 }
 
-struct Options {
-    bench::MeasureOptions measure = {5, kMinSeconds};
-    bench::TableFormat format = bench::TableFormat::Text;
-    std::vector<const bench::CorpusEntry*> entries;
-    bool enforce = false;
-    bool help = false;
-};
-
-Options ParseOptions(std::span<char*> arguments) {
-    Options options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string option = arguments[i];
-        const auto value = [&]() -> std::string {
-            if (++i == arguments.size()) throw std::invalid_argument(option + " wants a value");
-            return arguments[i];
-        };
-        if (option == "--rounds") {
-            options.measure.rounds = std::stoi(value());
-        } else if (option == "--min-time") {
-            options.measure.minSeconds = std::stod(value());
-        } else if (option == "--file") {
-            options.entries.push_back(&bench::FindCorpusEntry(value()));
-        } else if (option == "--markdown") {
-            options.format = bench::TableFormat::Markdown;
-        } else if (option == "--enforce") {
-            options.enforce = true;
-        } else if (option == "--help") {
-            options.help = true;
-        } else {
-            throw std::invalid_argument("unknown option " + option);
-        }
-    }
-    if (options.entries.empty()) options.entries = bench::PresentCorpusEntries();
-    if (options.measure.rounds < 1) throw std::invalid_argument("--rounds wants at least 1");
-    return options;
-}
-
-int Run(const Options& options) {
+int Run(const bench::RunOptions& options) {
     std::vector<bench::FileResult> results;
     for (const bench::CorpusEntry* entry : options.entries) {
         const bench::CorpusFile file = bench::LoadCorpusFile(*entry);
@@ -290,9 +254,11 @@ int Run(const Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    Options options;
+    bench::RunOptions options;
+    options.measure.minSeconds = kMinSeconds;
     try {
-        options = ParseOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
+        bench::ParseRunOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(1), options);
+        if (options.checkOnly) throw std::invalid_argument("unknown option --check");
     } catch (const std::exception& error) {
         std::fprintf(stderr, "espalier_reader_content: %s\n\n%s", error.what(), kHelp);
         return kUsage;

@@ -325,6 +325,8 @@ private:
     XmlToken Finish(XmlToken token, std::string_view text);
     XmlToken FinishPair(XmlToken token, std::string_view text);
     XmlToken ScanReferenceStart();
+    template <char A, char B>
+    unsigned char TakeQuoted(astring& text, bool& any);
     XmlToken ScanCharacters(astring& text, int limit, int before);
     template <char First>
     void ScanUpTo(astring& text, std::string_view terminator, const char* eofMessage);
@@ -370,5 +372,24 @@ private:
     const unsigned char* captureFrom_ = nullptr;  // what lies before it is in captured_
     astring captured_;
 };
+
+// Takes what stands between quotation marks, up to the closing one, A or B. `any` tells whether
+// that is anything.
+// Returns the character that it stopped at, 0 at the end of the input.
+template <char A, char B>
+unsigned char XmlScanner::TakeQuoted(astring& text, bool& any) {
+    const bool isDouble = quoteChar_ == '"';
+    for (;;) {
+        const unsigned char* const stop =
+            isDouble ? Find<'"', A, B>(position_) : Find<'\'', A, B>(position_);
+        any = any || stop != position_;
+        Take(text, stop);
+        if (position_ != dataEnd_) {
+            const unsigned char c = *position_;
+            if (c == A || c == B || c == static_cast<unsigned char>(quoteChar_)) return c;
+        }
+        if (!GoOn()) return 0;
+    }
+}
 
 }  // namespace Xml::detail

@@ -77,22 +77,14 @@ XmlToken XmlScanner::DtdName() {
 // Literals.
 
 XmlToken XmlScanner::ScanEntityValue(astring& text) {
-    const bool isDouble = quoteChar_ == '"';
     bool any = false;
-    for (;;) {
-        const unsigned char* const stop =
-            isDouble ? Find<'"', '&', '%'>(position_) : Find<'\'', '&', '%'>(position_);
-        any = any || stop != position_;
-        Take(text, stop);
-        if (position_ != dataEnd_) {
-            const unsigned char c = *position_;
-            const bool isQuote = c == static_cast<unsigned char>(quoteChar_);
-            if ((isQuote || c == '&' || c == '%') && any) return XmlToken::ENTTEXT;
-            if (isQuote) return Finish(XmlToken::ENDQUOTE, {});
-            if (c == '&') return ScanReferenceStart();
-            if (c == '%') return Finish(XmlToken::PEREF, "%");
-        }
-        if (!GoOn()) return any ? XmlToken::ENTTEXT : XmlToken::ENDOFFILE;
+    const unsigned char stop = TakeQuoted<'&', '%'>(text, any);
+    if (any) return XmlToken::ENTTEXT;
+    switch (stop) {
+    case 0: return XmlToken::ENDOFFILE;
+    case '&': return ScanReferenceStart();
+    case '%': return Finish(XmlToken::PEREF, "%");
+    default: return Finish(XmlToken::ENDQUOTE, {});
     }
 }
 

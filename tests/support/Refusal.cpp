@@ -66,4 +66,14 @@ void ExpectRefusal(const Refusal& refusal, const ReaderSettings& settings, Cause
     ExpectRefusal(Unescape(refusal.input), refusal, settings, cause);
 }
 
+std::string ErrorOf(const std::string& document, int bytesPerRead) {
+    try {
+        DocumentReader reader(document, {}, bytesPerRead);
+        reader.ReadAll();
+        return "";
+    } catch (const Xml::Exception& error) {
+        return error.What();
+    }
+}
+
 }  // namespace support

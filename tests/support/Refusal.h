@@ -41,4 +41,8 @@ void ExpectRefusals(const Refusal (&refusals)[kCount], const ReaderSettings& set
         ExpectRefusal(refusal, settings, cause);
 }
 
+/// Returns the message of the error in `document`, or "" when it is read to the end.
+/// \param bytesPerRead how many bytes the stream gives at a time, 0 for all
+std::string ErrorOf(const std::string& document, int bytesPerRead = 0);
+
 }  // namespace support

@@ -19,6 +19,7 @@ namespace {
 
 using support::Cause;
 using support::DocumentReader;
+using support::ErrorOf;
 using support::ExpectRefusals;
 using support::Refusal;
 using support::WithEntities;
@@ -39,17 +40,6 @@ constexpr char kEndInDtd[] = "Unexpected end of file while parsing DTD";
 constexpr char kEndBehindLess[] = "Unexpected end of file while scanning DTD";
 constexpr char kEndInToken[] = "Unexpected end of file in DTD";
 constexpr char kEndInLiteral[] = "Unexpected end of file while scanning for end quote";
-
-// Returns the message of the error in the document, or "" when it is read to the end.
-std::string ErrorOf(const std::string& document, int bytesPerRead = 0) {
-    try {
-        DocumentReader reader(document, {}, bytesPerRead);
-        reader.ReadAll();
-        return "";
-    } catch (const Xml::Exception& error) {
-        return error.What();
-    }
-}
 
 TEST(XmlTextReaderDoctype, Keyword) {
     const Refusal kRefusals[] = {

@@ -18,6 +18,7 @@
 namespace {
 
 using support::DocumentReader;
+using support::ErrorOf;
 using support::ExpectRefusal;
 using support::Refusal;
 using support::WithEntities;
@@ -45,17 +46,6 @@ template <std::size_t kCount>
 void ExpectDeclarationRefusals(const Refusal (&refusals)[kCount]) {
     for (const Refusal& refusal : refusals)
         ExpectRefusal(InSubset(support::Unescape(refusal.input)), refusal, {});
-}
-
-// Returns the message of the error in the document, or "" when it is read to the end.
-std::string ErrorOf(const std::string& document, int bytesPerRead = 0) {
-    try {
-        DocumentReader reader(document, {}, bytesPerRead);
-        reader.ReadAll();
-        return "";
-    } catch (const Xml::Exception& error) {
-        return error.What();
-    }
 }
 
 // Returns what "&e;" stands for in content and in a value, which must be the same.
