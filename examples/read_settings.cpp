@@ -14,26 +14,14 @@ namespace {
 // Options by name. An option has its value in an attribute or, when that is too long, in its text.
 std::map<std::string, std::string> ReadSettings(const char* fileName) {
     std::map<std::string, std::string> settings;
-    std::string* text = nullptr;  // the option that takes text
     Xml::XmlTextReader reader;
     reader.Open(fileName);
+    reader.SetEntityHandling(Xml::XmlEntityHandling::ExpandEntities);
     while (reader.Read()) {
-        switch (reader.NodeType()) {
-        case Xml::XmlNodeType::Element:
-            text = nullptr;
-            if (reader.Name() == "option") {
-                std::string& value = settings[reader.GetAttribute("name").str()];
-                value = reader.GetAttribute("value").str();
-                if (!reader.IsEmptyElement()) text = &value;
-            }
-            break;
-        case Xml::XmlNodeType::EndElement: text = nullptr; break;
-        case Xml::XmlNodeType::Text:
-        case Xml::XmlNodeType::CDATA:
-            if (text != nullptr) *text += reader.Value().view();
-            break;
-        default: break;
-        }
+        if (reader.NodeType() != Xml::XmlNodeType::Element || reader.Name() != "option") continue;
+        std::string& value = settings[reader.GetAttribute("name").str()];
+        value = reader.GetAttribute("value").str();
+        if (!reader.IsEmptyElement()) value += reader.ReadString().view();
     }
     return settings;
 }
@@ -48,13 +36,10 @@ void PrintAttributes(const char* fileName) {
     while (reader.Read()) {
         if (reader.NodeType() != Xml::XmlNodeType::Element) continue;
         std::cout << reader.LineNumber() << ":" << reader.LinePosition() << " " << reader.Name();
-        //! [walk attributes]
-        for (bool more = reader.MoveToFirstAttribute(); more; more = reader.MoveToNextAttribute()) {
-            std::cout << " " << reader.Name() << "=" << reader.QuoteChar() << reader.Value()
-                      << reader.QuoteChar();
-        }
-        reader.MoveToElement();
-        //! [walk attributes]
+        //! [loop over attributes]
+        for (const Xml::XmlAttributeRef attribute : reader.Attributes())
+            std::cout << " " << attribute.Name() << "=" << attribute.Value();
+        //! [loop over attributes]
         std::cout << "\n";
     }
 }

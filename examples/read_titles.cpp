@@ -11,11 +11,9 @@ namespace {
 void PrintTitles(const char* fileName) {
     Xml::XmlTextReader reader;
     reader.Open(fileName);
-    bool inTitle = false;
     while (reader.Read()) {
-        const Xml::XmlNodeType type = reader.NodeType();
-        if (type == Xml::XmlNodeType::Element) inTitle = reader.Name() == "title";
-        if (type == Xml::XmlNodeType::Text && inTitle) std::cout << reader.Value() << "\n";
+        const bool isElement = reader.NodeType() == Xml::XmlNodeType::Element;
+        if (isElement && reader.Name() == "title") std::cout << reader.ReadString() << "\n";
     }
 }
 //! [read titles]

@@ -381,6 +381,43 @@ def references(rng):
     return DECLARATION + "<items>\n", pieces(), "</items>\n"
 
 
+def entities(rng):
+    """Text with a general reference about every 40 bytes, to 50 entities that the subset declares.
+
+    Most are text, some refer to others, four are markup and one is empty. The attributes refer to
+    those without markup.
+    """
+    prose = Prose(rng, LATIN)
+    simple = {f"{prose.words(1)[0]}{number}": prose.phrase(1, 12) for number in range(37)}
+    names = list(simple)
+    joined = {}
+    for number in range(8):
+        first, second = rng.sample(names, 2)
+        joined[f"joined{number}"] = f"&{first};, {prose.phrase(1, 4)} &#38;amp; &{second};"
+    marked = {}
+    for number in range(4):
+        inner = rng.choice(names)
+        marked[f"marked{number}"] = f"<term id='t{number}'>{prose.phrase(1, 3)} &{inner};</term>"
+    texts = {**simple, **joined, "nothing": ""}
+    declared = {**texts, **marked}
+    in_values, in_content = list(texts), list(declared)
+
+    def dense(count, names):
+        return "".join(f"{prose.phrase(3, 8)} &{rng.choice(names)}; " for _ in range(count))
+
+    def pieces():
+        for number in itertools.count(1):
+            title = f"{prose.title(2, 5)} &{rng.choice(in_values)};"
+            yield f'<article number="{number % 1000}" title="{title}">\n'
+            for _ in range(rng.randint(1, 5)):
+                yield f"  <p>{dense(rng.randint(2, 20), in_content)}</p>\n"
+            yield "</article>\n"
+            yield CLOSED
+
+    lines = "".join(f'  <!ENTITY {name} "{value}">\n' for name, value in declared.items())
+    return f"{DECLARATION}<!DOCTYPE journal [\n{lines}]>\n<journal>\n", pieces(), "</journal>\n"
+
+
 def latin1(rng):
     # Names are ASCII: in ISO-8859-1 our reader takes no accented letters in them.
     prose = Prose(rng, LATIN, LATIN, LATIN, ACCENTS)
@@ -426,6 +463,7 @@ DOCUMENTS = {
     "markup": (markup, 50 * MB, "utf-8"),
     "unicode": (unicode_text, 30 * MB, "utf-8"),
     "references": (references, 10 * MB, "utf-8"),
+    "entities": (entities, 10 * MB, "utf-8"),
     "utf16le": (utf16, 20 * MB, "utf-16-le"),
     "latin1": (latin1, 20 * MB, "iso-8859-1"),
 }

@@ -8,9 +8,10 @@ foot. A block is far larger than what a branch predictor remembers, and repetiti
 nothing new (a longer value, another name) appears in the second half of a document, which is where
 allocations are counted.
 
-    scripts/make-corpus.py                      everything, about 400 MB
+    scripts/make-corpus.py                      everything, about 410 MB
     scripts/make-corpus.py --scale 0.02         the same shapes, fifty times smaller
     scripts/make-corpus.py --only text records  some of them
+    scripts/make-corpus.py --missing            those that are not there yet
     scripts/make-corpus.py --stdout records --size 1000000000 | espalier check -
 """
 
@@ -73,26 +74,31 @@ def write_small(directory, scale):
             output.write(small_document(rng, prose, number))
 
 
-def write_all(directory, scale, only):
+def path_of(name, directory):
+    file_names = {"small": "small"} | {key: file_name for key, (file_name, _) in INSTALLED.items()}
+    return os.path.join(directory, file_names.get(name, name + ".xml"))
+
+
+def write_all(directory, scale, names):
     os.makedirs(directory, exist_ok=True)
     started = time.monotonic()
     for name, (_, size, _) in DOCUMENTS.items():
-        if only and name not in only:
+        if name not in names:
             continue
-        path = os.path.join(directory, name + ".xml")
+        path = path_of(name, directory)
         with open(path + ".part", "wb") as output:
             write_document(name, int(size * scale), output)
         os.replace(path + ".part", path)
-    if not only or "deep" in only:
-        write_deep(os.path.join(directory, "deep.xml"), scale)
-    if not only or "small" in only:
-        shutil.rmtree(os.path.join(directory, "small"), ignore_errors=True)
-        write_small(os.path.join(directory, "small"), scale)
-    for name, (file_name, source) in INSTALLED.items():
-        if only and name not in only:
+    if "deep" in names:
+        write_deep(path_of("deep", directory), scale)
+    if "small" in names:
+        shutil.rmtree(path_of("small", directory), ignore_errors=True)
+        write_small(path_of("small", directory), scale)
+    for name, (_, source) in INSTALLED.items():
+        if name not in names:
             continue
         if os.path.exists(source):
-            shutil.copyfile(source, os.path.join(directory, file_name))
+            shutil.copyfile(source, path_of(name, directory))
         else:
             print(f"{source} is not installed; left out", file=sys.stderr)
     seconds = time.monotonic() - started
@@ -101,18 +107,24 @@ def write_all(directory, scale, only):
 
 def parse_arguments():
     names = [*DOCUMENTS, "deep", "small", *INSTALLED]
+    only_help = "of " + ", ".join(names)
     parser = argparse.ArgumentParser(
         description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter
     )
     parser.add_argument("--directory", default=DEFAULT_DIRECTORY, help="where to (build/corpus)")
     parser.add_argument("--scale", type=float, default=1.0, help="factor on all sizes (1.0)")
-    parser.add_argument("--only", nargs="+", metavar="NAME", help="of " + ", ".join(names))
+    parser.add_argument("--only", nargs="+", metavar="NAME", help=only_help)
+    parser.add_argument("--missing", action="store_true", help="only what is not there yet")
     parser.add_argument("--stdout", choices=DOCUMENTS, metavar="NAME", help="write one to stdout")
     parser.add_argument("--size", type=int, help="its size in bytes")
     arguments = parser.parse_args()
     unknown = set(arguments.only or ()) - set(names)
     if unknown:
         parser.error("no document is named " + ", ".join(sorted(unknown)))
+    arguments.names = arguments.only or names
+    if arguments.missing:
+        directory = arguments.directory
+        arguments.names = [n for n in arguments.names if not os.path.exists(path_of(n, directory))]
     return arguments
 
 
@@ -122,7 +134,7 @@ def main():
         size = arguments.size or DOCUMENTS[arguments.stdout][1]
         write_document(arguments.stdout, size, sys.stdout.buffer)
     else:
-        write_all(arguments.directory, arguments.scale, arguments.only)
+        write_all(arguments.directory, arguments.scale, arguments.names)
 
 
 if __name__ == "__main__":

@@ -18,17 +18,18 @@ SETUP_BUILD=(
     libgtest-dev=header:gtest/gtest.h libcli11-dev=header:CLI/CLI.hpp libfmt-dev=header:fmt/core.h
 )
 
-# What `check --ci` needs beyond that: other compilers and tools.
+# What `check --ci` needs beyond that: other compilers and tools, and the parser that a fuzz target
+# compares the reader with.
 SETUP_CI=(
     git=cmd:git pkg-config=cmd:pkg-config shellcheck=cmd:shellcheck doxygen=cmd:doxygen
     clang=cmd:clang++ clang-format=cmd:clang-format clang-tidy=cmd:clang-tidy
-    libclang-rt-14-dev=deb
+    libclang-rt-14-dev=deb libexpat1-dev=header:expat.h
 )
 
 # What it can do without: the libraries that tests and benchmarks compare with, and the packages
 # whose documents the tests read.
 SETUP_PEERS=(
-    libexpat1-dev=header:expat.h libxml2-dev=deb libpugixml-dev=header:pugixml.hpp
+    libxml2-dev=deb libpugixml-dev=header:pugixml.hpp
     libbenchmark-dev=header:benchmark/benchmark.h
     shared-mime-info=deb docbook-xsl=deb xcb-proto=deb libvulkan-dev=deb adwaita-icon-theme=deb
     gir1.2-gtk-3.0=deb libgtk-3-dev=deb

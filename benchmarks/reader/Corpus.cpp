@@ -17,23 +17,25 @@ namespace fs = std::filesystem;
 
 constexpr CorpusGroup kUtf8 = CorpusGroup::Utf8;
 constexpr CorpusGroup kOther = CorpusGroup::OtherForm;
+constexpr CorpusGroup kEntities = CorpusGroup::Entities;
 
 // clang-format off
 constexpr CorpusEntry kEntries[] = {
-    {"text",       "text.xml",       "text-heavy",        kUtf8,  nullptr,          true},
-    {"attributes", "attributes.xml", "attribute-heavy",   kUtf8,  nullptr,          true},
-    {"map",        "map.xml",        "map data",          kUtf8,  nullptr,          true},
-    {"namespaces", "namespaces.xml", "namespace-heavy",   kUtf8,  nullptr,          true},
-    {"records",    "records.xml",    "records",           kUtf8,  nullptr,          true},
-    {"markup",     "markup.xml",     "mixed markup",      kUtf8,  nullptr,          true},
-    {"unicode",    "unicode.xml",    "non-ASCII UTF-8",   kUtf8,  nullptr,          true},
-    {"references", "references.xml", "references",        kUtf8,  nullptr,          true},
-    {"deep",       "deep.xml",       "100,000 levels",    kUtf8,  nullptr,          false},
-    {"small",      "small",          "1,000 small files", kUtf8,  nullptr,          false},
-    {"vulkan",     "vulkan.xml",     "vk.xml",            kUtf8,  "libvulkan-dev",  false},
-    {"gtk",        "gtk.gir",        "Gtk-3.0.gir",       kUtf8,  "libgtk-3-dev",   false},
-    {"utf16le",    "utf16le.xml",    "UTF-16LE",          kOther, nullptr,          true},
-    {"latin1",     "latin1.xml",     "ISO-8859-1",        kOther, nullptr,          true},
+    {"text",       "text.xml",       "text-heavy",        kUtf8,     nullptr,          true},
+    {"attributes", "attributes.xml", "attribute-heavy",   kUtf8,     nullptr,          true},
+    {"map",        "map.xml",        "map data",          kUtf8,     nullptr,          true},
+    {"namespaces", "namespaces.xml", "namespace-heavy",   kUtf8,     nullptr,          true},
+    {"records",    "records.xml",    "records",           kUtf8,     nullptr,          true},
+    {"markup",     "markup.xml",     "mixed markup",      kUtf8,     nullptr,          true},
+    {"unicode",    "unicode.xml",    "non-ASCII UTF-8",   kUtf8,     nullptr,          true},
+    {"references", "references.xml", "references",        kUtf8,     nullptr,          true},
+    {"deep",       "deep.xml",       "100,000 levels",    kUtf8,     nullptr,          false},
+    {"small",      "small",          "1,000 small files", kUtf8,     nullptr,          false},
+    {"vulkan",     "vulkan.xml",     "vk.xml",            kUtf8,     "libvulkan-dev",  false},
+    {"gtk",        "gtk.gir",        "Gtk-3.0.gir",       kUtf8,     "libgtk-3-dev",   false},
+    {"utf16le",    "utf16le.xml",    "UTF-16LE",          kOther,    nullptr,          true},
+    {"latin1",     "latin1.xml",     "ISO-8859-1",        kOther,    nullptr,          true},
+    {"entities",   "entities.xml",   "entities",          kEntities, nullptr,          true},
 };
 // clang-format on
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Our reader, with the settings it has when it is made.
+// Our reader, with the settings it has when it is made; documents with entities are read with all
+// references replaced.
 #include <espalier/io/MemoryStream.h>
 #include <espalier/xml/XmlTextReader.h>
 
@@ -11,6 +12,12 @@ namespace {
 
 class EspalierVisitor final : public Visitor {
 public:
+    explicit EspalierVisitor(CorpusGroup group) {
+        if (group == CorpusGroup::Entities) {
+            reader_.SetEntityHandling(Xml::XmlEntityHandling::ExpandEntities);
+        }
+    }
+
     void Visit(std::string_view document, Totals& totals) override {
         IO::MemoryStream stream(reinterpret_cast<const unsigned char*>(document.data()),
                                 static_cast<long>(document.size()));
@@ -71,7 +78,9 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Visitor> MakeEspalier() { return std::make_unique<EspalierVisitor>(); }
+std::unique_ptr<Visitor> MakeEspalier(CorpusGroup group) {
+    return std::make_unique<EspalierVisitor>(group);
+}
 
 std::string EspalierVersion() { return ESPALIER_VERSION; }
 

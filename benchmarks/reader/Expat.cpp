@@ -75,7 +75,10 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Visitor> MakeExpat() { return std::make_unique<ExpatVisitor>(); }
+// It replaces references to internal entities unless it is told otherwise.
+std::unique_ptr<Visitor> MakeExpat(CorpusGroup /*group*/) {
+    return std::make_unique<ExpatVisitor>();
+}
 
 std::string ExpatVersion() { return XML_ExpatVersion(); }
 

@@ -96,7 +96,8 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Visitor> MakeExpatNamespaces() {
+// It replaces references to internal entities unless it is told otherwise.
+std::unique_ptr<Visitor> MakeExpatNamespaces(CorpusGroup /*group*/) {
     return std::make_unique<ExpatNamespacesVisitor>();
 }
 

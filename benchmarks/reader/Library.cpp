@@ -45,7 +45,7 @@ std::string Disagreement(const CorpusFile& file) {
     Totals expected;
     for (const Library& library : Libraries()) {
         try {
-            const Totals totals = VisitAll(*library.makeVisitor(), file);
+            const Totals totals = VisitAll(*library.makeVisitor(file.entry->group), file);
             if (&library == &kLibraries[kEspalier]) expected = totals;
             text += Difference(library, totals, expected);
         } catch (const std::exception& error) {

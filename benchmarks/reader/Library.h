@@ -36,16 +36,16 @@ enum LibraryIndex {
 struct Library {
     const char* name;   ///< as in names of benchmarks: no blanks
     const char* title;  ///< as in tables
-    std::unique_ptr<Visitor> (*makeVisitor)();
+    std::unique_ptr<Visitor> (*makeVisitor)(CorpusGroup);
     std::string (*version)();
 };
 
-// One file each.
-std::unique_ptr<Visitor> MakeEspalier();
-std::unique_ptr<Visitor> MakeLibxmlReader();
-std::unique_ptr<Visitor> MakeLibxmlSax2();
-std::unique_ptr<Visitor> MakeExpat();
-std::unique_ptr<Visitor> MakeExpatNamespaces();
+// One file each. The visitor is set up for files of that group.
+std::unique_ptr<Visitor> MakeEspalier(CorpusGroup group);
+std::unique_ptr<Visitor> MakeLibxmlReader(CorpusGroup group);
+std::unique_ptr<Visitor> MakeLibxmlSax2(CorpusGroup group);
+std::unique_ptr<Visitor> MakeExpat(CorpusGroup group);
+std::unique_ptr<Visitor> MakeExpatNamespaces(CorpusGroup group);
 std::string EspalierVersion();
 std::string LibxmlVersion();
 std::string ExpatVersion();

@@ -14,8 +14,12 @@ namespace bench {
 
 namespace {
 
-// Depths and lengths as in the corpus are refused without XML_PARSE_HUGE.
-constexpr int kOptions = XML_PARSE_HUGE | XML_PARSE_NONET;
+// Depths and lengths as in the corpus are refused without XML_PARSE_HUGE. With XML_PARSE_NOENT
+// references to entities are replaced.
+int OptionsFor(CorpusGroup group) {
+    const int options = XML_PARSE_HUGE | XML_PARSE_NONET;
+    return group == CorpusGroup::Entities ? options | XML_PARSE_NOENT : options;
+}
 
 std::int64_t Length(const xmlChar* text) {
     return text == nullptr ? 0 : Bytes(std::strlen(reinterpret_cast<const char*>(text)));
@@ -23,7 +27,7 @@ std::int64_t Length(const xmlChar* text) {
 
 class LibxmlReaderVisitor final : public Visitor {
 public:
-    LibxmlReaderVisitor() = default;
+    explicit LibxmlReaderVisitor(CorpusGroup group) : options_(OptionsFor(group)) {}
     LibxmlReaderVisitor(const LibxmlReaderVisitor&) = delete;
     LibxmlReaderVisitor& operator=(const LibxmlReaderVisitor&) = delete;
     ~LibxmlReaderVisitor() override { xmlFreeTextReader(reader_); }
@@ -48,9 +52,9 @@ private:
             reader_ = nullptr;
         }
         if (reader_ == nullptr) {
-            reader_ = xmlReaderForMemory(document.data(), size, nullptr, nullptr, kOptions);
+            reader_ = xmlReaderForMemory(document.data(), size, nullptr, nullptr, options_);
             if (reader_ == nullptr) throw std::runtime_error("no reader");
-        } else if (xmlReaderNewMemory(reader_, document.data(), size, nullptr, nullptr, kOptions) !=
+        } else if (xmlReaderNewMemory(reader_, document.data(), size, nullptr, nullptr, options_) !=
                    0) {
             throw std::runtime_error("no input");
         }
@@ -101,12 +105,15 @@ private:
         totals.prefixBytes += Length(xmlTextReaderConstPrefix(reader_));
     }
 
+    int options_;                        // how to parse
     xmlTextReaderPtr reader_ = nullptr;  // owned
 };
 
 }  // namespace
 
-std::unique_ptr<Visitor> MakeLibxmlReader() { return std::make_unique<LibxmlReaderVisitor>(); }
+std::unique_ptr<Visitor> MakeLibxmlReader(CorpusGroup group) {
+    return std::make_unique<LibxmlReaderVisitor>(group);
+}
 
 std::string LibxmlVersion() { return LIBXML_DOTTED_VERSION; }
 

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 // libxml2's SAX2 interface: callbacks, no tree. The parser context is made once; each further
 // document goes through xmlCtxtReadMemory, which keeps its buffers and its dictionary of names.
-// Names come split; qualified names are not delivered.
+// Names come split; qualified names are not delivered. Entities are for the application to keep;
+// where there are any, libxml2's own functions keep them in a document that has no content.
 #include "reader/Library.h"
 
+#include <libxml/SAX2.h>
 #include <libxml/parser.h>
 
 #include <cstring>
@@ -26,7 +28,7 @@ std::int64_t Length(const xmlChar* text) {
 
 class LibxmlSax2Visitor final : public Visitor {
 public:
-    LibxmlSax2Visitor() : context_(xmlNewParserCtxt()) {
+    explicit LibxmlSax2Visitor(CorpusGroup group) : context_(xmlNewParserCtxt()) {
         if (context_ == nullptr) throw std::runtime_error("no parser context");
         xmlSAXHandler handler = {};
         handler.initialized = XML_SAX2_MAGIC;
@@ -37,6 +39,12 @@ public:
         handler.cdataBlock = Characters;
         handler.comment = Comment;
         handler.processingInstruction = Instruction;
+        if (group == CorpusGroup::Entities) {
+            handler.startDocument = StartDocument;
+            handler.internalSubset = InternalSubset;
+            handler.entityDecl = DeclareEntity;
+            handler.getEntity = FindEntity;
+        }
         *context_->sax = handler;
         context_->userData = this;
     }
@@ -46,8 +54,8 @@ public:
 
     void Visit(std::string_view document, Totals& totals) override {
         totals_ = &totals;
-        xmlCtxtReadMemory(context_, document.data(), static_cast<int>(document.size()), nullptr,
-                          nullptr, kOptions);
+        xmlFreeDoc(xmlCtxtReadMemory(context_, document.data(), static_cast<int>(document.size()),
+                                     nullptr, nullptr, kOptions));
         if (context_->wellFormed == 0) throw std::runtime_error("not well-formed");
         totals.nameBytes = Totals::kNotDelivered;
     }
@@ -102,12 +110,34 @@ private:
         TotalsOf(visitor).commentBytes += Length(target) + Length(data);
     }
 
+    static xmlParserCtxtPtr ContextOf(void* visitor) {
+        return static_cast<LibxmlSax2Visitor*>(visitor)->context_;
+    }
+
+    static void StartDocument(void* visitor) { xmlSAX2StartDocument(ContextOf(visitor)); }
+
+    static void InternalSubset(void* visitor, const xmlChar* name, const xmlChar* publicId,
+                               const xmlChar* systemId) {
+        xmlSAX2InternalSubset(ContextOf(visitor), name, publicId, systemId);
+    }
+
+    static void DeclareEntity(void* visitor, const xmlChar* name, int type, const xmlChar* publicId,
+                              const xmlChar* systemId, xmlChar* content) {
+        xmlSAX2EntityDecl(ContextOf(visitor), name, type, publicId, systemId, content);
+    }
+
+    static xmlEntityPtr FindEntity(void* visitor, const xmlChar* name) {
+        return xmlSAX2GetEntity(ContextOf(visitor), name);
+    }
+
     xmlParserCtxtPtr context_;  // owned
     Totals* totals_ = nullptr;  // of the running Visit()
 };
 
 }  // namespace
 
-std::unique_ptr<Visitor> MakeLibxmlSax2() { return std::make_unique<LibxmlSax2Visitor>(); }
+std::unique_ptr<Visitor> MakeLibxmlSax2(CorpusGroup group) {
+    return std::make_unique<LibxmlSax2Visitor>(group);
+}
 
 }  // namespace bench

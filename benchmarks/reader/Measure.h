@@ -4,7 +4,8 @@
 #include "reader/Corpus.h"
 #include "reader/Library.h"
 
-#include <array>
+#include <memory>
+#include <span>
 #include <vector>
 
 namespace bench {
@@ -18,18 +19,25 @@ struct MeasureOptions {
 struct FileResult {
     const CorpusEntry* entry = nullptr;
     double megabytes = 0;
-    std::array<double, kLibraryCount> speeds = {};  ///< MB/s, median of the rounds
-    /// How many times as fast we are as each library: the median over the rounds of the ratio
+    std::vector<double> speeds;  ///< MB/s of each visitor, median of the rounds
+    /// How many times as fast the first visitor is as each: the median over the rounds of the ratio
     /// within one round, so that a machine that slows down between rounds does not show.
-    std::array<double, kLibraryCount> ratios = {};
+    std::vector<double> ratios;
     /// Half of the distance between the quartiles of the ratios, relative to the median; the
-    /// largest of all libraries.
+    /// largest of all visitors.
     double spread = 0;
 };
 
-/// Measures all libraries on `file`: one after the other in each round, over and over. Time is the
+/// Measures visitors on `file`: one after the other in each round, over and over. Time is the
 /// thread's processor time, so other programs disturb it through the caches only.
-FileResult Measure(const CorpusFile& file, const MeasureOptions& options);
+FileResult Measure(const CorpusFile& file, std::span<const std::unique_ptr<Visitor>> visitors,
+                   const MeasureOptions& options);
+
+/// Measures all libraries on `file`, in the order of Libraries().
+FileResult MeasureLibraries(const CorpusFile& file, const MeasureOptions& options);
+
+/// Returns the seconds of processor that the calling thread has had.
+double ProcessorSeconds();
 
 /// Returns the value below which the given part (0 to 1) of `values` lies. \pre not empty
 double Quantile(std::vector<double> values, double part);

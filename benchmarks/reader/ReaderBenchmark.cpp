@@ -34,7 +34,7 @@ const bench::CorpusFile& FileFor(const bench::CorpusEntry& entry) {
 
 void Read(benchmark::State& state, const bench::CorpusEntry& entry, const bench::Library& library) {
     const bench::CorpusFile& file = FileFor(entry);
-    const auto visitor = library.makeVisitor();
+    const auto visitor = library.makeVisitor(entry.group);
     for (auto _ : state) {
         benchmark::DoNotOptimize(bench::VisitAll(*visitor, file));
     }

@@ -4,6 +4,7 @@
 #include "reader/Library.h"
 #include "reader/Measure.h"
 #include "reader/Report.h"
+#include "reader/RunOptions.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -38,47 +39,7 @@ constexpr int kFailure = 1;
 constexpr int kUsage = 2;
 constexpr int kBarMissed = 3;
 
-struct Options {
-    bench::MeasureOptions measure;
-    bench::TableFormat format = bench::TableFormat::Text;
-    std::vector<const bench::CorpusEntry*> entries;
-    bool checkOnly = false;
-    bool enforce = false;
-    bool help = false;
-};
-
-Options ParseOptions(std::span<char*> arguments) {
-    Options options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string option = arguments[i];
-        const auto value = [&]() -> std::string {
-            if (++i == arguments.size()) throw std::invalid_argument(option + " wants a value");
-            return arguments[i];
-        };
-        if (option == "--rounds") {
-            options.measure.rounds = std::stoi(value());
-        } else if (option == "--min-time") {
-            options.measure.minSeconds = std::stod(value());
-        } else if (option == "--file") {
-            options.entries.push_back(&bench::FindCorpusEntry(value()));
-        } else if (option == "--markdown") {
-            options.format = bench::TableFormat::Markdown;
-        } else if (option == "--check") {
-            options.checkOnly = true;
-        } else if (option == "--enforce") {
-            options.enforce = true;
-        } else if (option == "--help") {
-            options.help = true;
-        } else {
-            throw std::invalid_argument("unknown option " + option);
-        }
-    }
-    if (options.entries.empty()) options.entries = bench::PresentCorpusEntries();
-    if (options.measure.rounds < 1) throw std::invalid_argument("--rounds wants at least 1");
-    return options;
-}
-
-int Run(const Options& options) {
+int Run(const bench::RunOptions& options) {
     std::vector<bench::FileResult> results;
     bool allAgree = true;
     for (const bench::CorpusEntry* entry : options.entries) {
@@ -92,7 +53,7 @@ int Run(const Options& options) {
         }
         std::fprintf(stderr, "%s: all see the same%s\n", entry->title,
                      options.checkOnly ? "" : "; measuring");
-        if (!options.checkOnly) results.push_back(bench::Measure(file, options.measure));
+        if (!options.checkOnly) results.push_back(bench::MeasureLibraries(file, options.measure));
     }
     if (options.checkOnly || results.empty()) return allAgree ? EXIT_SUCCESS : kFailure;
 
@@ -110,9 +71,9 @@ int Run(const Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    Options options;
+    bench::RunOptions options;
     try {
-        options = ParseOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
+        bench::ParseRunOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(1), options);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "espalier_reader_ratios: %s\n\n%s", error.what(), kHelp);
         return kUsage;

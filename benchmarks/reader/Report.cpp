@@ -35,10 +35,26 @@ TableRow ResultRow(const FileResult& result) {
     return row;
 }
 
-std::vector<FileResult> OnlyUtf8(const std::vector<FileResult>& results) {
+std::vector<TableRow> ResultRows(const std::vector<FileResult>& results) {
+    std::vector<TableRow> rows = {HeadRow()};
+    for (const FileResult& result : results) {
+        rows.push_back(ResultRow(result));
+    }
+    return rows;
+}
+
+std::vector<FileResult> OnlyOf(CorpusGroup group, const std::vector<FileResult>& results) {
     std::vector<FileResult> chosen;
     for (const FileResult& result : results) {
-        if (result.entry->group == CorpusGroup::Utf8) chosen.push_back(result);
+        if (result.entry->group == group) chosen.push_back(result);
+    }
+    return chosen;
+}
+
+std::vector<FileResult> WithoutEntities(const std::vector<FileResult>& results) {
+    std::vector<FileResult> chosen;
+    for (const FileResult& result : results) {
+        if (result.entry->group != CorpusGroup::Entities) chosen.push_back(result);
     }
     return chosen;
 }
@@ -95,20 +111,29 @@ std::string DescribeSetting(TableFormat format) {
 }
 
 std::string FormatResults(const std::vector<FileResult>& results, TableFormat format) {
-    std::vector<TableRow> rows = {HeadRow()};
-    for (const FileResult& result : results) {
-        rows.push_back(ResultRow(result));
+    std::string text;
+    const std::vector<FileResult> plain = WithoutEntities(results);
+    if (!plain.empty()) {
+        std::vector<TableRow> rows = ResultRows(plain);
+        const std::vector<FileResult> utf8 = OnlyOf(CorpusGroup::Utf8, plain);
+        if (!utf8.empty()) rows.push_back(MeanRow("mean of UTF-8", utf8));
+        rows.push_back(MeanRow("mean of all", plain));
+        text = "MB/s from memory, then how many times as fast as each peer:\n\n" +
+               FormatTable(rows, format);
     }
-    const std::vector<FileResult> utf8 = OnlyUtf8(results);
-    if (!utf8.empty()) rows.push_back(MeanRow("mean of UTF-8", utf8));
-    rows.push_back(MeanRow("mean of all", results));
-    return "MB/s from memory, then how many times as fast as each peer:\n\n" +
-           FormatTable(rows, format);
+    const std::vector<FileResult> entities = OnlyOf(CorpusGroup::Entities, results);
+    if (!entities.empty()) {
+        text += std::string(text.empty() ? "" : "\n") +
+                "The same with references to general entities, all replaced (no bar):\n\n" +
+                FormatTable(ResultRows(entities), format);
+    }
+    return text;
 }
 
-std::vector<Bar> JudgeBars(const std::vector<FileResult>& results) {
+std::vector<Bar> JudgeBars(const std::vector<FileResult>& allResults) {
+    const std::vector<FileResult> results = WithoutEntities(allResults);
     std::vector<Bar> bars;
-    const std::vector<FileResult> utf8 = OnlyUtf8(results);
+    const std::vector<FileResult> utf8 = OnlyOf(CorpusGroup::Utf8, results);
     if (!utf8.empty()) {
         const std::string over = ", geometric mean of " + std::to_string(utf8.size()) + " files";
         bars.push_back({"libxml2's reader" + over, 5, MeanRatio(utf8, kLibxmlReader)});

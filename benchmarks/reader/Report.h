@@ -20,7 +20,8 @@ struct Bar {
 /// Returns the machine, the compiler and the versions of the libraries, a line each.
 std::string DescribeSetting(TableFormat format);
 
-/// Returns the table of speeds and ratios, with the geometric means below it. \pre not empty
+/// Returns the table of speeds and ratios, with the geometric means below it, and the one of the
+/// files with entities. \pre not empty
 std::string FormatResults(const std::vector<FileResult>& results, TableFormat format);
 
 /// Returns the bars that the results allow to judge.

@@ -6,6 +6,7 @@
 #include "xml/SeededHash.h"
 
 #include <algorithm>  // std::max
+#include <cstring>
 #include <limits>
 #include <vector>
 
@@ -27,6 +28,15 @@ void* FindIn(const Xml::HashMap& map, std::string_view key) {
 }
 
 }  // namespace
+
+int PredefinedCharacter(std::string_view name) {
+    if (name == "amp") return '&';
+    if (name == "lt") return '<';
+    if (name == "gt") return '>';
+    if (name == "quot") return '"';
+    if (name == "apos") return '\'';
+    return 0;
+}
 
 EntityTable::EntityTable() : byKey_(kMapSize, true) {
     byKey_.SetKey(SeededHash, XmlKeyCompareBinary);
@@ -63,7 +73,9 @@ EntityRecord* EntityTable::NextReference(const EntityRecord& record, std::size_t
         const std::string_view reference = text.substr(start + 1, position - start - 1);
         const std::size_t length = reference.find(';');
         if (length == std::string_view::npos) continue;  // which shows when it is expanded
-        EntityRecord* const found = FindGeneral(reference.substr(0, length));
+        const std::string_view name = reference.substr(0, length);
+        if (PredefinedCharacter(name) != 0) continue;  // whatever is declared for it
+        EntityRecord* const found = FindGeneral(name);
         if (found != nullptr) return found;
     }
     return nullptr;
@@ -71,9 +83,20 @@ EntityRecord* EntityTable::NextReference(const EntityRecord& record, std::size_t
 
 void EntityTable::AddMeasures(EntityRecord& record, const EntityRecord& inner) {
     constexpr long long kMost = std::numeric_limits<long long>::max() / 4;
+    record.leadsBack = record.leadsBack || inner.leadsBack;
     record.isMarkup = record.isMarkup || inner.isMarkup;
     record.nesting = std::max(record.nesting, inner.nesting + 1);
     record.cost = std::min(kMost, record.cost + inner.cost);
+}
+
+void EntityTable::NotePlain(const EntityRecord& record) {
+    const std::size_t length = record.name.length();
+    if (length > PackedName::kMostBytes || record.name.find(':') != astring::npos) return;
+    if (record.isMarkup || record.text.empty() || record.text.find('&') != astring::npos) return;
+    unsigned char bytes[PackedName::kMostBytes] = {};
+    std::memcpy(bytes, record.name.data(), length);
+    const PackedName name = LoadName(bytes);
+    plain_[SlotOf(name)] = {name, &record};
 }
 
 // Goes through the entities depth first, on a stack of its own: who writes the document says how
@@ -91,17 +114,27 @@ const EntityRecord& EntityTable::Measure(EntityRecord& record) {
     };
     if (record.measured == EntityRecord::Measured::Yes) return record;
     std::vector<Frame> frames{begin(record)};
+    // Adds what a reference in the entity on top leads to; behind one that leads back is nothing.
+    const auto add = [&frames](const EntityRecord& inner) {
+        Frame& frame = frames.back();
+        AddMeasures(*frame.record, inner);
+        if (frame.record->leadsBack) frame.position = frame.record->text.length();
+    };
     while (!frames.empty()) {
         EntityRecord& current = *frames.back().record;
         EntityRecord* const inner = NextReference(current, frames.back().position);
         if (inner == nullptr) {
             current.measured = EntityRecord::Measured::Yes;
+            NotePlain(current);
             frames.pop_back();
-            if (!frames.empty()) AddMeasures(*frames.back().record, current);
+            if (!frames.empty()) add(current);
         } else if (inner->measured == EntityRecord::Measured::No) {
             frames.push_back(begin(*inner));
         } else if (inner->measured == EntityRecord::Measured::Yes) {
-            AddMeasures(current, *inner);
+            add(*inner);
+        } else {
+            current.leadsBack = true;
+            frames.back().position = current.text.length();
         }
     }
     return record;

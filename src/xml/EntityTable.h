@@ -5,12 +5,18 @@
 #include <espalier/xml/HashMap.h>
 
 #include "xml/PlaceCounter.h"
+#include "xml/RunScan.h"
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <string_view>
 
 namespace Xml::detail {
+
+/// Returns the character of a predefined entity (XML 1.0 section 4.6); 0 for any other name.
+int PredefinedCharacter(std::string_view name);
 
 /// What a record of the table declares. Their names live side by side: a general entity, a
 /// parameter entity and a notation may all have the same name.
@@ -29,9 +35,10 @@ struct EntityRecord {
     // What Measure() finds out.
     enum class Measured : unsigned char { No, Begun, Yes };
     Measured measured = Measured::No;
-    bool isMarkup = false;  ///< its text, or that of an entity it refers to, has a "<"
-    int nesting = 1;        ///< how many entities deep its text goes, itself included
-    long long cost = 0;     ///< bytes of its text and of all that is expanded in it
+    bool leadsBack = false;  ///< its text leads to a reference to an entity that is being expanded
+    bool isMarkup = false;   ///< its text, or that of an entity it refers to, has a "<"
+    int nesting = 1;         ///< how many entities deep its text goes, itself included
+    long long cost = 0;      ///< bytes of its text and of all that is expanded in it
 };
 
 /// The entities and notations of a document. The first declaration of a name is the one that
@@ -53,15 +60,38 @@ public:
     /// Returns a general entity, or null.
     EntityRecord* FindGeneral(std::string_view name) const;
 
-    /// Returns the record with what it leads to. References to entities that are not declared, and
-    /// those that lead back, count for nothing: nobody gets behind them.
+    /// Returns a general entity with a name of up to 16 bytes, and without a colon, whose text is
+    /// one that means itself: not empty, no markup, no references. Only entities that were measured
+    /// are found, and not all of these: null says nothing.
+    const EntityRecord* FindPlain(const PackedName& name) const {
+        const PlainSlot& slot = plain_[SlotOf(name)];
+        return slot.name == name ? slot.record : nullptr;
+    }
+
+    /// Returns the record with what it leads to: up to the first reference that leads back, if
+    /// there is one, because nothing is expanded behind that. Entities that are not declared count
+    /// for nothing.
     const EntityRecord& Measure(EntityRecord& record);
 
 private:
     EntityRecord* NextReference(const EntityRecord& record, std::size_t& position) const;
     static void AddMeasures(EntityRecord& record, const EntityRecord& inner);
 
+    // The plain entities that were measured last, each in the one slot that its name has.
+    struct PlainSlot {
+        PackedName name;
+        const EntityRecord* record = nullptr;
+    };
+    static constexpr std::size_t kPlainSlots = 256;
+
+    static std::size_t SlotOf(const PackedName& name) {
+        const std::uint64_t mixed = (name.low ^ name.high << 1) * 0x9E3779B97F4A7C15U;
+        return mixed >> 56;  // of 256
+    }
+    void NotePlain(const EntityRecord& record);
+
     std::deque<EntityRecord> records_;
+    std::array<PlainSlot, kPlainSlots> plain_;
     Xml::HashMap byKey_;
 };
 

@@ -37,6 +37,7 @@ ReaderCore::ReaderCore(NodeView& node)
     for (std::size_t i = 0; i < partNames_.size(); ++i) {
         partNames_[i].qualified = partNames_[i].local = kParts[i];
     }
+    rawValue_.reserve(XmlScanner::kBufferSize);  // more than most values that hold references
     publicName_.qualified = publicName_.local = "PUBLIC";
     systemName_.qualified = systemName_.local = "SYSTEM";
     ShowNothing();
@@ -79,7 +80,7 @@ void ReaderCore::Close() {
     nsSupport_.Reset();
     entityChain_.clear();
     entities_.reset();
-    expandedBytes_ = 0;
+    expandedBytes_ = pushedBytes_ = 0;
     contentSeen_ = doctypeSeen_ = standalone_ = false;
     rootCount_ = 0;
     parseState_ = ParseState::PsClosed;
@@ -144,9 +145,8 @@ ReaderCore::Pass ReaderCore::Step() {
 ReaderCore::Pass ReaderCore::Start() {
     scanner_.AttachStream();
     scanner_.SetNamespaces(namespaces);
-    if (namesSplit_ != namespaces || namesOfOneByte_) names_.Clear();
+    if (namesSplit_ != namespaces || namesOfOneByte_) ForgetNames();
     namesSplit_ = namespaces;
-    namesOfOneByte_ = false;
     parseState_ = ParseState::PsProlog;
     return Pass::Repeat;
 }

@@ -47,7 +47,6 @@ struct XmlAttribute {
     XmlName* name = nullptr;
     const astring* uri = nullptr;  ///< of its namespace; never null
     astring value;
-    astring raw;  ///< the value as it is written, when it holds references
     union {
         const unsigned char* at = nullptr;  ///< where it starts in the window
         Place place;                        ///< where it starts, when hasPlace is set
@@ -56,6 +55,7 @@ struct XmlAttribute {
     char quote = '"';
     bool isRaw = false;            ///< white space in the value is still to be normalized
     bool holdsReferences = false;  ///< the value has references that were not replaced
+    int rawIndex = 0;              ///< of the value as it is written, when it holds references
 };
 
 /// An element that is open.
@@ -110,7 +110,10 @@ public:
     bool MoveToAttribute(std::string_view localName, std::string_view uri);
     bool MoveToNextAttribute();
     bool ReadAttributeValue();
-    void LeaveValue();
+    /// Goes back from the parts of a value to its attribute.
+    void LeaveValue() {
+        if (parseState_ == ParseState::PsEntityReturn) LeaveParts();
+    }
     void ResolveEntity();
     void ReadToEndTag();
     astring InnerXml();
@@ -160,6 +163,7 @@ private:
     void ParseDeclarationPart();
     void HandleDeclarationPart(DeclarationPart part, const astring& value);
     void SwitchEncoding(const astring& name);
+    void ForgetNames();
 
     // ReaderDoctype.cpp: the document type declaration.
     Pass ParseDoctype();
@@ -201,7 +205,8 @@ private:
     Reference TakeReference(bool isPending);
     Pass ReportEntityEnd();
     EntityRecord& FindEntity(std::string_view name) const;
-    const EntityRecord& Charge(EntityRecord& record);
+    void Charge(EntityRecord& record);
+    void CountExpanded(long long& sum, long long bytes, const EntityRecord& record);
     void CheckCycle(const EntityRecord& record) const;
     void PushEntity(EntityRecord& record);
     void PopEntity();
@@ -211,9 +216,10 @@ private:
     astring ExpandEntities(std::string_view text);
 
     // ReaderParts.cpp: the value of an attribute, part by part, and the markup of whole elements.
-    const astring& RawStartTag();
-    astring CaptureElement(std::string_view before, bool withEndTag);
+    astring CaptureRest(bool withEndTag);
     void EnterValue();
+    void LeaveParts();
+    void KeepPlaces();
     bool NextPart();
     bool ReportPart(XmlNodeType::XML_NODE_TYPE type);
     bool ReportPart(XmlNodeType::XML_NODE_TYPE type, std::string_view name);
@@ -247,6 +253,7 @@ private:
     template <Use kUse>
     Quick ReadReferencedTextQuickly(const unsigned char* at);
     bool AppendReferenceQuickly(astring& text, const unsigned char*& at) const;
+    bool AppendEntityQuickly(astring& text, const unsigned char*& at, long long& expanded) const;
     Quick ReportTextQuickly(const unsigned char* end, XmlNodeType::XML_NODE_TYPE type);
     template <Use kUse>
     Quick ReadStartTagQuickly();
@@ -263,6 +270,10 @@ private:
     void ScanElementCarefully(XmlName*& name, bool& isEmpty);
     void SetAttributeValues(Place place);
     void ExpandLiteral(XmlAttribute& attribute);
+    void KeepRawValue(XmlAttribute& attribute);
+    const astring& RawValue(const XmlAttribute& attribute) const {
+        return rawValues_[static_cast<std::size_t>(attribute.rawIndex)];
+    }
     void ExpandReference(XmlAttribute& attribute, XmlToken token);
     Pass ParseEndTag();
     void ScanEndTagCarefully(const XmlName* open);
@@ -321,9 +332,8 @@ private:
     bool ownsStream_ = false;
 
     // The markup of the tag scanned last: in the window when the quick way took it, otherwise what
-    // was collected of it, and how much had been collected before it.
+    // the scanner collected last, and how much had been collected before it.
     const unsigned char* tagBegin_ = nullptr;
-    astring rawTag_;
     std::size_t tagOffset_ = 0;
 
     // The attributes of the current element, in document order: the first attributeCount_ ones.
@@ -331,6 +341,9 @@ private:
     std::vector<XmlAttribute> attributes_;
     int attributeCount_ = 0;
     int attributeIndex_ = 0;
+    std::vector<astring> rawValues_;  // as they are written, of those that hold references
+    int rawCount_ = 0;
+    astring rawValue_;  // of the attribute that is being scanned, once it has a reference
     std::vector<const XmlAttribute*> boundAttributes_;  // of the check that compares their names
     unsigned asks_ = 0;   // what the tag asks for beyond the usual; a set of Asks
     int duplicate_ = -1;  // index of the first attribute whose name came before
@@ -350,6 +363,7 @@ private:
     NameTable names_;
     bool namesSplit_ = true;       // the names were interned with namespaces on
     bool namesOfOneByte_ = false;  // some are names by the classes of an encoding of single bytes
+    bool namesOfUnicode_ = false;  // some are names by those of the others
     XmlName noPrefix_;             // remembers the default namespace as names do their prefix
 
     // The state machine.
@@ -363,9 +377,11 @@ private:
     // value of an attribute, which is below those that its references push.
     std::unique_ptr<EntityTable> entities_;  // null without a declaration
     std::vector<EntityRecord*> entityChain_;
-    long long expandedBytes_ = 0;
-    astring referenceName_;       // of the general reference that was scanned last
-    Place referencePlace_{0, 0};  // while it is pending
+    std::vector<std::string_view> waitingTexts_;  // around the text that is being expanded
+    long long expandedBytes_ = 0;                 // what the references lead to
+    long long pushedBytes_ = 0;                   // what has been put into the scanner
+    astring referenceName_;                       // of the general reference that was scanned last
+    Place referencePlace_{0, 0};                  // while it is pending
 
     // While the value of an attribute is read part by part.
     ParseState savedParseState_ = ParseState::PsContent;
@@ -397,6 +413,7 @@ inline ReaderCore::Pass ReaderCore::ReportValue(XmlNodeType::XML_NODE_TYPE type)
 inline void ReaderCore::ShowElement() {
     node_.type = XmlNodeType::Element;
     node_.depth = Depth();
+    node_.charsRead = 0;
     node_.name = Top().name;
     node_.namespaceUri = Top().uri;
     node_.value = &noValue_;

@@ -250,8 +250,9 @@ bool ReaderCore::ParsePublicID(astring& publicId, bool publicAlone) {
     scanner_.SkipEndQuote();
     const bool isSeparated = scanner_.SkipWhitespace();
     if (!isSeparated && publicAlone) return false;
-    const bool isQuote = scanner_.ScanDtdToken() == XmlToken::QUOTE;
-    if (!isQuote) scanner_.Throw(Message::kNoSystemId);
+    const XmlToken token = scanner_.ScanDtdToken();
+    if (token == XmlToken::ENDOFFILE) scanner_.Throw(Message::kEofInDtd);
+    if (token != XmlToken::QUOTE) scanner_.Throw(Message::kNoSystemId);
     if (!isSeparated) scanner_.Throw(Message::kNoSpaceAfterPublicId);
     return true;
 }

@@ -48,17 +48,19 @@ ReaderCore::Pass ReaderCore::ParseElement() {
     const bool keepsTag = !scanner_.IsCapturing();
     if (keepsTag) scanner_.StartCapture("<");
     ScanElementCarefully(name, isEmpty);
-    if (keepsTag) rawTag_ = scanner_.EndCapture();
+    if (keepsTag) scanner_.EndCapture();
     FinishElement(*name, isEmpty);
     return Pass::Node;
 }
 
 // Returns the object of a name that has been scanned.
 XmlName* ReaderCore::InternName(std::string_view text, int colon) {
-    // What is a letter in ISO-8859-1 need not be one elsewhere: such names end with the document.
-    if (scanner_.Codec()->Kind() == CodecKind::SingleByte) {
-        const auto isAboveAscii = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
-        if (std::any_of(text.begin(), text.end(), isAboveAscii)) namesOfOneByte_ = true;
+    // What is a letter in ISO-8859-1 need not be one elsewhere, nor the other way round: such names
+    // are forgotten before a document of the other kind.
+    const auto isAboveAscii = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
+    if (std::any_of(text.begin(), text.end(), isAboveAscii)) {
+        const bool isOfOneByte = scanner_.StreamCodec()->Kind() == CodecKind::SingleByte;
+        (isOfOneByte ? namesOfOneByte_ : namesOfUnicode_) = true;
     }
     XmlName* const name = names_.Intern(text, colon);
     if (names_.IsLarge()) asks_ |= AsksTrim;
@@ -137,30 +139,37 @@ void ReaderCore::SetAttributeValues(Place place) {
 // written is kept beside what it means.
 void ReaderCore::ExpandLiteral(XmlAttribute& attribute) {
     attribute.value.clear();
-    attribute.raw.clear();
     bool hasReference = false;
     for (;;) {
         const std::size_t before = attribute.value.length();
         const XmlToken token = scanner_.ScanValue(attribute.value);
         switch (token) {
         case XmlToken::TEXT:
-            if (hasReference) attribute.raw += attribute.value.view().substr(before);
+            if (hasReference) rawValue_ += attribute.value.view().substr(before);
             break;
         case XmlToken::CHARREF:
         case XmlToken::ENTITYREF:
-            if (!hasReference) attribute.raw = attribute.value;
+            if (!hasReference) rawValue_ = attribute.value;
             hasReference = true;
             ExpandReference(attribute, token);
             break;
-        case XmlToken::ENDQUOTE: return;
+        case XmlToken::ENDQUOTE:
+            if (attribute.holdsReferences) KeepRawValue(attribute);
+            return;
         default: scanner_.Throw(Message::kMissingCloseQuote);
         }
     }
 }
 
+void ReaderCore::KeepRawValue(XmlAttribute& attribute) {
+    if (static_cast<std::size_t>(rawCount_) == rawValues_.size()) rawValues_.emplace_back();
+    rawValues_[static_cast<std::size_t>(rawCount_)] = rawValue_;
+    attribute.rawIndex = rawCount_++;
+}
+
 // Scans a reference in a value behind its start.
 void ReaderCore::ExpandReference(XmlAttribute& attribute, XmlToken token) {
-    if (ReplaceReference(token, attribute.value, &attribute.raw)) {
+    if (ReplaceReference(token, attribute.value, &rawValue_)) {
         const bool isKept =
             token == XmlToken::CHARREF && entityHandling == XmlEntityHandling::ExpandNothing;
         attribute.holdsReferences = attribute.holdsReferences || isKept;
@@ -232,6 +241,7 @@ void ReaderCore::GrantUnusual() {
 
 void ReaderCore::ResetAttributes() {
     attributeCount_ = 0;
+    rawCount_ = 0;
     ++elementSerial_;
     duplicate_ = -1;
     asks_ = 0;

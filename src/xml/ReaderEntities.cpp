@@ -36,13 +36,15 @@ ReaderCore::Reference ReaderCore::TakeReference(bool isPending) {
     default: break;
     }
     EntityRecord& record = FindEntity(referenceName_);
-    if (!Charge(record).isMarkup) {
-        ExpandEntity(value_, record);
-        return Reference::Taken;
+    const bool isMarkup = entities_->Measure(record).isMarkup;
+    if (isMarkup && !value_.empty()) return Reference::Waits;
+    Charge(record);
+    if (isMarkup) {
+        PushEntity(record);
+        return Reference::Pushed;
     }
-    if (!value_.empty()) return Reference::Waits;
-    PushEntity(record);
-    return Reference::Pushed;
+    ExpandEntity(value_, record);
+    return Reference::Taken;
 }
 
 ReaderCore::Pass ReaderCore::ReportEntityEnd() {
@@ -76,22 +78,26 @@ EntityRecord& ReaderCore::FindEntity(std::string_view name) const {
 
 // Adds what a reference leads to, before anything is done about it. What stands in the text of an
 // entity was added together with the reference to that.
-const EntityRecord& ReaderCore::Charge(EntityRecord& record) {
+void ReaderCore::Charge(EntityRecord& record) {
     const EntityRecord& measured = entities_->Measure(record);
     const bool isInValue = entityChain_.size() == 1 && entityChain_[0] == nullptr;
-    if (!entityChain_.empty() && !isInValue) return measured;
+    if (!entityChain_.empty() && !isInValue) return;
     if (measured.nesting > entityLimits.nesting) {
         scanner_.Throw(Message::kNestingLimit, record.name);
     }
+    CountExpanded(expandedBytes_, measured.cost, record);
+}
+
+// Adds to one of the sums that the limit on expanded bytes holds for.
+void ReaderCore::CountExpanded(long long& sum, long long bytes, const EntityRecord& record) {
     constexpr long long kMost = std::numeric_limits<long long>::max() / 2;
-    expandedBytes_ = std::min(kMost, expandedBytes_ + measured.cost);
+    sum = std::min(kMost, sum + bytes);
+    if (sum <= entityLimits.expandedBytes) return;
     const long long input = scanner_.BytesRead();
     const long long factor = entityLimits.amplification;
-    const bool isAmplified = factor <= 0 || expandedBytes_ / factor >= input;
-    if (expandedBytes_ > entityLimits.expandedBytes && isAmplified) {
-        scanner_.Throw(Message::kExpansionLimit, record.name);
-    }
-    return measured;
+    const bool isAmplified =
+        factor <= 0 || sum / factor > input || (sum / factor == input && sum % factor != 0);
+    if (isAmplified) scanner_.Throw(Message::kExpansionLimit, record.name);
 }
 
 // The place in the message is that of the entity in whose text the reference stands.
@@ -106,8 +112,11 @@ void ReaderCore::CheckCycle(const EntityRecord& record) const {
     Exception::ThrowException(Message::kCyclicEntity, record.name, place.line, place.column);
 }
 
+// What is pushed is counted by itself, too. A reference that leads back costs nothing, since nobody
+// gets behind it; but a caller who does not resolve that one does get behind it.
 void ReaderCore::PushEntity(EntityRecord& record) {
     CheckCycle(record);
+    CountExpanded(pushedBytes_, static_cast<long long>(record.text.length()), record);
     entityChain_.push_back(&record);
     scanner_.PushString(record.text);
     record.inUse = true;
@@ -135,15 +144,6 @@ struct StoredReference {
     std::string_view name;   ///< of the entity
     std::size_t length = 0;  ///< of the reference
 };
-
-int PredefinedCharacter(std::string_view name) {
-    if (name == "amp") return '&';
-    if (name == "lt") return '<';
-    if (name == "gt") return '>';
-    if (name == "quot") return '"';
-    if (name == "apos") return '\'';
-    return 0;
-}
 
 // Returns the code that digits, with "x" before hexadecimal ones, stand for; -1 when there is none.
 int CodeOf(std::string_view digits) {
@@ -204,7 +204,8 @@ StoredReference ReadStoredReference(const XmlScanner& scanner, std::string_view 
 // which entities these are; on top of it stands the one whose text `source` is, if any.
 void ReaderCore::AppendExpansion(astring& text, std::string_view source) {
     const std::size_t outer = entityChain_.size();
-    std::vector<std::string_view> waiting;  // what is left of the texts around `source`
+    std::vector<std::string_view>& waiting = waitingTexts_;
+    waiting.clear();
     for (;;) {
         const std::size_t at = std::min(source.find('&'), source.size());
         text.append(source.substr(0, at));

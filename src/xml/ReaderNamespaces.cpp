@@ -28,7 +28,7 @@ void ReaderCore::DeclareNamespaces() {
 
 // The URI of a declaration whose value holds references.
 astring ReaderCore::ExpandedValue(const XmlAttribute& attribute) {
-    astring value = ExpandEntities(attribute.raw);
+    astring value = ExpandEntities(RawValue(attribute));
     if (normalization) NormalizeLineEnds(value, true);
     return value;
 }

@@ -12,18 +12,17 @@ namespace Xml::detail {
 // The value of an attribute.
 
 bool ReaderCore::ReadAttributeValue() {
-    if (parseState_ != ParseState::PsEntityReturn) {
-        if (node_.type != XmlNodeType::Attribute) return false;
-        EnterValue();
-        if (scanner_.PushedCount() == partsBase_) return ReportPart(XmlNodeType::Text);
-    }
-    if (scanner_.PushedCount() > partsBase_) {
-        try {
-            if (NextPart()) return true;
-        } catch (...) {
-            Fail();
-            throw;
+    const bool isInValue = parseState_ == ParseState::PsEntityReturn;
+    if (!isInValue && node_.type != XmlNodeType::Attribute) return false;
+    try {
+        if (!isInValue) {
+            EnterValue();
+            if (scanner_.PushedCount() == partsBase_) return ReportPart(XmlNodeType::Text);
         }
+        if (scanner_.PushedCount() > partsBase_ && NextPart()) return true;
+    } catch (...) {
+        Fail();
+        throw;
     }
     LeaveValue();
     return false;
@@ -35,23 +34,26 @@ void ReaderCore::EnterValue() {
     partsBase_ = scanner_.PushedCount();
     partWaits_ = false;
     if (attribute.holdsReferences) {
-        for (XmlAttribute& other : Attributes()) {  // the scanner forgets how to tell
-            other.place = PlaceOf(other);
-            other.hasPlace = true;
-        }
+        if (!attribute.hasPlace) KeepPlaces();
         entityChain_.push_back(nullptr);
-        scanner_.PushString(attribute.raw);
+        scanner_.PushString(RawValue(attribute));
     } else {
         value_ = NormalizedValue(attribute);
     }
     savedParseState_ = std::exchange(parseState_, ParseState::PsEntityReturn);
 }
 
-// Goes back from the value of an attribute to the attribute.
-void ReaderCore::LeaveValue() {
-    if (parseState_ != ParseState::PsEntityReturn) return;
-    while (scanner_.PushedCount() > partsBase_)
-        PopEntity();
+// Finds out where the attributes start, which the scanner forgets how to tell. Either all of them
+// have their places or none.
+void ReaderCore::KeepPlaces() {
+    for (XmlAttribute& attribute : Attributes()) {
+        attribute.place = PlaceOf(attribute);
+        attribute.hasPlace = true;
+    }
+}
+
+void ReaderCore::LeaveParts() {
+    PopEntitiesTo(partsBase_);
     parseState_ = savedParseState_;
     node_.type = XmlNodeType::Attribute;
     node_.depth = Depth() + 1;
@@ -94,34 +96,28 @@ bool ReaderCore::ReportPart(XmlNodeType::XML_NODE_TYPE type, std::string_view na
 
 // Whole elements.
 
-// Returns the start tag of the current element as it is written. Nothing has been read since.
-const astring& ReaderCore::RawStartTag() {
-    if (tagBegin_ != nullptr) {
-        rawTag_.assign(reinterpret_cast<const char*>(tagBegin_),
-                       static_cast<std::size_t>(scanner_.Position() - tagBegin_));
-        tagBegin_ = nullptr;
-    }
-    return rawTag_;
-}
-
 // Reads up to the end tag of the current element, which is not empty.
-// Returns `before` and what is written behind the start tag, up to the end tag or with it.
-astring ReaderCore::CaptureElement(std::string_view before, bool withEndTag) {
-    constexpr std::size_t kWorthKeeping = 64 * 1024;  // smaller texts leave the memory for the next
-    scanner_.StartCapture(before);
+// Returns what has been collected by then, up to the end tag or with it.
+astring ReaderCore::CaptureRest(bool withEndTag) {
     ReadToEndTag();
     const std::size_t inner =
         tagBegin_ == nullptr ? tagOffset_ : scanner_.CapturedLengthAt(tagBegin_);
-    astring& captured = scanner_.EndCapture();
-    if (!withEndTag) captured.resize(inner);
-    return captured.length() < kWorthKeeping ? captured : std::exchange(captured, astring());
+    return scanner_.TakeCapture(withEndTag ? astring::npos : inner);
 }
 
-astring ReaderCore::InnerXml() { return CaptureElement({}, false); }
+astring ReaderCore::InnerXml() {
+    scanner_.StartCapture({});
+    return CaptureRest(false);
+}
 
 astring ReaderCore::OuterXml(bool isEmpty) {
-    const astring& tag = RawStartTag();
-    return isEmpty ? tag : CaptureElement(tag, true);
+    if (tagBegin_ == nullptr) {
+        scanner_.ResumeCapture();
+    } else {
+        const auto length = static_cast<std::size_t>(scanner_.Position() - tagBegin_);
+        scanner_.StartCapture({reinterpret_cast<const char*>(tagBegin_), length});
+    }
+    return isEmpty ? scanner_.TakeCapture(astring::npos) : CaptureRest(true);
 }
 
 }  // namespace Xml::detail

@@ -96,6 +96,13 @@ void ReaderCore::SwitchEncoding(const astring& name) {
     const CharCodec* const codec = ResolveEncodingName(name, *scanner_.Codec());
     if (codec == nullptr) scanner_.Throw(Message::kUnsupportedEncoding);
     scanner_.InstallCodec(*codec);
+    if (namesOfUnicode_ && codec->Kind() == CodecKind::SingleByte) ForgetNames();
+}
+
+// Forgets the names of earlier documents. None of this one has been read yet.
+void ReaderCore::ForgetNames() {
+    names_.Clear();
+    namesOfOneByte_ = namesOfUnicode_ = false;
 }
 
 }  // namespace Xml::detail

@@ -111,18 +111,22 @@ ReaderCore::Quick ReaderCore::ReadReferencedTextQuickly(const unsigned char* at)
     } else {
         value_.clear();
     }
+    long long expanded = 0;
     while (*at == '&') {
-        if (!AppendReferenceQuickly(value_, at)) return WhyNoReference(at);
+        if (!AppendReferenceQuickly(value_, at) && !AppendEntityQuickly(value_, at, expanded)) {
+            return WhyNoReference(at);
+        }
         const unsigned char* const from = at;
         at = scanner_.Find<'<', '&', ']'>(from);
         if (kUse == Use::Report) value_.append(Chars(from), Distance(from, at));
     }
-    if (*at == '<' && kUse == Use::Report) return ReportTextQuickly(at, XmlNodeType::Text);
-    if (*at == '<') {
-        scanner_.Consume(at);
-        return Quick::Skipped;
+    if (*at != '<') {
+        return at == scanner_.DataEnd() || *at >= 0x80 ? Quick::NeedsMore : Quick::NeedsCare;
     }
-    return at == scanner_.DataEnd() || *at >= 0x80 ? Quick::NeedsMore : Quick::NeedsCare;
+    expandedBytes_ += expanded;
+    if (kUse == Use::Report) return ReportTextQuickly(at, XmlNodeType::Text);
+    scanner_.Consume(at);
+    return Quick::Skipped;
 }
 
 // Appends the character that the reference at `at` stands for and advances over it.
@@ -133,6 +137,27 @@ bool ReaderCore::AppendReferenceQuickly(astring& text, const unsigned char*& at)
     if (reference.end == nullptr) return false;
     AppendUtf8(text, reference.code);
     at = reference.end;
+    return true;
+}
+
+// The same for a reference to an entity whose text is plain and within the limits. Adds its length
+// to `expanded`, to be counted with those of the other references once the text is taken.
+bool ReaderCore::AppendEntityQuickly(astring& text, const unsigned char*& at,
+                                     long long& expanded) const {
+    if (entityHandling != XmlEntityHandling::ExpandEntities || !entities_) return false;
+    const unsigned char* const name = at + 1;
+    int length = 0;
+    while (length <= PackedName::kMostBytes && name[length] != ';')
+        ++length;
+    if (length == 0 || length > PackedName::kMostBytes) return false;
+    const EntityRecord* const record = entities_->FindPlain(PackName(name, length));
+    if (record == nullptr || record->inUse || entityLimits.nesting < 1) return false;
+    if (entityChain_.empty()) {
+        expanded += static_cast<long long>(record->text.length());
+        if (expandedBytes_ + expanded > entityLimits.expandedBytes) return false;
+    }
+    text += record->text;
+    at = name + length + 1;
     return true;
 }
 

@@ -33,11 +33,14 @@ XmlScanner::XmlScanner()
     : windowStore_(std::make_unique<unsigned char[]>(1 + kWindowSize + 1 + kScanPadding)),
       window_(windowStore_.get() + 1),
       position_(window_),
-      dataEnd_(window_) {}
+      dataEnd_(window_) {
+    captured_.reserve(2 * kBufferSize);  // most tags that the window cuts are shorter
+}
 
 XmlScanner::~XmlScanner() = default;
 
 void XmlScanner::SetStream(IO::Stream* stream) {
+    capturing_ = false;
     while (!saved_.empty())
         PopState();
     stream_ = stream;
@@ -54,7 +57,6 @@ void XmlScanner::SetStream(IO::Stream* stream) {
     places_.Start(window_);
     nodePlace_ = Place{0, 0};
     nodeStart_ = nullptr;
-    capturing_ = false;
     CloseWindow();
 }
 
@@ -308,8 +310,9 @@ int XmlScanner::NonAsciiClass(const unsigned char* at) const {
     if (length < 0) return ToInt(CharClass::Invalid);
     if (length == 0) return ToInt(CharClass::Partial);
     const int code = utf8::Combine(at, length);
-    return codec_->Kind() == CodecKind::SingleByte ? codec_->ClassOfScalar(code)
-                                                   : ClassOfScalarValue(code);
+    const CharCodec& codec = *StreamCodec();  // a pushed text has the letters of the document
+    return codec.Kind() == CodecKind::SingleByte ? codec.ClassOfScalar(code)
+                                                 : ClassOfScalarValue(code);
 }
 
 int XmlScanner::ClassAtPosition() const {
@@ -468,10 +471,14 @@ void XmlScanner::TakeLongNamePart(std::size_t& taken) {
 // Raw capture.
 
 void XmlScanner::StartCapture(std::string_view before) {
+    captured_ = before;
+    ResumeCapture();
+}
+
+void XmlScanner::ResumeCapture() {
     capturing_ = true;
     captureLevel_ = saved_.size();
     captureFrom_ = position_;
-    captured_ = before;
 }
 
 // Collects what lies before the position; what is pushed on top of it does not count.
@@ -487,10 +494,23 @@ std::size_t XmlScanner::CapturedLengthAt(const unsigned char* at) const {
     return captured_.length() + (isHere ? static_cast<std::size_t>(at - captureFrom_) : 0);
 }
 
-astring& XmlScanner::EndCapture() {
-    FlushCapture();
+std::string_view XmlScanner::EndCapture() {
+    const bool isInWindow = captured_.empty() && captureLevel_ == saved_.size();
+    if (!isInWindow) FlushCapture();
     capturing_ = false;
-    return captured_;
+    if (!isInWindow) return captured_;
+    return {reinterpret_cast<const char*>(captureFrom_),
+            static_cast<std::size_t>(position_ - captureFrom_)};
+}
+
+// A long text is moved. Smaller ones are copied, and leave their memory, which the cache holds, to
+// the next.
+astring XmlScanner::TakeCapture(std::size_t length) {
+    constexpr std::size_t kWorthMoving = 64 * 1024;
+    const std::string_view captured = EndCapture();
+    if (captured.size() < kWorthMoving) return astring(captured.substr(0, length));
+    captured_.resize(std::min(length, captured.size()));
+    return std::exchange(captured_, astring());
 }
 
 }  // namespace Xml::detail

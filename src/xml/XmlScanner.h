@@ -227,6 +227,9 @@ public:
     /// what it holds; what is pushed later is not collected.
     void StartCapture(std::string_view before = {});
 
+    /// Goes on collecting, behind what was collected last.
+    void ResumeCapture();
+
     bool IsCapturing() const { return capturing_; }
 
     /// Returns how many bytes have been collected up to the position.
@@ -235,9 +238,12 @@ public:
     /// The same up to `at`, a place in the window.
     std::size_t CapturedLengthAt(const unsigned char* at) const;
 
-    /// Ends the collecting.
-    /// \return what was passed, which the caller may move away
-    astring& EndCapture();
+    /// Ends the collecting and returns what was passed, as a view that is good until the scanner
+    /// goes on.
+    std::string_view EndCapture();
+
+    /// The same as a string, of its first `length` bytes.
+    astring TakeCapture(std::size_t length);
 
     /// Throws Xml::Exception with the current place.
     [[noreturn]] void Throw(const char* message, std::string_view argument = {}) const;
@@ -319,6 +325,8 @@ private:
     XmlToken Finish(XmlToken token, std::string_view text);
     XmlToken FinishPair(XmlToken token, std::string_view text);
     XmlToken ScanReferenceStart();
+    template <char A, char B>
+    unsigned char TakeQuoted(astring& text, bool& any);
     XmlToken ScanCharacters(astring& text, int limit, int before);
     template <char First>
     void ScanUpTo(astring& text, std::string_view terminator, const char* eofMessage);
@@ -364,5 +372,24 @@ private:
     const unsigned char* captureFrom_ = nullptr;  // what lies before it is in captured_
     astring captured_;
 };
+
+// Takes what stands between quotation marks, up to the closing one, A or B. `any` tells whether
+// that is anything.
+// Returns the character that it stopped at, 0 at the end of the input.
+template <char A, char B>
+unsigned char XmlScanner::TakeQuoted(astring& text, bool& any) {
+    const bool isDouble = quoteChar_ == '"';
+    for (;;) {
+        const unsigned char* const stop =
+            isDouble ? Find<'"', A, B>(position_) : Find<'\'', A, B>(position_);
+        any = any || stop != position_;
+        Take(text, stop);
+        if (position_ != dataEnd_) {
+            const unsigned char c = *position_;
+            if (c == A || c == B || c == static_cast<unsigned char>(quoteChar_)) return c;
+        }
+        if (!GoOn()) return 0;
+    }
+}
 
 }  // namespace Xml::detail

@@ -61,34 +61,30 @@ XmlToken XmlScanner::ScanDtdMarkup() {
 // Scans a name, a name token, or a character that begins none.
 XmlToken XmlScanner::DtdName() {
     if (ScanName().token != XmlToken::ERROR) return name_.token;
-    const unsigned char* const begin = position_;
-    position_ = SkipNameCharacters(position_);
-    const bool isToken = position_ != begin;
-    if (!isToken) position_ += *begin < 0x80 ? 1 : SequenceLength(begin, dataEnd_);
-    tokenText_ = {reinterpret_cast<const char*>(begin),
-                  static_cast<std::size_t>(position_ - begin)};
+    longName_.clear();
+    std::size_t taken = 0;  // encoded bytes
+    do {
+        TakeLongNamePart(taken);
+    } while (HaveCharacter() && SkipNameCharacters(position_) != position_);
+    const bool isToken = !longName_.empty();
+    if (!isToken) {
+        Take(longName_, position_ + (*position_ < 0x80 ? 1 : SequenceLength(position_, dataEnd_)));
+    }
+    tokenText_ = longName_.view();
     return isToken ? XmlToken::NMTOKEN : XmlToken::ERROR;
 }
 
 // Literals.
 
 XmlToken XmlScanner::ScanEntityValue(astring& text) {
-    const bool isDouble = quoteChar_ == '"';
     bool any = false;
-    for (;;) {
-        const unsigned char* const stop =
-            isDouble ? Find<'"', '&', '%'>(position_) : Find<'\'', '&', '%'>(position_);
-        any = any || stop != position_;
-        Take(text, stop);
-        if (position_ != dataEnd_) {
-            const unsigned char c = *position_;
-            const bool isQuote = c == static_cast<unsigned char>(quoteChar_);
-            if ((isQuote || c == '&' || c == '%') && any) return XmlToken::ENTTEXT;
-            if (isQuote) return Finish(XmlToken::ENDQUOTE, {});
-            if (c == '&') return ScanReferenceStart();
-            if (c == '%') return Finish(XmlToken::PEREF, "%");
-        }
-        if (!GoOn()) return any ? XmlToken::ENTTEXT : XmlToken::ENDOFFILE;
+    const unsigned char stop = TakeQuoted<'&', '%'>(text, any);
+    if (any) return XmlToken::ENTTEXT;
+    switch (stop) {
+    case 0: return XmlToken::ENDOFFILE;
+    case '&': return ScanReferenceStart();
+    case '%': return Finish(XmlToken::PEREF, "%");
+    default: return Finish(XmlToken::ENDQUOTE, {});
     }
 }
 

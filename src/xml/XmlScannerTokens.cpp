@@ -144,22 +144,14 @@ XmlToken XmlScanner::ScanReferenceStart() {
 }
 
 XmlToken XmlScanner::ScanValue(astring& text) {
-    const bool isDouble = quoteChar_ == '"';
     bool any = false;
-    for (;;) {
-        const unsigned char* const stop =
-            isDouble ? Find<'"', '<', '&'>(position_) : Find<'\'', '<', '&'>(position_);
-        any = any || stop != position_;
-        Take(text, stop);
-        if (position_ != dataEnd_) {
-            const unsigned char c = *position_;
-            const bool isQuote = c == static_cast<unsigned char>(quoteChar_);
-            if ((isQuote || c == '<' || c == '&') && any) return XmlToken::TEXT;
-            if (isQuote) return Finish(XmlToken::ENDQUOTE, {});
-            if (c == '&') return ScanReferenceStart();
-            if (c == '<') return XmlToken::NONE;
-        }
-        if (!GoOn()) return any ? XmlToken::TEXT : XmlToken::ENDOFFILE;
+    const unsigned char stop = TakeQuoted<'<', '&'>(text, any);
+    if (any) return XmlToken::TEXT;
+    switch (stop) {
+    case 0: return XmlToken::ENDOFFILE;
+    case '<': return XmlToken::NONE;
+    case '&': return ScanReferenceStart();
+    default: return Finish(XmlToken::ENDQUOTE, {});
     }
 }
 

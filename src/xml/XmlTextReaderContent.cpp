@@ -9,8 +9,8 @@
 #include "xml/Messages.h"
 #include "xml/ReaderCore.h"
 
-#include <algorithm>  // std::min
 #include <cstring>
+#include <utility>  // std::exchange
 
 namespace Xml {
 
@@ -143,19 +143,24 @@ astring XmlTextReader::ReadElementString() {
 
 int XmlTextReader::ReadChars(char* buffer, int index, int count, unsigned /*reserved*/) {
     if (buffer == nullptr || index < 0 || count <= 0) return 0;
-    if (node_.type == XmlNodeType::Element && !IsEmptyElement()) Read();
+    if (node_.type == XmlNodeType::Element) {
+        // The element may be the one that ended a text, which 0 has yet to tell.
+        if (std::exchange(node_.charsRead, 0) != 0 || IsEmptyElement()) return 0;
+        Read();
+    }
     int copied = 0;
     for (;;) {
         if (IsCharacterData(node_.type)) {
-            const auto rest = Value().view().substr(static_cast<std::size_t>(node_.charsRead));
+            const auto rest = Value().view().substr(node_.charsRead);
             const std::size_t length =
                 WholeCharacters(rest, static_cast<std::size_t>(count - copied));
             std::memcpy(buffer + index + copied, rest.data(), length);
             copied += static_cast<int>(length);
-            node_.charsRead += static_cast<int>(length);
+            node_.charsRead += length;
             if (length < rest.size()) return copied;
         } else if (node_.type != XmlNodeType::Comment &&
                    node_.type != XmlNodeType::ProcessingInstruction) {
+            if (node_.type == XmlNodeType::Element && copied > 0) node_.charsRead = 1;
             return copied;
         }
         if (!Read()) return copied;

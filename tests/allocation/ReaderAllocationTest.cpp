@@ -15,6 +15,7 @@
 
 namespace {
 
+using Xml::XmlEntityHandling;
 using Xml::XmlTextReader;
 
 // How a run ended.
@@ -31,7 +32,7 @@ std::string Attributes(int count) {
 // Documents that together need every kind of memory a reader asks for.
 const std::string kDocuments[] = {
     "<?xml version='1.0' encoding='ISO-8859-1' standalone='yes'?>\n"
-    "<!DOCTYPE root-element SYSTEM 'x' [<!ELEMENT a ANY>]>\n"
+    "<!DOCTYPE root-element SYSTEM 'x' [<!ELEMENT a ANY><!ENTITY entity 'text of an entity'>]>\n"
     "<root-element xmlns='urn:default-namespace-of-this' xmlns:p='urn:p' xml:lang='en-GB-oed'>"
     "<p:child x='1' p:x='&lt;&#65;\r\n' xml:space='preserve'>  text of some length &amp; more \r\n"
     "&entity;<!-- a comment that is long enough --><?target with some data in it?>"
@@ -39,6 +40,13 @@ const std::string kDocuments[] = {
     "<a" + Attributes(40) + "><b/></a>",
     "<a>" + std::string(5000, 't') + "<!--" + std::string(5000, 'c') + "--></a>",
     "<a><b><c><d><e><f><g><h><i/></h></g></f></e></d></c></b></a>",
+    "<!DOCTYPE root PUBLIC '-//A public identifier//' 'and-a-system-identifier' [\n"
+    "<!NOTATION a-long-name-of-a-notation SYSTEM 'a-long-system-identifier'>\n"
+    "<!ENTITY unparsed-entity-with-a-name SYSTEM 'somewhere' NDATA a-long-name-of-a-notation>\n"
+    "<!ENTITY inner-entity-with-a-name 'the text of the inner &#65;&#38;#66; of an entity'>\n"
+    "<!ENTITY outer-entity-with-a-name '<b>&inner-entity-with-a-name;</b> and more text'>]>\n"
+    "<root xmlns:p='urn:&inner-entity-with-a-name;' a='before &inner-entity-with-a-name; behind'>"
+    "before &outer-entity-with-a-name; behind &unparsed-entity-with-a-name;</root>",
 };
 
 // Reads the document and looks at everything, so that what is made late is made too. Returns the
@@ -54,7 +62,12 @@ std::size_t ReadAndLook(XmlTextReader& reader) {
             length += reader.GetAttribute(reader.Name().view()).size();
             length +=
                 reader.GetAttribute(reader.LocalName().view(), reader.NamespaceURI().view()).size();
+            while (reader.ReadAttributeValue()) {
+                length += reader.Value().size();
+                if (reader.NodeType() == Xml::XmlNodeType::EntityReference) reader.ResolveEntity();
+            }
         }
+        if (reader.NodeType() == Xml::XmlNodeType::EntityReference) reader.ResolveEntity();
     }
     return length;
 }
@@ -77,13 +90,16 @@ IO::MemoryStream StreamOver(const std::string& document) {
                             static_cast<long>(document.size()));
 }
 
-// Makes a reader, reads, closes and destroys it.
+// Makes a reader, reads, closes and destroys it. With normalization all entities are expanded,
+// without it they are resolved.
 Ending ReadOnce(const std::string& document, bool normalization, std::size_t* length) {
     return EndingOf([&] {
         IO::MemoryStream stream(StreamOver(document));
         XmlTextReader reader;
         reader.SetStream(&stream, false);
         reader.SetNormalization(normalization);
+        reader.SetEntityHandling(normalization ? XmlEntityHandling::ExpandEntities
+                                               : XmlEntityHandling::ExpandCharEntities);
         *length = ReadAndLook(reader);
     });
 }
@@ -179,6 +195,63 @@ TEST(ReaderAllocation, AFailureInReadIsAnErrorOfTheReader) {
             EXPECT_FALSE(reader.Read());
         }
     }
+}
+
+// The same where a value begins to be read part by part, and where an entity is put into the input.
+TEST(ReaderAllocation, AFailureInAValueIsAnErrorOfTheReader) {
+    const std::string document = "<!DOCTYPE a [<!ENTITY e '" + std::string(100, 'y') +
+                                 "'>]><a b='&e;" + std::string(100, 'x') + "'/>";
+    long failures = 0;
+    bool isDone = false;
+    for (long number = 1; !isDone; ++number) {
+        SCOPED_TRACE(number);
+        IO::MemoryStream stream(StreamOver(document));
+        XmlTextReader reader;
+        reader.SetStream(&stream, false);
+        ASSERT_TRUE(reader.Read() && reader.Read() && reader.MoveToFirstAttribute());
+        Ending ending = Ending::Complete;
+        {
+            const FailingAllocation failure(number);
+            ending = EndingOf([&] {
+                while (reader.ReadAttributeValue()) {
+                    if (reader.NodeType() == Xml::XmlNodeType::EntityReference) {
+                        reader.ResolveEntity();
+                    }
+                }
+            });
+            isDone = !failure.HasFailed();
+        }
+        if (ending == Ending::Complete) {
+            EXPECT_TRUE(reader.NodeType() == Xml::XmlNodeType::Attribute);
+            EXPECT_FALSE(reader.Read());
+            EXPECT_TRUE(reader.Eof());
+            continue;
+        }
+        ++failures;
+        ASSERT_TRUE(IsFailureOfMemory(ending));
+        EXPECT_EQ(reader.ReadState(), XmlTextReader::Error);
+        EXPECT_TRUE(reader.NodeType() == Xml::XmlNodeType::None);
+        EXPECT_FALSE(reader.Read());
+    }
+    EXPECT_GT(failures, 1);
+}
+
+// What was being collected in the text of an entity is not collected any more.
+TEST(ReaderAllocation, SetStreamNeedsNoMemoryBehindAnError) {
+    const std::string longText(100000, 'y');  // whose markup leaves no memory to the reader
+    const std::string document = "<!DOCTYPE a [<!ENTITY e '<b>" + std::string(500, 'x') +
+                                 "&undeclared;</b>'>]><a><c>" + longText + "</c>&e;</a>";
+    IO::MemoryStream stream(StreamOver(document));
+    IO::MemoryStream next(StreamOver("<a/>"));
+    XmlTextReader reader;
+    reader.SetStream(&stream, false);
+    reader.SetEntityHandling(Xml::XmlEntityHandling::ExpandEntities);
+    ASSERT_TRUE(reader.Read() && reader.Read() && reader.Read());
+    ASSERT_TRUE(reader.ReadInnerXml() == longText && reader.Name() == "b");
+    ASSERT_EQ(EndingOf([&] { reader.ReadInnerXml(); }), Ending::OtherError);
+    const FailingAllocation failure(1);
+    EXPECT_TRUE(reader.SetStream(&next, false));
+    EXPECT_FALSE(failure.HasFailed());
 }
 
 TEST(ReaderAllocation, CloseNeedsNoMemory) {

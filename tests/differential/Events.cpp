@@ -36,6 +36,7 @@ std::string Quoted(std::string_view text) {
 void EventList::Start(const std::string& name, Attributes attributes) {
     FlushText();
     ++depth_;
+    hasStarted_ = true;
     for (auto& attribute : attributes)
         attribute.first = Shown(attribute.first);
     std::sort(attributes.begin(), attributes.end(),

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <optional>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -16,9 +16,9 @@
 ///     comment "c"
 ///     instruction target "data"
 ///
-/// Texts are joined across CDATA sections and references; attributes are sorted and declarations
-/// of namespaces left out; what stands in the document type is left out, and so is white space
-/// outside the root element.
+/// Texts are joined across CDATA sections, references and the ends of entities; attributes are
+/// sorted, and declarations of namespaces and attributes that the document type supplies left out;
+/// what stands in the document type is left out, and so is white space outside the root element.
 namespace differential {
 
 /// Says how much of a document is compared.
@@ -40,6 +40,9 @@ public:
     void Comment(std::string_view text);
     void Instruction(std::string_view target, std::string_view data);
 
+    /// Tells whether an element has begun.
+    bool HasStarted() const { return hasStarted_; }
+
     /// Returns the lines, after the last event.
     const std::vector<std::string>& Lines();
 
@@ -51,6 +54,7 @@ private:
     std::vector<std::string> lines_;
     std::string text_;  // not yet a line
     int depth_ = 0;     // number of open elements
+    bool hasStarted_ = false;
 };
 
 /// Returns the name with its namespace.
@@ -59,12 +63,28 @@ std::string ExpandedName(std::string_view uri, std::string_view localName);
 /// What a parser made of a document: the events, or why it refused it.
 struct Reading {
     std::vector<std::string> lines;
-    std::string error;             ///< "" when it was read to the end
-    bool hasMarkupEntity = false;  ///< told by expat: the document declares an entity with a tag
+    std::string error;              ///< "" when it was read to the end
+    int errorCode = 0;              ///< expat's number of the error
+    std::size_t errorOffset = 0;    ///< told by expat: the byte at which it found the error
+    bool failedBeforeRoot = false;  ///< told by expat: the error stands before the root element
+    bool hasMarkupEntity = false;   ///< told by expat: the document declares an entity with a tag
+    bool hasSkippedEntity =
+        false;  ///< told by expat: it refers to one declared elsewhere, if at all
 };
 
-Reading ReadWithReader(const std::string& fileName, Detail detail);
+/// Reads with the reader: entities are expanded, or for Detail::Structure kept as they are
+/// written. The error is the message, with its place in front.
+Reading ReadWithReader(const std::string& document, Detail detail);
+
+/// Reads with the reader, entity by entity: each reference that it reports is resolved, those in
+/// attributes too.
+Reading ReadByResolving(const std::string& document);
+
+/// Reads with expat, with namespaces.
 Reading ReadWithExpat(const std::string& document, Detail detail);
-Reading ReadWithLibxml(const std::string& fileName, Detail detail);
+
+/// Reads with libxml2. External entities stand for nothing, and what is wrong with namespaces is
+/// an error, too.
+Reading ReadWithLibxml(const std::string& document, Detail detail);
 
 }  // namespace differential

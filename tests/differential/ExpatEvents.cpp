@@ -14,6 +14,7 @@ struct State {
     XML_Parser parser;  // not owned
     EventList events;
     bool hasMarkupEntity = false;
+    bool hasSkippedEntity = false;
     bool isInDocumentType = false;
 };
 
@@ -63,6 +64,8 @@ void OnEntity(void* data, const XML_Char*, int isParameter, const XML_Char* valu
     if (text.find('<') != std::string_view::npos) StateOf(data).hasMarkupEntity = true;
 }
 
+void OnSkippedEntity(void* data, const XML_Char*, int) { StateOf(data).hasSkippedEntity = true; }
+
 }  // namespace
 
 Reading ReadWithExpat(const std::string& document, Detail detail) {
@@ -76,10 +79,21 @@ Reading ReadWithExpat(const std::string& document, Detail detail) {
     XML_SetProcessingInstructionHandler(parser.get(), OnInstruction);
     XML_SetDoctypeDeclHandler(parser.get(), OnDocumentType, OnDocumentTypeEnd);
     XML_SetEntityDeclHandler(parser.get(), OnEntity);
+    XML_SetSkippedEntityHandler(parser.get(), OnSkippedEntity);
     const auto length = static_cast<int>(document.size());
     const XML_Status status = XML_Parse(parser.get(), document.data(), length, XML_TRUE);
-    if (status == XML_STATUS_OK) return {state.events.Lines(), "", state.hasMarkupEntity};
-    return {{}, XML_ErrorString(XML_GetErrorCode(parser.get()))};
+    Reading reading;
+    reading.hasMarkupEntity = state.hasMarkupEntity;
+    reading.hasSkippedEntity = state.hasSkippedEntity;
+    if (status == XML_STATUS_OK) {
+        reading.lines = state.events.Lines();
+        return reading;
+    }
+    reading.errorCode = XML_GetErrorCode(parser.get());
+    reading.error = XML_ErrorString(XML_GetErrorCode(parser.get()));
+    reading.errorOffset = static_cast<std::size_t>(XML_GetCurrentByteIndex(parser.get()));
+    reading.failedBeforeRoot = !state.events.HasStarted();
+    return reading;
 }
 
 }  // namespace differential

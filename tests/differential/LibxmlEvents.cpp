@@ -1,70 +1,105 @@
 // SPDX-License-Identifier: MIT
 #include "Events.h"
 
-#include <libxml/xmlreader.h>
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
 
 #include <memory>
 
 namespace differential {
 namespace {
 
+// What the private pointer of a parser context leads to. A context that libxml2 makes for the text
+// of an entity has the same.
+EventList& EventsOf(void* context) {
+    return *static_cast<EventList*>(static_cast<xmlParserCtxtPtr>(context)->_private);
+}
+
+bool IsInSubset(void* context) { return static_cast<xmlParserCtxtPtr>(context)->inSubset != 0; }
+
 std::string_view TextOf(const xmlChar* text) {
     return text == nullptr ? std::string_view() : reinterpret_cast<const char*>(text);
 }
 
-std::string NameOf(xmlTextReaderPtr reader) {
-    return ExpandedName(TextOf(xmlTextReaderConstNamespaceUri(reader)),
-                        TextOf(xmlTextReaderConstLocalName(reader)));
+std::string_view TextOf(const xmlChar* begin, const xmlChar* end) {
+    return {reinterpret_cast<const char*>(begin), static_cast<std::size_t>(end - begin)};
 }
 
-EventList::Attributes TakeAttributes(xmlTextReaderPtr reader) {
-    EventList::Attributes attributes;
-    while (xmlTextReaderMoveToNextAttribute(reader) == 1) {
-        if (xmlTextReaderIsNamespaceDecl(reader) == 1) continue;
-        attributes.emplace_back(NameOf(reader), TextOf(xmlTextReaderConstValue(reader)));
+// An attribute is five pointers: local name, prefix, namespace, and begin and end of the value.
+constexpr std::ptrdiff_t kPointersPerAttribute = 5;
+
+void OnStart(void* context, const xmlChar* name, const xmlChar*, const xmlChar* uri, int,
+             const xmlChar**, int count, int defaultedCount, const xmlChar** attributes) {
+    EventList::Attributes taken;
+    // Attributes that the document type supplies come after those of the tag.
+    for (int i = 0; i < count - defaultedCount; ++i) {
+        const xmlChar** const attribute = attributes + i * kPointersPerAttribute;
+        taken.emplace_back(ExpandedName(TextOf(attribute[2]), TextOf(attribute[0])),
+                           TextOf(attribute[3], attribute[4]));
     }
-    xmlTextReaderMoveToElement(reader);
-    return attributes;
+    EventsOf(context).Start(ExpandedName(TextOf(uri), TextOf(name)), std::move(taken));
 }
 
-void AddNode(xmlTextReaderPtr reader, EventList& events) {
-    switch (xmlTextReaderNodeType(reader)) {
-    case XML_READER_TYPE_ELEMENT: {
-        const std::string name = NameOf(reader);
-        const bool isEmpty = xmlTextReaderIsEmptyElement(reader) == 1;
-        events.Start(name, TakeAttributes(reader));
-        if (isEmpty) events.End(name);
-        break;
-    }
-    case XML_READER_TYPE_END_ELEMENT: events.End(NameOf(reader)); break;
-    case XML_READER_TYPE_TEXT:
-    case XML_READER_TYPE_CDATA:
-    case XML_READER_TYPE_WHITESPACE:
-    case XML_READER_TYPE_SIGNIFICANT_WHITESPACE:
-        events.Text(TextOf(xmlTextReaderConstValue(reader)));
-        break;
-    case XML_READER_TYPE_COMMENT: events.Comment(TextOf(xmlTextReaderConstValue(reader))); break;
-    case XML_READER_TYPE_PROCESSING_INSTRUCTION:
-        events.Instruction(TextOf(xmlTextReaderConstName(reader)),
-                           TextOf(xmlTextReaderConstValue(reader)));
-        break;
-    default: break;
-    }
+void OnEnd(void* context, const xmlChar* name, const xmlChar*, const xmlChar* uri) {
+    EventsOf(context).End(ExpandedName(TextOf(uri), TextOf(name)));
+}
+
+void OnText(void* context, const xmlChar* text, int length) {
+    EventsOf(context).Text(TextOf(text, text + length));
+}
+
+void OnComment(void* context, const xmlChar* text) {
+    if (!IsInSubset(context)) EventsOf(context).Comment(TextOf(text));
+}
+
+void OnInstruction(void* context, const xmlChar* target, const xmlChar* data) {
+    if (!IsInSubset(context)) EventsOf(context).Instruction(TextOf(target), TextOf(data));
+}
+
+// Stands for every external entity, so that none is ever opened.
+xmlParserInputPtr LoadNothing(const char*, const char*, xmlParserCtxtPtr context) {
+    return xmlNewStringInputStream(context, reinterpret_cast<const xmlChar*>(""));
+}
+
+// Keeps libxml2 from printing; the context remembers the last error.
+void IgnoreError(void*, xmlErrorPtr) {}
+
+void SetHandlers(xmlSAXHandler& handlers) {
+    handlers.startElementNs = OnStart;
+    handlers.endElementNs = OnEnd;
+    handlers.characters = OnText;
+    handlers.ignorableWhitespace = OnText;
+    handlers.cdataBlock = OnText;
+    handlers.comment = OnComment;
+    handlers.processingInstruction = OnInstruction;
+}
+
+std::string MessageOf(const xmlParserCtxt& context) {
+    const char* const message = context.lastError.message;
+    std::string text = message == nullptr ? "is refused" : message;
+    while (!text.empty() && text.back() == '\n')
+        text.pop_back();
+    return text;
 }
 
 }  // namespace
 
-Reading ReadWithLibxml(const std::string& fileName, Detail detail) {
-    constexpr int kOptions =
-        XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
-    const std::unique_ptr<xmlTextReader, decltype(&xmlFreeTextReader)> reader(
-        xmlReaderForFile(fileName.c_str(), nullptr, kOptions), &xmlFreeTextReader);
-    if (!reader) return {{}, "cannot be opened"};
+Reading ReadWithLibxml(const std::string& document, Detail detail) {
+    constexpr int kOptions = XML_PARSE_NOENT | XML_PARSE_NONET | XML_PARSE_HUGE |
+                             XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
+    xmlSetExternalEntityLoader(LoadNothing);
+    xmlSetStructuredErrorFunc(nullptr, IgnoreError);
+    const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> context(xmlNewParserCtxt(),
+                                                                               &xmlFreeParserCtxt);
     EventList events(detail);
-    int status = xmlTextReaderRead(reader.get());
-    for (; status == 1; status = xmlTextReaderRead(reader.get()))
-        AddNode(reader.get(), events);
-    return {events.Lines(), status == 0 ? "" : "is refused"};
+    context->_private = &events;
+    SetHandlers(*context->sax);
+    xmlDoc* const tree =
+        xmlCtxtReadMemory(context.get(), document.data(), static_cast<int>(document.size()),
+                          nullptr, nullptr, kOptions);
+    xmlFreeDoc(tree);
+    const bool isGood = context->wellFormed != 0 && context->nsWellFormed != 0;
+    return {events.Lines(), isGood ? "" : MessageOf(*context)};
 }
 
 }  // namespace differential

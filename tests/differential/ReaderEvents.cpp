@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/io/Exception.h>
+#include <espalier/io/MemoryStream.h>
 #include <espalier/xml/XmlTextReader.h>
 
 #include "Events.h"
@@ -7,6 +8,7 @@
 namespace differential {
 namespace {
 
+using Xml::XmlEntityHandling;
 using Xml::XmlNodeType;
 using Xml::XmlTextReader;
 
@@ -14,11 +16,25 @@ std::string NameOf(const XmlTextReader& reader) {
     return ExpandedName(reader.NamespaceURI(), reader.LocalName());
 }
 
+// Joins the parts of the current attribute's value. Entities in it are resolved as they are met.
+std::string ResolvedValue(XmlTextReader& reader) {
+    std::string value;
+    while (reader.ReadAttributeValue()) {
+        if (reader.NodeType() == XmlNodeType::EntityReference) reader.ResolveEntity();
+        value += reader.Value().view();
+    }
+    return value;
+}
+
+// With ExpandNothing a value is taken as it is, with references that may not be declared.
 EventList::Attributes TakeAttributes(XmlTextReader& reader) {
     EventList::Attributes attributes;
     for (bool more = reader.MoveToFirstAttribute(); more; more = reader.MoveToNextAttribute()) {
         if (reader.Name() == "xmlns" || reader.Prefix() == "xmlns") continue;
-        attributes.emplace_back(NameOf(reader), reader.Value());
+        std::string name = NameOf(reader);
+        const bool isWhole = reader.EntityHandling() != XmlEntityHandling::ExpandNothing;
+        attributes.emplace_back(std::move(name),
+                                isWhole ? ResolvedValue(reader) : std::string(reader.Value()));
     }
     reader.MoveToElement();
     return attributes;
@@ -46,22 +62,37 @@ void AddNode(XmlTextReader& reader, EventList& events) {
     }
 }
 
-}  // namespace
-
-Reading ReadWithReader(const std::string& fileName, Detail detail) {
+Reading ReadAll(const std::string& document, Detail detail, XmlEntityHandling handling) {
     EventList events(detail);
+    IO::MemoryStream stream(reinterpret_cast<const unsigned char*>(document.data()),
+                            static_cast<long>(document.size()));
     try {
         XmlTextReader reader;
-        reader.Open(fileName);
+        reader.SetStream(&stream, false);
         reader.SetNormalization(true);
-        while (reader.Read())
+        reader.SetEntityHandling(handling);
+        while (reader.Read()) {
+            if (reader.NodeType() == XmlNodeType::EntityReference) reader.ResolveEntity();
             AddNode(reader, events);
+        }
     } catch (const Xml::Exception& error) {
         const std::string place =
             std::to_string(error.LineNumber()) + ":" + std::to_string(error.LinePos()) + ": ";
         return {events.Lines(), place + error.What()};
     }
     return {events.Lines(), ""};
+}
+
+}  // namespace
+
+Reading ReadWithReader(const std::string& document, Detail detail) {
+    return ReadAll(document, detail,
+                   detail == Detail::Whole ? XmlEntityHandling::ExpandEntities
+                                           : XmlEntityHandling::ExpandNothing);
+}
+
+Reading ReadByResolving(const std::string& document) {
+    return ReadAll(document, Detail::Whole, XmlEntityHandling::ExpandCharEntities);
 }
 
 }  // namespace differential

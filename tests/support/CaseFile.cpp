@@ -38,8 +38,14 @@ void ApplySetting(ReaderSettings& settings, const std::string& text) {
         settings.whitespace = XmlTextReader::WsSignificant;
     } else if (text == "entities nothing") {
         settings.entities = XmlEntityHandling::ExpandNothing;
+    } else if (text == "entities char") {
+        settings.entities = XmlEntityHandling::ExpandCharEntities;
     } else if (text == "entities all") {
         settings.entities = XmlEntityHandling::ExpandEntities;
+    } else if (text == "resolve") {
+        settings.resolve = true;
+    } else if (text == "parts") {
+        settings.parts = true;
     } else if (text != kBytes) {
         throw std::invalid_argument("unknown setting: " + text);
     }

@@ -18,10 +18,12 @@
 ///
 /// The lines before the first "===" say what the file is about. A case's name is followed by its
 /// settings in braces, where it has any: "namespaces off", "normalization on", "whitespace none",
-/// "whitespace significant", "entities nothing", "entities all", and "bytes" where the document
-/// cannot be tried in other encodings. The document is what stands between the name and "---
-/// nodes", without the last line's end; it is in ASCII with the escapes of EscapedText.h. What
-/// follows is the text of DumpNodes().
+/// "whitespace significant", "entities nothing", "entities char" (the reader's own default),
+/// "entities all", "resolve" where every reference to an entity is resolved, "parts" where the
+/// values of attributes are shown part by part too, and "bytes" where the document cannot be tried
+/// in other encodings. The document is what stands between the name and "--- nodes", without the
+/// last line's end; it is in ASCII with the escapes of EscapedText.h. What follows is the text of
+/// DumpNodes().
 namespace support {
 
 struct ReaderCase {

@@ -8,7 +8,8 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <string>
+#include <string_view>
 
 namespace support {
 namespace {
@@ -84,6 +85,34 @@ std::string Scope(const XmlTextReader& reader) {
     return out;
 }
 
+// The current part of a value: it stands inside the element, at the element's place.
+std::string DumpPart(XmlTextReader& reader, int depth, const std::string& elementPlace) {
+    const XmlNodeType type = reader.NodeType();
+    EXPECT_EQ(reader.Depth(), depth) << type.ToString();
+    EXPECT_EQ(Place(reader), elementPlace) << type.ToString();
+    EXPECT_EQ(reader.AttributeCount(), 0) << type.ToString();
+    EXPECT_EQ(reader.HasValue(), TypeHasValue(type)) << type.ToString();
+    std::string out = std::string("    Part ") + type.ToString();
+    if (!reader.Name().empty()) out += " " + Escape(reader.Name());
+    if (reader.HasValue()) out += " \"" + Escape(reader.Value()) + "\"";
+    return out + "\n";
+}
+
+void AppendParts(std::string& out, XmlTextReader& reader, const std::string& elementPlace,
+                 bool resolve) {
+    const std::string name = reader.Name().str();
+    const std::string value = reader.Value().str();
+    const int depth = reader.Depth();
+    while (reader.ReadAttributeValue()) {
+        out += DumpPart(reader, depth, elementPlace);
+        EXPECT_EQ(reader.GetAttribute(name), value);
+        if (resolve && reader.NodeType() == XmlNodeType::EntityReference) reader.ResolveEntity();
+    }
+    EXPECT_EQ(reader.NodeType(), XmlNodeType::Attribute);
+    EXPECT_EQ(reader.Name(), name);
+    EXPECT_EQ(reader.Value(), value);
+}
+
 std::string DumpAttribute(XmlTextReader& reader, int index) {
     EXPECT_EQ(reader.NodeType(), XmlNodeType::Attribute);
     EXPECT_EQ(reader.GetCurrentAttributeIndex(), index);
@@ -101,30 +130,29 @@ std::string DumpAttribute(XmlTextReader& reader, int index) {
            "\n";
 }
 
-std::string DumpAttributes(XmlTextReader& reader) {
+void AppendAttributes(std::string& out, XmlTextReader& reader, const ReaderSettings& settings) {
     const int count = reader.AttributeCount();
     const std::string element = reader.Name().str();
-    std::string out;
+    const std::string elementPlace = Place(reader);
     int index = 0;
     for (bool more = reader.MoveToFirstAttribute(); more; more = reader.MoveToNextAttribute()) {
         EXPECT_EQ(reader.AttributeCount(), count);
         out += DumpAttribute(reader, index++);
+        if (settings.parts) AppendParts(out, reader, elementPlace, settings.resolve);
     }
     EXPECT_EQ(index, count);
     EXPECT_EQ(reader.MoveToElement(), count > 0);
     EXPECT_EQ(reader.NodeType(), XmlNodeType::Element);
     EXPECT_EQ(reader.Name(), element);
-    return out;
 }
 
 std::string DumpPseudoAttributes(XmlTextReader& reader) {
     std::string out;
     int index = 0;
-    for (const char* name : {"version", "encoding", "standalone"}) {
-        const std::string value = reader.GetAttribute(name).str();
-        if (value.empty()) continue;
-        EXPECT_EQ(reader.GetAttribute(index++), value);
-        out += std::string("  Pseudo ") + name + "=\"" + Escape(value) + "\"\n";
+    for (const Xml::XmlAttributeRef attribute : reader.Attributes()) {
+        EXPECT_EQ(reader.GetAttribute(index++), attribute.Value());
+        EXPECT_EQ(reader.GetAttribute(attribute.Name().view()), attribute.Value());
+        out += "  Pseudo " + Escape(attribute.Name()) + "=\"" + Escape(attribute.Value()) + "\"\n";
     }
     EXPECT_EQ(reader.AttributeCount(), index);
     return out;
@@ -137,31 +165,42 @@ std::string DumpError(const Xml::Exception& error) {
     return out + "\n";
 }
 
-}  // namespace
-
-std::string DumpNode(XmlTextReader& reader) {
+// Appends what has been found out even where a part of the node cannot be read.
+void AppendNode(std::string& out, XmlTextReader& reader, const ReaderSettings& settings) {
     ExpectConsistentNode(reader);
     const XmlNodeType type = reader.NodeType();
     const bool isTag = type == XmlNodeType::Element || type == XmlNodeType::EndElement;
-    std::string out = type.ToString();
+    out += type.ToString();
     if (!reader.Name().empty()) out += " " + Escape(reader.Name());
     if (isTag) out += NameParts(reader);
-    if (reader.HasValue() && type != XmlNodeType::DocumentType) {
-        out += " \"" + Escape(reader.Value()) + "\"";
-    }
+    if (reader.HasValue()) out += " \"" + Escape(reader.Value()) + "\"";
     out += " depth=" + std::to_string(reader.Depth());
     if (reader.IsEmptyElement()) out += " empty";
     out += Scope(reader) + Place(reader) + "\n";
-    if (type == XmlNodeType::Element) out += DumpAttributes(reader);
-    if (type == XmlNodeType::XmlDeclaration) out += DumpPseudoAttributes(reader);
+    if (type == XmlNodeType::Element) {
+        AppendAttributes(out, reader, settings);
+    } else if (TypeHasAttributes(type)) {
+        out += DumpPseudoAttributes(reader);
+    }
+}
+
+}  // namespace
+
+std::string DumpNode(XmlTextReader& reader) {
+    std::string out;
+    AppendNode(out, reader, {});
     return out;
 }
 
-std::string DumpNodes(XmlTextReader& reader) {
+std::string DumpNodes(XmlTextReader& reader, const ReaderSettings& settings) {
     std::string out;
     try {
-        while (reader.Read())
-            out += DumpNode(reader);
+        while (reader.Read()) {
+            AppendNode(out, reader, settings);
+            if (settings.resolve && reader.NodeType() == XmlNodeType::EntityReference) {
+                reader.ResolveEntity();
+            }
+        }
     } catch (const Xml::Exception& error) {
         EXPECT_EQ(reader.ReadState(), XmlTextReader::Error);
         EXPECT_FALSE(reader.Read());
@@ -180,7 +219,7 @@ std::string DumpDocument(std::string_view bytes, const ReaderSettings& settings,
     XmlTextReader reader;
     EXPECT_TRUE(reader.SetStream(stream.get(), false));
     settings.ApplyTo(reader);
-    return DumpNodes(reader);
+    return DumpNodes(reader, settings);
 }
 
 }  // namespace support

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
+#include "tools/ManyRecords.h"
 #include "tools/RunProgram.h"
+#include "tools/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <unistd.h>
 
 namespace {
 
@@ -14,67 +15,11 @@ namespace fs = std::filesystem;
 
 const std::string kSamples = ESPALIER_SAMPLES;
 
-// A directory of its own for a test, gone afterwards.
-class TemporaryDirectory {
-public:
-    TemporaryDirectory() {
-        std::string pattern = (fs::temp_directory_path() / "espalier-XXXXXX").string();
-        path_ = ::mkdtemp(pattern.data());
-        fs::permissions(path_, fs::perms::all);
-    }
-    ~TemporaryDirectory() { fs::remove_all(path_); }
-
-    std::string Write(const char* name, const std::string& content) const {
-        std::ofstream(path_ / name, std::ios::binary) << content;
-        return (path_ / name).string();
-    }
-
-    const fs::path& Path() const { return path_; }
-
-private:
-    fs::path path_;
-};
-
 std::string Utf16(std::string_view ascii) {
     std::string text = "\xFF\xFE";
     for (const char byte : ascii)
         text.append({byte, '\0'});
     return text;
-}
-
-// A piece of a document of records, long enough to be worth a call.
-std::string Records() {
-    std::string piece;
-    while (piece.size() < 60000) {
-        piece += "  <r:record r:id=\"4711\" kind='x'>text &amp; more<!-- note --></r:record>\n";
-    }
-    return piece;
-}
-
-constexpr long kPeakKilobytes = 10 * 1024;
-
-// Sanitizers keep memory of their own beside the program's.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kMeasuresMemory = false;
-#elif defined(__has_feature)
-constexpr bool kMeasuresMemory = !__has_feature(address_sanitizer);
-#else
-constexpr bool kMeasuresMemory = true;
-#endif
-
-// Delivers a document of about `size` bytes.
-std::function<std::string()> ManyRecords(std::size_t size, std::string end) {
-    return [size, end, piece = Records(), sent = std::size_t{0}]() mutable {
-        if (sent == 0) {
-            sent = 1;
-            return std::string("<r:all xmlns:r='urn:records'>\n");
-        }
-        if (sent < size) {
-            sent += piece.size();
-            return piece;
-        }
-        return std::exchange(end, std::string());
-    };
 }
 
 }  // namespace
@@ -165,7 +110,9 @@ TEST(Check, ColumnsCountEveryCharacterBeforeTheError) {
         "<!DOCTYPE a SYSTEM 'a:b'>",
         "<!DOCTYPE a [<!ELEMENT p:b ANY>]>",
         "<!DOCTYPE a [<!ENTITY p:b 'x:y'>]>",
-        "<!DOCTYPE a [<!NOTATION p:n SYSTEM 'x:y'>]>",
+        "<!DOCTYPE a [<!ENTITY b 'x:y&p:c;:'>]>",
+        "<!DOCTYPE a [<!ENTITY p:b SYSTEM '&p:c;'><!ENTITY % p:b 'c'>]>",
+        "<!DOCTYPE a [<!NOTATION n SYSTEM 'x:y'><!ENTITY p:b SYSTEM 'x:y' NDATA n>]>",
         "<!DOCTYPE a [<!ATTLIST p:b x:y CDATA #IMPLIED>]>",
         "<!DOCTYPE a [<?p:i x:y?><!-- x:y -->]>",
         "<?i x:y?>",
@@ -173,6 +120,8 @@ TEST(Check, ColumnsCountEveryCharacterBeforeTheError) {
         "<p:a><p:b/></p:a>",
         "<p:a p:b='x:y' xmlns:p = 'u:v' p:c=\"x:y\"></p:a >",
         "<a>x:y<![CDATA[x:y]]>&#58;:</a>",
+        "<a b='&p:c;'/>",
+        "<a>&p:b;</a>",
     };
     for (const std::string& before : kBefore) {
         SCOPED_TRACE(before);
@@ -186,6 +135,13 @@ TEST(Check, ColumnsCountEveryCharacterBeforeTheError) {
     }
     const ProgramResult reference = RunProgram({"check"}, "<!DOCTYPE a SYSTEM 'x'><a>&p:e;x:y</b>");
     EXPECT_TRUE(reference.errors.starts_with("<stdin>:1:38: error: End tag")) << reference.errors;
+}
+
+TEST(Check, ColumnsCountTheColonThatIsTheError) {
+    EXPECT_EQ(RunProgram({"check"}, "<!DOCTYPE a [<!NOTATION p:n SYSTEM 'x'>]><a/>").errors,
+              "<stdin>:1:28: error: Colon not allowed in NOTATION name\n"
+              "    1 | <!DOCTYPE a [<!NOTATION p:n SYSTEM 'x'>]><a/>\n"
+              "      |                            ^\n");
 }
 
 TEST(Check, SaysTheSameOfFilesAndOfStandardInput) {

@@ -38,12 +38,13 @@ TEST(CommandLine, HelpFitsOneScreenAndNamesAllVerbs) {
     ExpectOneScreen(result.out);
     EXPECT_NE(result.out.find("\n  check "), std::string::npos);
     EXPECT_NE(result.out.find("\n  events "), std::string::npos);
+    EXPECT_NE(result.out.find("\n  tree "), std::string::npos);
     EXPECT_EQ(RunProgram({"help"}).out, result.out);
     EXPECT_EQ(RunProgram({"-h"}).out, result.out);
 }
 
 TEST(CommandLine, HelpOfAVerbEndsInTwoExamples) {
-    for (const char* const verb : {"check", "events"}) {
+    for (const char* const verb : {"check", "events", "tree"}) {
         SCOPED_TRACE(verb);
         const ProgramResult result = RunProgram({verb, "--help"});
         EXPECT_EQ(result.exitCode, 0);
@@ -76,9 +77,18 @@ TEST(CommandLine, BadUseIsAnErrorOfUsage) {
         {{"a.xml"}, "espalier: there is no verb \"a.xml\".\n"},
         {{"check", "--frob"}, "espalier: check: The following argument was not expected: --frob\n"},
         {{"events", "a", "b"}, "espalier: events: The following argument was not expected: b\n"},
-        {{"events", "--whitespace", "some"}, "espalier: events: "},
+        {{"events", "--whitespace", "some"},
+         "espalier: events: --whitespace: \"some\" is none of all, significant, none\n"},
         {{"events", "--whitespace"}, "espalier: events: "},
-        {{"check", "--color", "blue"}, "espalier: check: "},
+        {{"events", "--entities", "some"},
+         "espalier: events: --entities: \"some\" is none of nothing, char, all\n"},
+        {{"events", "--entities"}, "espalier: events: --entities: "},
+        {{"events", "--attributes=some"}, "espalier: events: "},
+        {{"tree", "a.xml"}, "espalier: tree: --counts is missing: espalier tree --counts a.xml\n"},
+        {{"tree", "--counts", "--frob"}, "espalier: tree: "},
+        {{"tre", "a.xml"}, "espalier: there is no verb \"tre\". Did you mean \"tree\"?\n"},
+        {{"check", "--color", "blue"},
+         "espalier: check: --color: \"blue\" is none of auto, always, never\n"},
     };
     for (const auto& c : kCases) {
         SCOPED_TRACE(c.expected);

@@ -1,95 +1,15 @@
 // SPDX-License-Identifier: MIT
+#include "tools/JsonLines.h"
 #include "tools/RunProgram.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
-#include <sstream>
-#include <string_view>
 
 namespace {
 
 const std::string kSamples = ESPALIER_SAMPLES;
-
-// Tells whether a text is one JSON value (RFC 8259), and nothing else.
-class JsonCheck {
-public:
-    explicit JsonCheck(std::string_view text) : rest_(text) {}
-
-    bool IsValue() { return Value() && rest_.empty(); }
-
-private:
-    bool Take(std::string_view token) {
-        if (!rest_.starts_with(token)) return false;
-        rest_.remove_prefix(token.size());
-        return true;
-    }
-
-    bool Value() {
-        if (rest_.starts_with('{')) return List('{', '}', true);
-        if (rest_.starts_with('[')) return List('[', ']', false);
-        if (rest_.starts_with('"')) return String();
-        return Take("true") || Take("false") || Take("null") || Number();
-    }
-
-    bool List(char open, char close, bool hasNames) {
-        const std::string_view end(&close, 1);
-        if (!Take({&open, 1})) return false;
-        if (Take(end)) return true;
-        do {
-            if (hasNames && !(String() && Take(":"))) return false;
-            if (!Value()) return false;
-        } while (Take(","));
-        return Take(end);
-    }
-
-    bool Number() {
-        std::size_t length = 0;
-        while (length < rest_.size() && std::isdigit(static_cast<unsigned char>(rest_[length])))
-            ++length;
-        rest_.remove_prefix(length);
-        return length > 0;
-    }
-
-    bool String() {
-        if (!Take("\"")) return false;
-        while (!rest_.empty() && rest_.front() != '"') {
-            const char byte = rest_.front();
-            rest_.remove_prefix(1);
-            if (byte >= 0 && byte < ' ') return false;
-            if (byte == '\\' && !Escape()) return false;
-        }
-        return Take("\"");
-    }
-
-    bool Escape() {
-        if (!Take("u")) {
-            const bool known =
-                !rest_.empty() &&
-                std::string_view("\"\\/bfnrt").find(rest_.front()) != std::string_view::npos;
-            rest_.remove_prefix(known ? 1 : 0);
-            return known;
-        }
-        for (int i = 0; i < 4; ++i) {
-            if (rest_.empty() || !std::isxdigit(static_cast<unsigned char>(rest_.front())))
-                return false;
-            rest_.remove_prefix(1);
-        }
-        return true;
-    }
-
-    std::string_view rest_;
-};
-
-std::vector<std::string> Lines(const std::string& text) {
-    std::istringstream stream(text);
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
 
 }  // namespace
 
@@ -106,7 +26,7 @@ TEST(Events, WritesOneLineANode) {
     EXPECT_EQ(result.out,
               "XmlDeclaration xml 1 1:3 \"version=\\\"1.0\\\"\"\n"
               "Whitespace - 1 1:22 \"\\n\"\n"
-              "DocumentType p:a 1 2:3 \"\"\n"
+              "DocumentType p:a 1 2:3 SYSTEM=\"a.dtd\" \"\"\n"
               "Whitespace - 1 2:30 \"\\n\"\n"
               "Element p:a 1 3:1 {urn:p} xmlns:p=\"urn:p\" p:x=\"1\" y=\"a\\tb\"\n"
               "Element p:b 2 3:38 {urn:p} /\n"
@@ -156,7 +76,147 @@ TEST(Events, EverySampleIsJsonWithAsManyNodesAsText) {
             EXPECT_TRUE(JsonCheck(line).IsValue()) << line;
         ++count;
     }
-    EXPECT_EQ(count, 7U);
+    EXPECT_EQ(count, 8U);
+}
+
+TEST(Events, EntitiesAreLeftReportedOrExpanded) {
+    const std::string input =
+        "<!DOCTYPE a [<!ENTITY t 'x&#38;amp;y'><!ENTITY m '<b c=\"1\"/>z'>]>\n"
+        "<a d='&t;&#65;'>1&t;2&#66;&m;3</a>";
+    const std::string documentType =
+        "DocumentType a 1 1:3 \"<!ENTITY t 'x&#38;amp;y'><!ENTITY m '<b c=\\\"1\\\"/>z'>\"\n"
+        "Whitespace - 1 1:66 \"\\n\"\n";
+    const struct {
+        std::vector<std::string> options;
+        const char* expected;
+    } kCases[] = {
+        {{"--entities", "nothing"},
+         "Element a 1 2:1 d=\"&t;&#65;\"\n"
+         "Text - 2 2:17 \"1&t;2&#66;&m;3\"\n"
+         "EndElement a 1 2:31\n"},
+        {{"--entities", "char"},
+         "Element a 1 2:1 d=\"&t;A\"\n"
+         "Text - 2 2:17 \"1\"\n"
+         "EntityReference t 2 2:18\n"
+         "Text - 2 2:21 \"2B\"\n"
+         "EntityReference m 2 2:27\n"
+         "Text - 2 2:30 \"3\"\n"
+         "EndElement a 1 2:31\n"},
+        // The text of `m` is markup, so it is read where its reference ends: 2:30.
+        {{"--entities", "all"},
+         "Element a 1 2:1 d=\"x&yA\"\n"
+         "Text - 2 2:17 \"1x&y2B\"\n"
+         "Element b 2 2:30 c=\"1\" /\n"
+         "Text - 2 2:40 \"z\"\n"
+         "EndEntity m 2 2:41\n"
+         "Text - 2 2:30 \"3\"\n"
+         "EndElement a 1 2:31\n"},
+    };
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.options[1]);
+        std::vector<std::string> arguments{"events"};
+        arguments.insert(arguments.end(), c.options.begin(), c.options.end());
+        const ProgramResult result = RunProgram(arguments, input);
+        EXPECT_EQ(result.errors, "");
+        EXPECT_EQ(result.out, documentType + c.expected);
+        EXPECT_EQ(result.exitCode, 0);
+    }
+    EXPECT_EQ(RunProgram({"events"}, input).out,
+              RunProgram({"events", "--entities", "char"}, input).out);
+}
+
+TEST(Events, EntitiesAreNodesInJson) {
+    const std::string input = "<!DOCTYPE a[<!ENTITY b '<c/>'>]><a>&b;</a>";
+    const std::string documentType =
+        R"({"type":"DocumentType","depth":1,"line":1,"column":3,"name":"a","value":"<!ENTITY b '<c/>'>"})"
+        "\n"
+        R"({"type":"Element","depth":1,"line":1,"column":33,"name":"a","empty":false})"
+        "\n";
+    EXPECT_EQ(RunProgram({"events", "--json", "--entities", "char"}, input).out,
+              documentType +
+                  R"({"type":"EntityReference","depth":2,"line":1,"column":36,"name":"b"})"
+                  "\n"
+                  R"({"type":"EndElement","depth":1,"line":1,"column":39,"name":"a"})"
+                  "\n");
+    EXPECT_EQ(RunProgram({"events", "--json", "--entities", "all"}, input).out,
+              documentType +
+                  R"({"type":"Element","depth":2,"line":1,"column":39,"name":"c","empty":true})"
+                  "\n"
+                  R"({"type":"EndEntity","depth":2,"line":1,"column":43,"name":"b"})"
+                  "\n"
+                  R"({"type":"EndElement","depth":1,"line":1,"column":39,"name":"a"})"
+                  "\n");
+}
+
+TEST(Events, AttributesCanStandBeneathTheirElement) {
+    const std::string input = "<p:a xmlns:p='urn:p'\n p:x=\"1\" y='a\tb'><b/><c z=''/></p:a>";
+    EXPECT_EQ(RunProgram({"events", "--attributes"}, input).out,
+              "Element p:a 1 1:1 {urn:p}\n"
+              "Attribute xmlns:p 2 1:6 \"urn:p\"\n"
+              "Attribute p:x 2 2:2 {urn:p} \"1\"\n"
+              "Attribute y 2 2:10 \"a\\tb\"\n"
+              "Element b 2 2:18 /\n"
+              "Element c 2 2:22 /\n"
+              "Attribute z 3 2:25 \"\"\n"
+              "EndElement p:a 1 2:31 {urn:p}\n");
+    EXPECT_EQ(
+        RunProgram({"events", "--attributes", "--json"}, "<p:a xmlns:p='urn:p' p:x='1'/>").out,
+        R"({"type":"Element","depth":1,"line":1,"column":1,"name":"p:a","namespace":"urn:p","empty":true})"
+        "\n"
+        R"({"type":"Attribute","depth":2,"line":1,"column":6,"name":"xmlns:p","value":"urn:p"})"
+        "\n"
+        R"({"type":"Attribute","depth":2,"line":1,"column":22,"name":"p:x","namespace":"urn:p","value":"1"})"
+        "\n");
+}
+
+TEST(Events, EveryAttributeOfTheSamplesHasALine) {
+    for (const char* const sample : {"/catalogue.xml", "/feed.xml", "/drawing.svg"}) {
+        SCOPED_TRACE(sample);
+        const auto count = [&](const char* option, std::string_view what) {
+            std::size_t found = 0;
+            const std::string out = RunProgram({"events", "--json", option, kSamples + sample}).out;
+            for (const std::string& line : Lines(out)) {
+                EXPECT_TRUE(JsonCheck(line).IsValue()) << line;
+                for (std::size_t at = 0; (at = line.find(what, at)) != std::string::npos; ++at)
+                    ++found;
+            }
+            return found;
+        };
+        const std::size_t within = count("--json", "{\"name\":");
+        EXPECT_EQ(count("--attributes", "\"type\":\"Attribute\""), within);
+        EXPECT_GT(within, 10U);
+    }
+}
+
+TEST(Events, ADocumentTypeHasItsIdentifiers) {
+    const std::string input = "<!DOCTYPE a PUBLIC 'p:q' 's'[]><a/>";
+    EXPECT_EQ(Lines(RunProgram({"events"}, input).out)[0],
+              "DocumentType a 1 1:3 PUBLIC=\"p:q\" SYSTEM=\"s\" \"\"");
+    EXPECT_EQ(Lines(RunProgram({"events", "--attributes"}, input).out)[0],
+              "DocumentType a 1 1:3 PUBLIC=\"p:q\" SYSTEM=\"s\" \"\"");
+    EXPECT_EQ(
+        Lines(RunProgram({"events", "--json"}, input).out)[0],
+        R"({"type":"DocumentType","depth":1,"line":1,"column":3,"name":"a","attributes":[{"name":"PUBLIC","value":"p:q"},{"name":"SYSTEM","value":"s"}],"value":""})");
+}
+
+// The reader leaves colons out of its columns that stand in no name that it shows.
+TEST(Events, ColumnsCountTheColonsThatNobodySees) {
+    const struct {
+        const char* before;
+        const char* entities;
+    } kCases[] = {
+        {"<!DOCTYPE p:a [<!ENTITY p:b 'x&p:c;'><!ENTITY % p:d 'e'>]>", "char"},
+        {"<!DOCTYPE a [<!ENTITY p:b '1'>]><c d='&p:b;' e='&p:b;&p:b;'>&p:b;</c>", "all"},
+        {"<!DOCTYPE a [<!ENTITY p:b '<p:f/><p:g/>'>]><c>&p:b;<p:h/></c>", "all"},
+        {"<!DOCTYPE a [<!ENTITY p:b '1'>]><c d='&p:b;' e='&p:b;&p:b;'>&p:b;</c>", "nothing"},
+    };
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.before);
+        const std::string before = c.before;
+        const std::vector<std::string> lines =
+            Lines(RunProgram({"events", "--entities", c.entities}, before + "<z/>").out);
+        EXPECT_EQ(lines.back(), "Element z 1 1:" + std::to_string(before.size() + 1) + " /");
+    }
 }
 
 TEST(Events, NamespacesCanBeLeftOut) {

@@ -75,7 +75,22 @@ TEST(Excerpt, ColumnsBehindTheEndOfALineStandAtItsEnd) {
         if (!c.found) continue;
         EXPECT_EQ(excerpt.place, c.place);
         EXPECT_EQ(excerpt.before, c.before);
+        EXPECT_EQ(excerpt.isBehind, c.wanted.column > c.place.column);
     }
+}
+
+TEST(Excerpt, NoCaretStandsForAPlaceBehindTheLineOrNone) {
+    EXPECT_EQ(ShowExcerpt(Find("<a>\n  <b/>\n", {2, 7})),
+              "    2 |   <b/>\n"
+              "      |       ^\n");
+    EXPECT_EQ(ShowExcerpt(Find("<a>\n  <b/>\n", {2, 8})), "    2 |   <b/>\n");
+    EXPECT_EQ(ShowExcerpt(Find("<a>\n  <b/>", {2, 9000})), "    2 |   <b/>\n");
+    Excerpt unsure = Find("<a>\n  <b/>\n", {2, 3});
+    unsure.isUnsure = true;
+    EXPECT_EQ(ShowExcerpt(unsure), "    2 |   <b/>\n");
+    // The reader's columns leave colons out.
+    EXPECT_FALSE(Find("<p:a>", {1, 5}, ColumnCount::Reader).isBehind);
+    EXPECT_TRUE(Find("<p:a>", {1, 6}, ColumnCount::Reader).isBehind);
 }
 
 TEST(Excerpt, AnEmptyTextHasAStart) {

@@ -3,38 +3,29 @@
 // Every refusal of the reader in one table. The places are the scanner's when it finds the error:
 // after a token that it consumed, at a character that cannot be one, at the end of the input. Rows
 // say kAny where more than one place would be as good.
-#include <espalier/io/Exception.h>
-#include <espalier/xml/XmlTextReader.h>
+#include <espalier/xml/XmlEntityHandling.h>
 
-#include "support/DocumentForms.h"
-#include "support/DocumentReader.h"
 #include "support/EscapedText.h"
 #include "support/NodeDump.h"
+#include "support/Refusal.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 
 namespace {
 
-using support::DocumentReader;
-using support::Forms;
+using support::Cause;
+using support::ExpectRefusal;
+using support::ExpectRefusals;
 using support::ReaderSettings;
+using support::Refusal;
+using support::WithEntities;
 using Xml::XmlEntityHandling;
 
-constexpr int kAny = -2;
-constexpr const char* kAnyArgument = nullptr;
-
-struct Refusal {
-    const char* input;  // with the escapes of EscapedText.h
-    const char* message;
-    const char* argument;
-    int line;
-    int column;
-    const char* reason;
-};
+constexpr int kAny = Refusal::kAny;
+constexpr const char* kAnyArgument = Refusal::kAnyArgument;
 
 constexpr char kInvalidCharacter[] = "Invalid character";
 constexpr char kUnexpectedToken[] = "Unexpected token";
@@ -315,55 +306,10 @@ const Refusal kDeclarations[] = {
     {"<?xml version=1.0?><a/>", kUnexpectedToken, kAnyArgument, 1, 15, "no quotation mark"},
 };
 
-// What is wrong: what stands in the document, or that it ends there.
-enum class Cause { Text, End };
-
-// Reads to the error of the row and compares it.
-void ExpectRefusal(const Refusal& refusal, const ReaderSettings& settings,
-                   Cause cause = Cause::Text) {
-    SCOPED_TRACE(std::string(refusal.input) + "  (" + refusal.reason + ")");
-    const std::string document = support::Unescape(refusal.input);
-    try {
-        DocumentReader reader(document, settings);
-        reader.ReadAll();
-        ADD_FAILURE() << "is accepted";
-    } catch (const Xml::Exception& error) {
-        EXPECT_STREQ(error.What(), refusal.message);
-        if (refusal.argument != kAnyArgument) {
-            EXPECT_STREQ(error.Argument(), refusal.argument);
-        }
-        EXPECT_EQ(error.LineNumber(), refusal.line);
-        if (refusal.column != kAny) {
-            EXPECT_EQ(error.LinePos(), refusal.column);
-        }
-    }
-    const std::string whole = support::DumpDocument(document, settings);
-    EXPECT_GE(support::ExpectNodesInAllForms(document, settings, whole), 5);
-    if (cause == Cause::Text) {
-        const std::string more = "<!--" + std::string(3000, 'c') + "-->";
-        EXPECT_EQ(support::DumpDocument(document + more, settings), whole);
-    }
-}
-
-ReaderSettings WithEntities(XmlEntityHandling handling) {
-    ReaderSettings settings;
-    settings.entities = handling;
-    return settings;
-}
-
-template <std::size_t kCount>
-void ExpectRefusals(const Refusal (&refusals)[kCount]) {
-    for (const Refusal& refusal : refusals)
-        ExpectRefusal(refusal, {});
-}
-
 TEST(XmlTextReaderError, Characters) { ExpectRefusals(kCharacters); }
 TEST(XmlTextReaderError, CharacterReferences) { ExpectRefusals(kCharacterReferences); }
 TEST(XmlTextReaderError, NamedReferences) { ExpectRefusals(kNamedReferences); }
-TEST(XmlTextReaderError, EndsOfTheInput) {
-    for (const Refusal& refusal : kEnds)
-        ExpectRefusal(refusal, {}, Cause::End);
-}
+TEST(XmlTextReaderError, EndsOfTheInput) { ExpectRefusals(kEnds, {}, Cause::End); }
 TEST(XmlTextReaderError, Tags) { ExpectRefusals(kTags); }
 TEST(XmlTextReaderError, Attributes) { ExpectRefusals(kAttributes); }
 TEST(XmlTextReaderError, Markup) { ExpectRefusals(kMarkup); }

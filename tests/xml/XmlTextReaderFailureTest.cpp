@@ -29,10 +29,12 @@ using Xml::XmlTextReader;
 // One of everything, over several buffers.
 std::string LongDocument() {
     std::string document =
-        "<?xml version='1.0'?><!DOCTYPE r [<!ELEMENT r ANY><!-- ]> -->]>\n<r xmlns:p='urn:p'>\n";
+        "<?xml version='1.0'?><!DOCTYPE r SYSTEM 's' [<!ELEMENT r ANY><!-- ]> -->\n"
+        "<!NOTATION n PUBLIC 'p'><!ENTITY u SYSTEM 's' NDATA n><!ENTITY % q 'v'>%q;\n"
+        "<!ENTITY e 'a text'><!ENTITY m '<c x=\"&e;\">&e;</c>'>]>\n<r xmlns:p='urn:p'>\n";
     for (int i = 0; i < 30; ++i) {
         document +=
-            "<p:a x='1' p:y=\"&lt;&#65;\n2\">text &amp; \xC3\xA9 &e;<!-- c --><?pi d?>"
+            "<p:a x='1' p:y=\"&lt;&#65;\n2\">text &amp; \xC3\xA9 &e;&m;<!-- c --><?pi d?>"
             "<![CDATA[s]]></p:a>\r\n<b/>\n";
     }
     return document + "</r>\n";
@@ -57,6 +59,7 @@ TEST(XmlTextReaderFailure, WhatAStreamThrowsReachesTheCallerFromEveryCall) {
             FailingStream stream(*inner.get(), call, Failure::Throw);
             XmlTextReader reader;
             reader.SetStream(&stream, false);
+            reader.SetEntityHandling(Xml::XmlEntityHandling::ExpandEntities);
             try {
                 while (reader.Read())
                     continue;

@@ -31,6 +31,10 @@ std::vector<Document> AllDocuments() {
     noNamespaces.namespaces = false;
     ReaderSettings normalizing;
     normalizing.normalization = true;
+    const ReaderSettings expanding = support::WithEntities(Xml::XmlEntityHandling::ExpandEntities);
+    ReaderSettings resolving;
+    resolving.resolve = true;
+    resolving.parts = true;
     return {
         {"<a/>", {}},
         {"<a:b xmlns:a='urn:1' a:c=''><a:d xmlns:a='urn:2' a:c=''/></a:b>", {}},
@@ -52,6 +56,16 @@ std::vector<Document> AllDocuments() {
         {"<a>\x01</a>", {}},
         {"<?xml version='1.0' standalone='yes' ", {}},
         {"<!DOCTYPE a [<!ELEMENT a ANY>", {}},
+        // Entities of one document are none of the next, and what was begun in one is not resumed.
+        {"<!DOCTYPE a SYSTEM 's' [<!ENTITY x '<b>&y;</b>'><!ENTITY y 'z'>]><a c='&x;'>&x;</a>",
+         expanding},
+        {"<a c='&y;'>&x;</a>", expanding},
+        {"<a c='&y;'>&x;</a>", {}},
+        {"<!DOCTYPE a [<!NOTATION x PUBLIC 'p'><!ENTITY x '<b>&x;'>]><a>&x;</a>", expanding},
+        {"<!DOCTYPE a [<!ENTITY x '<b c=\"&y;\"/>&y;<c>'><!ENTITY y '&x;'>]><a>1&x;</a>",
+         resolving},
+        {"<!DOCTYPE a [<!ENTITY x '<b c=\"&y;\"/>&y;<c/>'><!ENTITY y '1'>]><a>&x;</a>", resolving},
+        {"<!DOCTYPE a [<!ENTITY x '<b'>]><a>&x;", expanding},
         {"", {}},
     };
 }
@@ -60,7 +74,7 @@ std::string DumpWith(XmlTextReader& reader, const Document& document, int bytesP
     DocumentStream stream(document.bytes, bytesPerRead);
     EXPECT_TRUE(reader.SetStream(stream.get(), false));
     document.settings.ApplyTo(reader);
-    std::string dump = support::DumpNodes(reader);
+    std::string dump = support::DumpNodes(reader, document.settings);
     reader.Close();
     return dump;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "CommandLine.h"
 
+#include "Choice.h"
 #include "Verb.h"
 
 #include <CLI/CLI.hpp>
@@ -8,7 +9,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <map>
 #include <numeric>
 #include <optional>
 #include <unistd.h>
@@ -35,7 +35,8 @@ constexpr std::string_view kHelpEnd =
     "Examples:\n"
     "  espalier check *.xml             is every document well-formed?\n"
     "  espalier events feed.xml         every node, one a line\n"
-    "  espalier events --json - <a.xml  the same for programs\n";
+    "  espalier events --json - <a.xml  the same for programs\n"
+    "  espalier tree --counts big.xml   what is in it, and how often\n";
 
 // Options that every verb has.
 struct CommonOptions {
@@ -54,14 +55,12 @@ std::string Help(const std::vector<std::unique_ptr<Verb>>& verbs) {
 void AddCommonOptions(CLI::App& app, CommonOptions& options) {
     app.add_option("--color", options.color, "use colors: auto (default), always, never")
         ->option_text("WHEN")
-        ->transform(
-            CLI::Transformer(std::map<std::string, ColorChoice>{{"auto", ColorChoice::Auto},
-                                                                {"always", ColorChoice::Always},
-                                                                {"never", ColorChoice::Never}}));
+        ->transform(OneOf<ColorChoice>({{"auto", ColorChoice::Auto},
+                                        {"always", ColorChoice::Always},
+                                        {"never", ColorChoice::Never}}));
     app.add_option("--progress", options.progress, "show progress on a terminal: auto, never")
         ->option_text("WHEN")
-        ->transform(
-            CLI::Transformer(std::map<std::string, bool>{{"auto", true}, {"never", false}}));
+        ->transform(OneOf<bool>({{"auto", true}, {"never", false}}));
 }
 
 // Returns the messages of the parser in the manner of the program: one line, no full stop.

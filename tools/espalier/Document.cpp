@@ -15,14 +15,17 @@ namespace Tool {
 namespace {
 
 constexpr std::string_view kSecondRoot = "Second root element";
+constexpr std::string_view kCyclicEntity = "Cyclic entity reference";
 constexpr std::string_view kMissingEnd = "Missing end element";
 constexpr std::string_view kMismatch = "' doesn't match start tag '";
 
 // Messages that mean that the document may be fine, but more than the reader takes.
-constexpr std::array<std::string_view, 3> kLimits = {
+constexpr std::array<std::string_view, 5> kLimits = {
     "Input buffer overflow",
     "Buffer overflow while reading markup token",
     "Input buffer full - token too big",
+    "Entity expansion limit exceeded",
+    "Entity nesting limit exceeded",
 };
 
 enum class Severity { Error, Note };
@@ -91,8 +94,21 @@ std::string_view ConstructName(Construct construct) {
     case Construct::CData: return "the CDATA section";
     case Construct::ProcessingInstruction: return "the processing instruction";
     case Construct::DocumentType: return "the document type";
+    case Construct::Declaration: return "the declaration";
+    case Construct::Literal: return "the literal";
     }
     return {};
+}
+
+// Tells whether an internal subset refers to a parameter entity, which may stand for declarations.
+bool RefersToDeclarations(std::string_view subset) {
+    MarkupTracker tracker;
+    tracker.Advance("<!DOCTYPE a [");
+    for (const char byte : subset) {
+        if (byte == '%' && tracker.Inside() == Construct::DocumentType) return true;
+        tracker.Step(byte);
+    }
+    return false;
 }
 
 ExitCode CodeOf(const Xml::Exception& error) {
@@ -117,21 +133,42 @@ bool Document::Next() {
     return more;
 }
 
-void Document::NoteEncoding() {
-    input_.SetEncoding(reader_.Encoding().view(), reader_.Namespaces()
-                                                      ? MarkupTracker::Names::Prefixed
-                                                      : MarkupTracker::Names::Whole);
+MarkupTracker::Names Document::Names() const {
+    return reader_.Namespaces() ? MarkupTracker::Names::Prefixed : MarkupTracker::Names::Whole;
+}
+
+void Document::NoteEncoding() { input_.SetEncoding(reader_.Encoding().view(), Names()); }
+
+void Document::ExpandDeclaredEntities() {
+    expandsDeclared_ = true;
+    reader_.SetEntityHandling(Xml::XmlEntityHandling::ExpandEntities);
+}
+
+void Document::Follow() {
+    switch (reader_.NodeType()) {
+    case Xml::XmlNodeType::XmlDeclaration:
+        isStandalone_ = reader_.GetAttribute("standalone") == "yes";
+        break;
+    case Xml::XmlNodeType::DocumentType: FollowDocumentType(); break;
+    case Xml::XmlNodeType::Element: FollowElement(); break;
+    case Xml::XmlNodeType::EndElement:
+        if (!open_.empty()) open_.pop_back();
+        break;
+    default: break;
+    }
+}
+
+// XML 1.0 section 4.1, Entity Declared: only where all declarations have been read, a reference to
+// an entity without one is an error.
+void Document::FollowDocumentType() {
+    declaresEntities_ = reader_.Value().find("<!ENTITY") != astring::npos;
+    if (!expandsDeclared_ || isStandalone_) return;
+    const bool isElsewhere = reader_.HasAttributes() || RefersToDeclarations(reader_.Value());
+    if (isElsewhere) reader_.SetEntityHandling(Xml::XmlEntityHandling::ExpandCharEntities);
 }
 
 // Keeps in mind which elements are open.
-void Document::Follow() {
-    const Xml::XmlNodeType type = reader_.NodeType();
-    if (type == Xml::XmlNodeType::EndElement) {
-        if (!open_.empty()) open_.pop_back();
-        return;
-    }
-    if (type != Xml::XmlNodeType::Element) return;
-
+void Document::FollowElement() {
     const Place place{reader_.LineNumber(), reader_.LinePosition()};
     if (open_.empty()) {
         if (rootSeen_ && roots_ == Roots::One) {
@@ -145,21 +182,56 @@ void Document::Follow() {
 }
 
 ExitCode Document::Explain(const Xml::Exception& error) {
-    const Console& console = context_.console;
+    const std::string text = MessageText(error);
     if (input_.Failed() || error.LineNumber() < 1) {
         context_.console.Write(
-            Headline(console, input_.DisplayName(), Severity::Error, MessageText(error)));
+            Headline(context_.console, input_.DisplayName(), Severity::Error, text));
         return input_.Failed() ? ExitCode::InputOutput : CodeOf(error);
     }
     NoteEncoding();
-    const Excerpt excerpt = Find({error.LineNumber(), error.LinePos()}, ColumnCount::Reader);
-    const Place place = excerpt.found ? excerpt.place : Place{error.LineNumber(), error.LinePos()};
-    const std::string where =
-        fmt::format("{}:{}:{}", input_.DisplayName(), place.line, place.column);
-    context_.console.Write(Headline(console, where, Severity::Error, MessageText(error)) +
-                           Picture(console, excerpt));
-    ExplainOtherEnd(error, excerpt);
+    const auto [reference, isUnsure] = TraceError(error);
+    const bool isAtDeclaration = error.What() == kCyclicEntity;
+    if (reference && !isAtDeclaration) {
+        const std::string name = OneLine(reference->name);
+        ExplainAt(reference->place, fmt::format("{} (in the text of the entity '{}')", text, name),
+                  Find(reference->place, ColumnCount::Reader));
+        return CodeOf(error);
+    }
+    const Place place{error.LineNumber(), error.LinePos()};
+    Excerpt excerpt = Find(place, ColumnCount::Reader);
+    excerpt.isUnsure = isUnsure && !isAtDeclaration;
+    ExplainAt(place, text, excerpt);
+    if (reference) {
+        Note(Find(reference->place, ColumnCount::Reader), reference->place,
+             "the reference that leads to it is here");
+    } else {
+        ExplainOtherEnd(error, excerpt);
+    }
     return CodeOf(error);
+}
+
+Document::Trace Document::TraceError(const Xml::Exception& error) {
+    const bool expands = reader_.EntityHandling() == Xml::XmlEntityHandling::ExpandEntities;
+    if (!expands || !declaresEntities_) return {};
+    try {
+        const std::unique_ptr<IO::Stream> again = input_.Reopen();
+        if (again != nullptr) {
+            return {TraceErrorToReference(error, *again, reader_.Namespaces()), false};
+        }
+    } catch (const Xml::Exception&) {
+        // The file is gone or cannot be read twice.
+    }
+    return {std::nullopt, true};
+}
+
+void Document::ExplainAt(Place place, std::string_view text, const Excerpt& excerpt) {
+    const Console& console = context_.console;
+    const Place shown =
+        excerpt.found && !excerpt.isBehind && !excerpt.isUnsure ? excerpt.place : place;
+    const std::string where =
+        fmt::format("{}:{}:{}", input_.DisplayName(), shown.line, shown.column);
+    context_.console.Write(Headline(console, where, Severity::Error, text) +
+                           Picture(console, excerpt));
 }
 
 // Shows the place that an error refers to but does not stand at, where there is one.
@@ -167,11 +239,14 @@ void Document::ExplainOtherEnd(const Xml::Exception& error, const Excerpt& excer
     const std::string_view message = error.What();
     const std::string_view openName = OpenElementName(error);
     if (!openName.empty() && !open_.empty()) {
-        Note(Find(open_.back(), ColumnCount::Reader), open_.back(),
-             fmt::format("<{}> was opened here", OneLine(openName)));
+        const Excerpt opening = Find(open_.back(), ColumnCount::Reader);
+        const std::string tag = fmt::format("<{}", openName);
+        if (opening.found && !opening.after.starts_with(tag)) return;  // in the text of an entity
+        Note(opening, open_.back(), fmt::format("<{}> was opened here", OneLine(openName)));
     } else if (message == kSecondRoot) {
         Note(Find(root_, ColumnCount::Reader), root_, "the first root element is here");
-    } else if (IsAboutMissingEnd(message) && excerpt.found && excerpt.inside != Construct::None) {
+    } else if (IsAboutMissingEnd(message) && excerpt.found && !excerpt.isBehind &&
+               !excerpt.isUnsure && excerpt.inside != Construct::None) {
         const Place since = excerpt.insideSince;
         Note(Find(since, ColumnCount::People), since,
              fmt::format("{} begins here", ConstructName(excerpt.inside)));

@@ -5,11 +5,13 @@
 #include <espalier/xml/XmlTextReader.h>
 
 #include "Context.h"
+#include "EntityTrace.h"
 #include "Excerpt.h"
 #include "ExitCode.h"
 #include "Input.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,6 +38,20 @@ public:
     /// Returns the reader: for settings before the first Next(), for the node after each.
     Xml::XmlTextReader& Reader() { return reader_; }
 
+    /// Says that the entities that the document declares are to be expanded. References are let
+    /// pass in a document that may have declarations where nobody reads them: in a file that its
+    /// document type names, or behind a reference to a parameter entity. To be called before the
+    /// first Next().
+    void ExpandDeclaredEntities();
+
+    /// Says that ColumnOf() will be asked. To be called before the first Next(), with namespaces
+    /// switched on or off already.
+    void FollowColumns() { input_.FollowColumns(Names()); }
+
+    /// Returns the column of a place that the reader tells as people count it, who do not leave
+    /// out colons. Inside of the text of an entity, places are those that follow its reference.
+    long ColumnOf(Place place) { return input_.ColumnOf(place); }
+
     /// Moves to the next node.
     /// \return false at the end
     /// \throws Xml::Exception for an error in the document (see Explain())
@@ -46,8 +62,19 @@ public:
     ExitCode Explain(const Xml::Exception& error);
 
 private:
+    MarkupTracker::Names Names() const;
     void NoteEncoding();
     void Follow();
+    void FollowElement();
+    void FollowDocumentType();
+    // What is known about where an error is.
+    struct Trace {
+        std::optional<TracedReference> reference;  // the one that it comes from, if any
+        bool isUnsure = false;                     // nobody can tell whether there is one
+    };
+
+    Trace TraceError(const Xml::Exception& error);
+    void ExplainAt(Place place, std::string_view text, const Excerpt& excerpt);
     Excerpt Find(Place place, ColumnCount count);
     void ExplainOtherEnd(const Xml::Exception& error, const Excerpt& excerpt);
     void Note(const Excerpt& excerpt, Place place, std::string_view text);
@@ -60,6 +87,9 @@ private:
     std::vector<Place> open_;  // where the open elements start, columns as the reader counts
     Place root_;               // where the first root element starts, counted likewise
     bool rootSeen_ = false;
+    bool expandsDeclared_ = false;   // references are let pass when others may be declared
+    bool isStandalone_ = false;      // it says that there are no others
+    bool declaresEntities_ = false;  // it may, in its internal subset
 };
 
 /// Writes that the document `name` could not be opened.

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "Choice.h"
 #include "Document.h"
 #include "Escape.h"
 #include "NodeWriter.h"
@@ -6,12 +7,11 @@
 
 #include <CLI/CLI.hpp>
 
-#include <map>
-
 namespace Tool {
 
 namespace {
 
+using Entities = Xml::XmlEntityHandling::XML_ENTITY_HANDLING;
 using Whitespace = Xml::XmlTextReader::XmlWsHandlingEnum;
 
 class Events final : public Verb {
@@ -21,11 +21,8 @@ public:
     const char* Summary() const override { return "Shows the nodes of a document, one a line."; }
 
     const char* Footer() const override {
-        return "Each line is  TYPE NAME DEPTH LINE:COLUMN {NAMESPACE} ATTRIBUTE=\"..\" \"VALUE\" "
-               "/\n"
-               "where NAME may be -, what a node does not have is left out, and / marks an\n"
-               "empty-element tag. Texts are escaped as in C. After an error there are the nodes\n"
-               "up to it. More than one root element is fine here.\n"
+        return "Lines are  TYPE NAME DEPTH LINE:COLUMN {NAMESPACE} ATTRIBUTE=\"..\" \"VALUE\" /\n"
+               "where NAME may be -, / is an empty-element tag, and texts are escaped as in C.\n"
                "\n"
                "Examples:\n"
                "  espalier events feed.xml | grep '^Element title '\n"
@@ -35,15 +32,21 @@ public:
     void AddOptions(CLI::App& app) override {
         app.add_option("FILE", name_, "the document; \"-\" or none: standard input")->type_name("");
         app.add_flag("--json", json_, "one JSON object a line");
+        app.add_flag("--attributes", attributes_, "attributes on lines of their own");
+        app.add_option("--entities", entities_,
+                       "references to expand: nothing, char (default), all")
+            ->option_text("WHICH")
+            ->transform(OneOf<Entities>({{"nothing", Xml::XmlEntityHandling::ExpandNothing},
+                                         {"char", Xml::XmlEntityHandling::ExpandCharEntities},
+                                         {"all", Xml::XmlEntityHandling::ExpandEntities}}));
         app.add_flag("--no-namespaces", noNamespaces_, "do not split names at their colons");
         app.add_flag("--normalize", normalize_, "turn CR LF and CR into LF, in attributes a blank");
         app.add_option("--whitespace", whitespace_,
                        "white space to show: all (default), significant, none")
             ->option_text("WHICH")
-            ->transform(CLI::Transformer(std::map<std::string, Whitespace>{
-                {"all", Xml::XmlTextReader::WsAll},
-                {"significant", Xml::XmlTextReader::WsSignificant},
-                {"none", Xml::XmlTextReader::WsNone}}));
+            ->transform(OneOf<Whitespace>({{"all", Xml::XmlTextReader::WsAll},
+                                           {"significant", Xml::XmlTextReader::WsSignificant},
+                                           {"none", Xml::XmlTextReader::WsNone}}));
     }
 
     ExitCode Run(Context& context) override {
@@ -53,7 +56,9 @@ public:
             reader.SetNamespaces(!noNamespaces_);
             reader.SetNormalization(normalize_);
             reader.SetWhitespaceHandling(whitespace_);
-            NodeWriter writer(context.out, reader, json_ ? NodeForm::Json : NodeForm::Text,
+            reader.SetEntityHandling(entities_);
+            NodeWriter writer(context.out, document, json_ ? NodeForm::Json : NodeForm::Text,
+                              attributes_ ? AttributePlace::Beneath : AttributePlace::Within,
                               context.console.ColorsOutput());
             while (document.Next())
                 writer.WriteNode();
@@ -63,6 +68,8 @@ public:
 private:
     std::string name_ = "-";
     bool json_ = false;
+    bool attributes_ = false;
+    Entities entities_ = Xml::XmlEntityHandling::ExpandCharEntities;
     bool noNamespaces_ = false;
     bool normalize_ = false;
     Whitespace whitespace_ = Xml::XmlTextReader::WsAll;

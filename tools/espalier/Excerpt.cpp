@@ -48,15 +48,17 @@ private:
     // A line break on the line stands behind every column that the line has.
     bool IsHere(char byte) const {
         if (tracker_.IsSilent(byte)) return false;
-        if (byte == '\n' || byte == '\r') return true;
-        const long column =
-            count_ == ColumnCount::People ? tracker_.Column() : tracker_.ReaderColumn();
-        return column >= wanted_.column;
+        return byte == '\n' || byte == '\r' || Column() >= wanted_.column;
+    }
+
+    long Column() const {
+        return count_ == ColumnCount::People ? tracker_.Column() : tracker_.ReaderColumn();
     }
 
     void Find() {
         excerpt_.found = true;
         excerpt_.place = {tracker_.Line(), tracker_.Column()};
+        excerpt_.isBehind = Column() < wanted_.column;
         excerpt_.inside = tracker_.Inside();
         excerpt_.insideSince = tracker_.InsideSince();
     }
@@ -208,6 +210,7 @@ std::string ShowExcerpt(const Excerpt& excerpt, std::string_view caretStart,
         line += glyph.text;
     if (cutAfter) line += "...";
     const std::string number = fmt::format("{:5}", excerpt.place.line);
+    if (excerpt.isBehind || excerpt.isUnsure) return fmt::format("{} | {}\n", number, line);
     return fmt::format("{} | {}\n{:{}} | {}{}^{}\n", number, line, "", number.size(), indent,
                        caretStart, caretEnd);
 }

@@ -19,6 +19,8 @@ struct Excerpt {
     std::string after;       ///< the line from the place on, or as much of it as was kept
     bool cutBefore = false;  ///< the line has more before `before`
     bool cutAfter = false;   ///< the line has more after `after`
+    bool isBehind = false;   ///< the line ends before the place; then `place` is its end
+    bool isUnsure = false;   ///< it is not known whether the place is in the document at all
     Construct inside = Construct::None;  ///< what the place is inside of
     Place insideSince;                   ///< where that began
 };
@@ -35,7 +37,7 @@ Excerpt FindPlace(SourceText& text, Place place, ColumnCount count);
 ///
 /// Lines that do not fit 80 columns are cut around the caret, which shows as "...". Tabs stay and
 /// wide characters count two columns, so that the caret stands under its character. Empty when
-/// there is nothing to see.
+/// there is nothing to see; without the caret when the place is behind the line or unsure.
 /// \param caretStart, caretEnd what is written around the caret, to colour it
 std::string ShowExcerpt(const Excerpt& excerpt, std::string_view caretStart = {},
                         std::string_view caretEnd = {});

@@ -3,6 +3,7 @@
 
 #include <espalier/io/Exception.h>
 #include <espalier/io/FileStream.h>
+#include <espalier/io/MemoryStream.h>
 
 #include <algorithm>
 #include <array>
@@ -135,10 +136,24 @@ Input::~Input() = default;
 void Input::SetEncoding(std::string_view encoding, MarkupTracker::Names names) {
     encoding_ = encoding;
     names_ = names;
+    if (columns_ != nullptr) columns_->SetEncoding(encoding);
+}
+
+void Input::FollowColumns(MarkupTracker::Names names) {
+    columns_ = std::make_unique<ReaderColumns>(names);
 }
 
 int Input::Read(unsigned char* buffer, int offset, int count) {
-    if (window_ == nullptr) return ReadBelow(buffer, offset, count);
+    const int read =
+        window_ == nullptr ? ReadBelow(buffer, offset, count) : ReadWindow(buffer, offset, count);
+    if (columns_ != nullptr && read > 0) {
+        columns_->Take(
+            {reinterpret_cast<const char*>(buffer) + offset, static_cast<std::size_t>(read)});
+    }
+    return read;
+}
+
+int Input::ReadWindow(unsigned char* buffer, int offset, int count) {
     Window& window = *window_;
     if (window.position == window.current.count) {
         if (window.current.count == kBlock) window.Rotate(encoding_, names_);
@@ -171,6 +186,15 @@ std::unique_ptr<SourceText> Input::Reread() {
     if (window_->head.empty()) window_->head = window_->current.View().substr(0, 4);
     window_->Begin(encoding_, names_);
     return std::make_unique<WindowText>(*window_);
+}
+
+std::unique_ptr<IO::Stream> Input::Reopen() {
+    if (window_ == nullptr) return OpenStream(name_);
+    if (window_->previous.count > 0) return nullptr;  // the start has been let go
+    auto stream = std::make_unique<IO::MemoryStream>();
+    stream->Write(window_->current.bytes.data(), 0, static_cast<int>(window_->current.count));
+    stream->SetPosition(0);
+    return stream;
 }
 
 void ExpectInputs(const std::vector<std::string>& names, Progress& progress) {

@@ -5,6 +5,7 @@
 
 #include "MarkupTracker.h"
 #include "Progress.h"
+#include "ReaderColumns.h"
 #include "SourceText.h"
 
 #include <memory>
@@ -38,9 +39,19 @@ public:
     /// the start of the document has been read.
     void SetEncoding(std::string_view encoding, MarkupTracker::Names names);
 
+    /// Says that ColumnOf() will be asked. To be called before anything is read.
+    void FollowColumns(MarkupTracker::Names names);
+
+    /// Returns the column of a place that the reader tells as people count it (see ReaderColumns).
+    long ColumnOf(Place place) { return columns_->ColumnOf(place); }
+
     /// Returns the text of the document from its start on, or what is left of it; null when it
     /// cannot be had again. Ends the reading.
     std::unique_ptr<SourceText> Reread();
+
+    /// Returns the bytes of the document from its start on; null when they cannot be had again.
+    /// Ends the reading.
+    std::unique_ptr<IO::Stream> Reopen();
 
     bool CanRead() const override { return true; }
     void Close() override {}
@@ -51,13 +62,15 @@ private:
     class WindowText;
     struct Window;
 
+    int ReadWindow(unsigned char* buffer, int offset, int count);
     int ReadBelow(unsigned char* buffer, int offset, int count);
 
     std::string name_;
     std::string displayName_;
     Progress& progress_;
     std::unique_ptr<IO::Stream> stream_;
-    std::unique_ptr<Window> window_;  // null for a file that can be opened again
+    std::unique_ptr<Window> window_;          // null for a file that can be opened again
+    std::unique_ptr<ReaderColumns> columns_;  // null unless asked for
     std::string encoding_;
     MarkupTracker::Names names_ = MarkupTracker::Names::Prefixed;
     bool failed_ = false;

@@ -50,6 +50,21 @@ constexpr bool EndsName(char byte) {
     return KindOf(byte) == TagByte::Gap || KindOf(byte) == TagByte::Mark;
 }
 
+// Tells whether `byte` is part of a name in the document type, where other bytes than in a tag
+// come next to names.
+constexpr bool IsInDtdName(char byte) {
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
+           (byte >= '0' && byte <= '9') || byte == '_' || byte == '-' || byte == '.' ||
+           byte == ':' || static_cast<unsigned char>(byte) >= 0x80;
+}
+
+constexpr bool StartsDtdName(char byte) {
+    return IsInDtdName(byte) && byte != '-' && byte != '.' && byte != ':' &&
+           !(byte >= '0' && byte <= '9');
+}
+
+constexpr bool IsQuote(char byte) { return byte == '"' || byte == '\''; }
+
 // Runs shorter than this are counted byte by byte, which is faster for them.
 constexpr std::size_t kShortRun = 32;
 
@@ -86,7 +101,7 @@ Construct MarkupTracker::Inside() const {
     case State::Reference: return Construct::None;
     case State::Open:
     case State::Bang:
-    case State::BangDash:
+    case State::BangDash: return subsetLevel_ > 0 ? Construct::Declaration : Construct::Tag;
     case State::Tag: return Construct::Tag;
     case State::Comment:
     case State::CommentDash:
@@ -97,15 +112,25 @@ Construct MarkupTracker::Inside() const {
     case State::Target:
     case State::Instruction:
     case State::InstructionQuestion: return Construct::ProcessingInstruction;
-    case State::Value: return Construct::Value;
-    case State::DocumentType: return Construct::DocumentType;
+    case State::Value:
+    case State::ValueReference:
+        return around_ == State::Tag ? Construct::Value : Construct::Literal;
+    case State::Literal: return Construct::Literal;
+    case State::DocumentType:
+    case State::Subset: return Construct::DocumentType;
+    case State::Keyword:
+    case State::Declaration: return Construct::Declaration;
     }
     return Construct::None;
 }
 
 Place MarkupTracker::InsideSince() const {
-    if (state_ == State::Value) return valueStart_;
-    return state_ == State::DocumentType ? documentTypeStart_ : markupStart_;
+    switch (Inside()) {
+    case Construct::Value:
+    case Construct::Literal: return literalStart_;
+    case Construct::DocumentType: return documentTypeStart_;
+    default: return markupStart_;
+    }
 }
 
 void MarkupTracker::Advance(std::string_view text) {
@@ -182,12 +207,13 @@ std::size_t MarkupTracker::BulkLength(std::string_view text) const {
     case State::Comment: stop = '-'; break;
     case State::CData: stop = ']'; break;
     case State::Instruction: stop = '?'; break;
-    case State::Value: stop = quote_; break;
+    case State::Value:
+    case State::Literal: stop = quote_; break;
     default: return 0;
     }
     if (text.front() == stop) return 0;
     const std::size_t length = std::min(text.find(stop), text.size());
-    if (state_ != State::Text) return length;
+    if (state_ != State::Text && state_ != State::Value) return length;
     return std::min(text.substr(0, length).find('&'), length);
 }
 
@@ -268,34 +294,47 @@ void MarkupTracker::Change(char byte) {
     case State::InstructionQuestion: ChangeInstruction(byte); break;
     case State::Tag: ChangeTag(byte); break;
     case State::Value:
-        if (byte == quote_) state_ = declarations_ > 0 ? State::DocumentType : State::Tag;
+    case State::ValueReference: ChangeValue(byte); break;
+    case State::Literal:
+        if (byte == quote_) state_ = around_;
         break;
     case State::DocumentType: ChangeDocumentType(byte); break;
+    case State::Subset: ChangeSubset(byte); break;
+    case State::Keyword: ChangeKeyword(byte); break;
+    case State::Declaration: ChangeDeclaration(byte); break;
     }
 }
 
 // After "<", "<!" and "<!-".
 void MarkupTracker::ChangeOpen(char byte) {
+    const bool isInSubset = subsetLevel_ > 0;
     if (state_ == State::BangDash) {
-        state_ = State::Comment;
+        if (byte == '-' || !isInSubset) {
+            state_ = State::Comment;
+        } else {
+            ChangeKeyword(byte);
+        }
     } else if (state_ == State::Bang) {
         if (byte == '-') {
             state_ = State::BangDash;
-        } else if (byte == '[' && declarations_ == 0) {
+        } else if (isInSubset) {
+            ChangeKeyword(byte);
+        } else if (byte == '[') {
             state_ = State::CData;
         } else {
-            if (declarations_++ == 0) {
-                documentTypeStart_ = markupStart_;
-                documentTypeWords_ = 0;
-            }
+            documentTypeStart_ = markupStart_;
             state_ = State::DocumentType;
+            ChangeDocumentType(byte);
         }
     } else if (byte == '!') {
         state_ = State::Bang;
+        keywordLength_ = 0;
     } else if (byte == '?') {
         state_ = State::Target;
-    } else if (declarations_ > 0) {
-        state_ = State::DocumentType;
+    } else if (isInSubset) {
+        ++subsetLevel_;
+        state_ = State::Subset;
+        ChangeSubset(byte);
     } else {
         state_ = State::Tag;
         ChangeTag(byte);
@@ -330,7 +369,7 @@ void MarkupTracker::ChangeInstruction(char byte) {
     } else if (state_ == State::InstructionQuestion || IsBlank(byte)) {
         state_ = State::Instruction;
     }
-    if (state_ == State::Target && declarations_ == 0) {
+    if (state_ == State::Target && subsetLevel_ == 0) {
         FollowName(byte);
     } else {
         inName_ = false;
@@ -344,26 +383,82 @@ void MarkupTracker::ChangeTag(char byte) {
         state_ = State::Text;
     } else if (byte == '<') {
         EnterMarkup();  // a tag that was never closed: the next one begins here
-    } else if (byte == '"' || byte == '\'') {
-        EnterValue(byte);
+    } else if (IsQuote(byte)) {
+        EnterLiteral(State::Value, byte);
+    }
+}
+
+void MarkupTracker::ChangeValue(char byte) {
+    if (state_ == State::ValueReference) {
+        FollowName(byte);
+        if (inName_) return;
+        state_ = State::Value;
+    }
+    if (byte == quote_) {
+        state_ = around_;
+    } else if (byte == '&') {
+        state_ = State::ValueReference;
     }
 }
 
 void MarkupTracker::ChangeDocumentType(char byte) {
-    // Of all names in the document type, the reader splits that of the root element alone; it is
-    // the second word.
-    if (documentTypeWords_ < 2) {
-        const bool wasInName = inName_;
-        FollowName(byte);
-        if (wasInName && !inName_) ++documentTypeWords_;
-    }
+    FollowDtdName(byte);
     if (byte == '>') {
-        --declarations_;
-        state_ = Outside();
+        state_ = State::Text;
+        markupStart_ = documentTypeStart_;
+    } else if (byte == '[') {
+        state_ = State::Subset;
+        subsetLevel_ = 1;
+    } else if (IsQuote(byte)) {
+        EnterLiteral(State::Literal, byte);
+    }
+}
+
+// The names in the subset are skipped, but for those of the declarations that the reader knows.
+void MarkupTracker::ChangeSubset(char byte) {
+    if (byte == '[') {
+        ++subsetLevel_;
+    } else if (byte == ']' || byte == '>') {
+        if (--subsetLevel_ == 0) state_ = State::DocumentType;
     } else if (byte == '<') {
         EnterMarkup();
-    } else if (byte == '"' || byte == '\'') {
-        EnterValue(byte);
+    } else if (IsQuote(byte)) {
+        EnterLiteral(State::Literal, byte);
+    }
+}
+
+// Behind "<!" and in the name that follows it, if one does.
+void MarkupTracker::ChangeKeyword(char byte) {
+    state_ = State::Keyword;
+    if (keywordLength_ == 0 ? StartsDtdName(byte) : IsInDtdName(byte)) {
+        FollowDtdName(byte);
+        if (keywordLength_ < keyword_.size()) keyword_[keywordLength_++] = byte;
+        return;
+    }
+    const std::string_view keyword(keyword_.data(), keywordLength_);
+    if (keyword == "ENTITY" || keyword == "NOTATION") {
+        declarationWords_ = 0;
+        inName_ = colonSeen_ = false;
+        state_ = State::Declaration;
+        ChangeDeclaration(byte);
+    } else {
+        inName_ = colonSeen_ = false;
+        ++subsetLevel_;
+        state_ = State::Subset;
+        ChangeSubset(byte);
+    }
+}
+
+// An entity has its text behind its name; behind more names, there is no reference to follow.
+void MarkupTracker::ChangeDeclaration(char byte) {
+    const bool wasInName = inName_;
+    FollowDtdName(byte);
+    if (wasInName && !inName_ && declarationWords_ < 2) ++declarationWords_;
+    if (byte == '>') {
+        state_ = State::Subset;
+    } else if (IsQuote(byte)) {
+        const bool isText = declarationWords_ == 1 && keyword_[0] == 'E';
+        EnterLiteral(isText ? State::Value : State::Literal, byte);
     }
 }
 
@@ -377,15 +472,25 @@ void MarkupTracker::FollowName(char byte) {
     }
 }
 
+void MarkupTracker::FollowDtdName(char byte) {
+    if (!IsInDtdName(byte)) {
+        inName_ = false;
+        colonSeen_ = false;
+    } else {
+        FollowName(byte);
+    }
+}
+
 void MarkupTracker::EnterMarkup() {
     state_ = State::Open;
     markupStart_ = {line_, column_};
 }
 
-void MarkupTracker::EnterValue(char quote) {
-    state_ = State::Value;
+void MarkupTracker::EnterLiteral(State literal, char quote) {
+    around_ = state_;
+    state_ = literal;
     quote_ = quote;
-    valueStart_ = {line_, column_};
+    literalStart_ = {line_, column_};
 }
 
 }  // namespace Tool

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string_view>
 
@@ -15,7 +16,17 @@ struct Place {
 };
 
 /// What a place in a document is inside of.
-enum class Construct { None, Tag, Value, Comment, CData, ProcessingInstruction, DocumentType };
+enum class Construct {
+    None,
+    Tag,
+    Value,  ///< of an attribute
+    Comment,
+    CData,
+    ProcessingInstruction,
+    DocumentType,
+    Declaration,  ///< of an entity or a notation, in the document type
+    Literal       ///< between quotation marks in the document type
+};
 
 /// Follows the markup of a document only so far as to know where it stands: on which line, in
 /// which column, inside what.
@@ -63,16 +74,26 @@ private:
     // --------------------  ----------------  ------------------------------------
     // Text                                    < to Open, & to Reference
     // Reference             &                 ; or anything that is in no name to Text
-    // Open                  <                 ! to Bang, ? to Target, else Tag
+    // Open                  <                 ! to Bang, ? to Target, else Tag or Subset
     // Bang                  <!                - to BangDash, [ to CData, else DocumentType
-    // BangDash              <!-               any to Comment
-    // Comment ...Dashes     <!--              -->
+    //                                         or, inside of that, Keyword
+    // BangDash              <!-               - to Comment, else Keyword
+    // Comment ...Dashes     <!--              --> to Text or Subset
     // CData ...Brackets     <![               ]]>
     // Target                <?                ? to Instruction Question, blank to Instruction
-    // Instruction           <? and a target   ?>
+    // Instruction           <? and a target   ?> to Text or Subset
     // Tag                   < and a name      > to Text, quotation marks to Value
-    // Value                 " or '            the same mark, to where it came from
-    // DocumentType          <! and a letter   the > that closes it; holds the ones above
+    // Value                 " or '            the same mark to Tag or Declaration, & to
+    //                                         ValueReference
+    // ValueReference        &                 ; or anything that is in no name to Value
+    // DocumentType          <!                > to Text, [ to Subset, marks to Literal
+    // Subset                [                 the > or ] that closes it to DocumentType, < to
+    //                                         Open, marks to Literal
+    // Keyword               <! in Subset      the end of a name to Declaration for an entity or
+    //                                         a notation, else Subset
+    // Declaration           <!ENTITY          > to Subset, marks to Value around the text of an
+    //                                         entity, else Literal
+    // Literal               " or '            the same mark to where it came from
     enum class State : unsigned char {
         Text,
         Reference,
@@ -90,7 +111,12 @@ private:
         InstructionQuestion,
         Tag,
         Value,
-        DocumentType
+        ValueReference,
+        DocumentType,
+        Subset,
+        Keyword,
+        Declaration,
+        Literal
     };
 
     std::size_t MoveTowardsLine(std::string_view text, long line);
@@ -104,11 +130,16 @@ private:
     void ChangeCData(char byte);
     void ChangeInstruction(char byte);
     void ChangeTag(char byte);
+    void ChangeValue(char byte);
     void ChangeDocumentType(char byte);
+    void ChangeSubset(char byte);
+    void ChangeKeyword(char byte);
+    void ChangeDeclaration(char byte);
     void FollowName(char byte);
+    void FollowDtdName(char byte);
     void EnterMarkup();
-    void EnterValue(char quote);
-    State Outside() const { return declarations_ > 0 ? State::DocumentType : State::Text; }
+    void EnterLiteral(State literal, char quote);
+    State Outside() const { return subsetLevel_ > 0 ? State::Subset : State::Text; }
 
     Names names_;
     State state_ = State::Text;
@@ -116,15 +147,18 @@ private:
     int continuationsDue_ = 0;   // bytes that are missing to the character before
     bool inName_ = false;        // in Tag, Target and Reference: a character of a name came last
     bool colonSeen_ = false;     // the name has had its colon
-    char quote_ = '"';           // the mark that ends the value
-    int declarations_ = 0;       // open "<!" declarations; above 0 inside the document type
-    int documentTypeWords_ = 0;  // words after "<!" that have ended, up to the second
-    long line_ = 1;              // line of the next byte
-    long column_ = 1;            // column of the next byte, every character counted
-    long silentColons_ = 0;      // colons of this line that the reader did not count
-    Place markupStart_;          // where the last "<" of a construct stands
-    Place documentTypeStart_;    // where the "<" of the document type stands
-    Place valueStart_;           // where the last opening quotation mark stands
+    char quote_ = '"';           // the mark that ends the value or literal
+    State around_ = State::Tag;  // what the value or literal is in
+    int subsetLevel_ = 0;        // what is open in the internal subset, itself included
+    std::array<char, 9> keyword_{};  // the start of what follows "<!", one more than is looked for
+    std::size_t keywordLength_ = 0;  // of what is in keyword_
+    int declarationWords_ = 0;       // names in the declaration that have ended, up to the second
+    long line_ = 1;                  // line of the next byte
+    long column_ = 1;                // column of the next byte, every character counted
+    long silentColons_ = 0;          // colons of this line that the reader did not count
+    Place markupStart_;              // where the last "<" of a construct stands
+    Place documentTypeStart_;        // where the "<" of the document type stands
+    Place literalStart_;             // where the last opening quotation mark stands
 };
 
 }  // namespace Tool

@@ -12,24 +12,48 @@ constexpr std::string_view kNameColor = "\x1B[1m";
 constexpr std::string_view kValueColor = "\x1B[32m";
 constexpr std::string_view kNoColor = "\x1B[0m";
 
-bool HasAttributes(Xml::XmlNodeType type) { return type == Xml::XmlNodeType::Element; }
-
 }  // namespace
 
+NodeWriter::NodeWriter(Output& out, Document& document, NodeForm form, AttributePlace attributes,
+                       bool colored)
+    : out_(out),
+      document_(document),
+      reader_(document.Reader()),
+      form_(form),
+      attributes_(attributes),
+      colored_(colored) {
+    document_.FollowColumns();
+}
+
 void NodeWriter::WriteNode() {
-    const Xml::XmlNodeType type = reader_.NodeType();
-    const long column = FollowColumn();
+    WriteLine();
+    if (attributes_ != AttributePlace::Beneath) return;
+    if (reader_.NodeType() != Xml::XmlNodeType::Element) return;
+    for (bool more = reader_.MoveToFirstAttribute(); more; more = reader_.MoveToNextAttribute())
+        WriteLine();
+    reader_.MoveToElement();
+}
+
+void NodeWriter::WriteLine() {
     if (form_ == NodeForm::Json) {
-        WriteJson(type, column);
+        WriteJson();
     } else {
-        WriteText(type, column);
+        WriteText();
     }
     out_.Write('\n');
 }
 
-void NodeWriter::WriteText(Xml::XmlNodeType type, long column) {
+// Tells whether the line of the current node has its attributes. A declaration has them as its
+// value; those of a document type, which has no other place for them, are no attributes to visit.
+bool NodeWriter::WritesAttributesWithin() const {
+    const Xml::XmlNodeType type = reader_.NodeType();
+    if (type == Xml::XmlNodeType::DocumentType) return true;
+    return type == Xml::XmlNodeType::Element && attributes_ == AttributePlace::Within;
+}
+
+void NodeWriter::WriteText() {
     StartColor(kTypeColor);
-    out_.Write(type.ToString());
+    out_.Write(reader_.NodeType().ToString());
     EndColor();
     out_.Write(' ');
     StartColor(kNameColor);
@@ -40,13 +64,13 @@ void NodeWriter::WriteText(Xml::XmlNodeType type, long column) {
     out_.Write(' ');
     out_.WriteNumber(reader_.LineNumber());
     out_.Write(':');
-    out_.WriteNumber(column);
+    out_.WriteNumber(Column());
     if (!reader_.NamespaceURI().empty()) {
         out_.Write(" {");
         WriteWord(out_, reader_.NamespaceURI());
         out_.Write('}');
     }
-    if (HasAttributes(type)) WriteTextAttributes();
+    if (WritesAttributesWithin()) WriteTextAttributes();
     if (reader_.HasValue()) {
         out_.Write(' ');
         StartColor(kValueColor);
@@ -57,19 +81,18 @@ void NodeWriter::WriteText(Xml::XmlNodeType type, long column) {
 }
 
 void NodeWriter::WriteTextAttributes() {
-    for (bool more = reader_.MoveToFirstAttribute(); more; more = reader_.MoveToNextAttribute()) {
-        FollowColumn();
+    for (const Xml::XmlAttributeRef attribute : reader_.Attributes()) {
         out_.Write(' ');
-        out_.Write(reader_.Name());
+        out_.Write(attribute.Name());
         out_.Write('=');
         StartColor(kValueColor);
-        WriteQuoted(out_, reader_.Value());
+        WriteQuoted(out_, attribute.Value());
         EndColor();
     }
-    reader_.MoveToElement();
 }
 
-void NodeWriter::WriteJson(Xml::XmlNodeType type, long column) {
+void NodeWriter::WriteJson() {
+    const Xml::XmlNodeType type = reader_.NodeType();
     out_.Write("{\"type\":\"");
     out_.Write(type.ToString());
     out_.Write("\",\"depth\":");
@@ -77,29 +100,29 @@ void NodeWriter::WriteJson(Xml::XmlNodeType type, long column) {
     out_.Write(",\"line\":");
     out_.WriteNumber(reader_.LineNumber());
     out_.Write(",\"column\":");
-    out_.WriteNumber(column);
+    out_.WriteNumber(Column());
     if (!reader_.Name().empty()) WriteMember(",\"name\":", reader_.Name());
     if (!reader_.NamespaceURI().empty()) WriteMember(",\"namespace\":", reader_.NamespaceURI());
     if (type == Xml::XmlNodeType::Element) {
         out_.Write(reader_.IsEmptyElement() ? ",\"empty\":true" : ",\"empty\":false");
     }
-    if (HasAttributes(type)) WriteJsonAttributes();
+    if (WritesAttributesWithin()) WriteJsonAttributes();
     if (reader_.HasValue()) WriteMember(",\"value\":", reader_.Value());
     out_.Write('}');
 }
 
 void NodeWriter::WriteJsonAttributes() {
-    if (!reader_.MoveToFirstAttribute()) return;
+    if (reader_.AttributeCount() == 0) return;
     std::string_view intro = ",\"attributes\":[{\"name\":";
-    do {
-        FollowColumn();
-        WriteMember(intro, reader_.Name());
-        if (!reader_.NamespaceURI().empty()) WriteMember(",\"namespace\":", reader_.NamespaceURI());
-        WriteMember(",\"value\":", reader_.Value());
+    for (const Xml::XmlAttributeRef attribute : reader_.Attributes()) {
+        WriteMember(intro, attribute.Name());
+        if (!attribute.NamespaceURI().empty()) {
+            WriteMember(",\"namespace\":", attribute.NamespaceURI());
+        }
+        WriteMember(",\"value\":", attribute.Value());
         intro = "},{\"name\":";
-    } while (reader_.MoveToNextAttribute());
+    }
     out_.Write("}]");
-    reader_.MoveToElement();
 }
 
 void NodeWriter::WriteMember(std::string_view intro, std::string_view value) {
@@ -115,18 +138,9 @@ void NodeWriter::EndColor() {
     if (colored_) out_.Write(kNoColor);
 }
 
-// Returns the column of the current node or attribute as people count it, and takes note of the
-// colon of its name, if it has one that the reader does not count.
-long NodeWriter::FollowColumn() {
-    if (reader_.LineNumber() != colonLine_) {
-        colonLine_ = reader_.LineNumber();
-        colons_ = 0;
-    }
-    const long column = reader_.LinePosition() + colons_;
-    if (reader_.Namespaces() && reader_.Name().view().find(':') != std::string_view::npos) {
-        ++colons_;
-    }
-    return column;
+// Returns the column of the current node or attribute as people count it.
+long NodeWriter::Column() const {
+    return document_.ColumnOf({reader_.LineNumber(), reader_.LinePosition()});
 }
 
 }  // namespace Tool

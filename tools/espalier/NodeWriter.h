@@ -3,6 +3,7 @@
 
 #include <espalier/xml/XmlTextReader.h>
 
+#include "Document.h"
 #include "Output.h"
 
 #include <string_view>
@@ -15,36 +16,40 @@ enum class NodeForm {
     Json   ///< one object with the members type, depth, line, column, then those that apply
 };
 
-/// Writes the nodes that a reader stands on, a line each.
-///
-/// Columns count every character. The reader leaves the colons of prefixed names out, so the
-/// writer, which sees all names, adds those that come earlier on the same line.
+/// Where the attributes of elements are written.
+enum class AttributePlace {
+    Within,  ///< in the line of the element
+    Beneath  ///< in lines of their own behind that, like nodes
+};
+
+/// Writes the nodes that the reader of a document stands on, a line each.
 class NodeWriter {
 public:
-    /// \param out, reader not owned, must live longer
-    NodeWriter(Output& out, Xml::XmlTextReader& reader, NodeForm form, bool colored)
-        : out_(out), reader_(reader), form_(form), colored_(colored) {}
+    /// \param out, document not owned, must live longer
+    NodeWriter(Output& out, Document& document, NodeForm form, AttributePlace attributes,
+               bool colored);
 
     /// Writes the current node. The reader stands on the same node afterwards.
     void WriteNode();
 
 private:
-    void WriteText(Xml::XmlNodeType type, long column);
+    void WriteLine();
+    bool WritesAttributesWithin() const;
+    void WriteText();
     void WriteTextAttributes();
-    void WriteJson(Xml::XmlNodeType type, long column);
+    void WriteJson();
     void WriteJsonAttributes();
     void WriteMember(std::string_view intro, std::string_view value);
     void StartColor(std::string_view color);
     void EndColor();
-
-    long FollowColumn();
+    long Column() const;
 
     Output& out_;
+    Document& document_;
     Xml::XmlTextReader& reader_;
     NodeForm form_;
+    AttributePlace attributes_;
     bool colored_;
-    long colonLine_ = 0;  // line that `colons_` is about
-    long colons_ = 0;     // colons on that line that the reader has not counted
 };
 
 }  // namespace Tool

@@ -4,6 +4,8 @@
 #include <espalier/base/astring.h>
 #include <espalier/xml/XmlNodeType.h>
 
+#include <cstddef>
+
 namespace Xml::detail {
 
 /// A name and its parts.
@@ -20,7 +22,9 @@ struct NodeView {
     const astring* namespaceUri = nullptr;  ///< never null in a reader
     astring* value = nullptr;               ///< never null in a reader
     int depth = 0;
-    int charsRead = 0;  ///< bytes of the value that ReadChars() has returned
+    std::size_t charsRead =
+        0;  ///< bytes of the value that ReadChars() has returned; on an element,
+            ///< not 0 when it ended the text that ReadChars() returned last
     XmlNodeType::XML_NODE_TYPE type = XmlNodeType::None;
     bool isEmptyElement = false;  ///< of the element, also on its attributes
     bool isRaw = false;           ///< line ends in the value are still to be normalized

@@ -12,16 +12,20 @@ class XmlTextReader;
 /// the reader moves to another node by Read() or one of the operations that read.
 class ESPALIER_EXPORT XmlAttributeRef {
 public:
+    /// Makes a reference to attribute `index` of the node that `reader` stands on.
     XmlAttributeRef(const XmlTextReader& reader, int index) : reader_(&reader), index_(index) {}
 
     /// Returns the qualified name.
     const astring& Name() const;
+    /// Returns the name without its prefix.
     const astring& LocalName() const;
+    /// Returns the prefix, or empty.
     const astring& Prefix() const;
 
     /// Returns the URI of the namespace; empty without one.
     const astring& NamespaceURI() const;
 
+    /// Returns the value, as XmlTextReader::GetAttribute() does.
     const astring& Value() const;
 
     /// Returns the attribute's place among the attributes, from 0 on.

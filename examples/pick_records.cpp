@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Reads a document of a million records that never exists as a whole: a stream makes it, a reader
-// reads it, and neither holds more than a record of it.
+// Picks a few records out of an export of a million that never exists as a whole: a stream makes
+// it, a reader reads it, and neither holds more than a record of it.
 #include <espalier/io/Exception.h>
 #include <espalier/io/Stream.h>
 #include <espalier/xml/XmlTextReader.h>
@@ -15,10 +15,10 @@
 namespace {
 
 //! [own stream]
-// A document with so many records, made while it is read.
-class RecordStream : public IO::Stream {
+// An export with so many records, made while it is read.
+class ExportStream : public IO::Stream {
 public:
-    explicit RecordStream(long records) : records_(records) {}
+    explicit ExportStream(long records) : records_(records) {}
 
     bool CanRead() const override { return true; }
     void Close() override {}
@@ -38,11 +38,13 @@ private:
         const long record = next_++;
         if (record > records_ + 1) return false;
         if (record == 0) {
-            piece_ = "<records>";
+            piece_ = "<export>\n";
         } else if (record <= records_) {
-            piece_ = "<record amount=\"" + std::to_string(record) + "\">paid</record>\n";
+            const char* const state = record % 300'000 == 0 ? "overdue" : "paid";
+            piece_ = "<record amount='" + std::to_string(record) + "' state='" + state +
+                     "'><to>Hill &amp; Son</to></record>\n";
         } else {
-            piece_ = "</records>";
+            piece_ = "</export>\n";
         }
         return true;
     }
@@ -53,6 +55,22 @@ private:
     long records_;
 };
 //! [own stream]
+
+//! [pick records]
+// Prints the records that are overdue, as they are written, and passes over all others.
+void PrintOverdue(IO::Stream& stream) {
+    Xml::XmlTextReader reader;
+    reader.SetStream(&stream, false);
+    reader.ReadStartElement("export");
+    while (reader.IsStartElement("record")) {
+        if (reader.GetAttribute("state") == "overdue") {
+            std::cout << reader.ReadOuterXml() << "\n";
+        } else {
+            reader.SkipElement();
+        }
+    }
+}
+//! [pick records]
 
 //! [sum records]
 long SumAmounts(IO::Stream& stream) {
@@ -74,8 +92,10 @@ long SumAmounts(IO::Stream& stream) {
 
 int main() {
     try {
-        RecordStream stream(1'000'000);
-        std::cout << SumAmounts(stream) << "\n";
+        ExportStream picked(1'000'000);
+        PrintOverdue(picked);
+        ExportStream summed(100'000);
+        std::cout << SumAmounts(summed) << "\n";
     } catch (const Xml::Exception& error) {
         std::cerr << "line " << error.LineNumber() << ": " << error.What() << "\n";
         return 1;
