@@ -6,12 +6,12 @@
 
 #include "xml/EscapeScan.h"
 
-#include "encoding/Utf8.h"
 #include "xml/RunScan.h"
-#include "xml/XmlCharacters.h"
 
+#include <algorithm>  // std::min
 #include <array>
 #include <bit>  // std::countr_zero
+#include <cstring>
 
 namespace Xml::detail {
 
@@ -111,17 +111,20 @@ const char* FindEscape(const char* at, const char* end) {
     return at;
 }
 
+// Goes through copies of the text, because the reader's scan wants zero bytes behind it.
 bool IsXmlText(std::string_view text) {
-    const auto* at = reinterpret_cast<const unsigned char*>(text.data());
-    for (const auto* const end = at + text.size(); at != end;) {
-        if (*at < 0x80) {
-            if (IsForbiddenControl(*at)) return false;
-            ++at;
-            continue;
-        }
-        const int length = SequenceLength(at, end);
-        if (length <= 0 || !IsXmlCharacter(utf8::Combine(at, length))) return false;
-        at += length;
+    constexpr std::size_t kMost = 1024;
+    unsigned char copy[kMost + kScanPadding];
+    while (!text.empty()) {
+        const std::size_t count = std::min(text.size(), kMost);
+        unsigned char* const end = copy + count;
+        std::memcpy(copy, text.data(), count);
+        std::memset(end, 0, kScanPadding);
+        const unsigned char* const stop = FindStop<'\0'>(copy, end);
+        // A character that the copy cuts stands whole in the next one.
+        const bool isCut = count < text.size() && stop != end && SequenceLength(stop, end) == 0;
+        if (stop != end && !isCut) return false;
+        text.remove_prefix(static_cast<std::size_t>(stop - copy));
     }
     return true;
 }

@@ -18,7 +18,7 @@ TextNeeds ExamineText(std::string_view text);
 /// character; `end` when there is none.
 const char* FindEscape(const char* at, const char* end);
 
-/// Tells whether a text is UTF-8 and consists of characters that XML allows (XML 1.0 [2]).
+/// Tells whether a text is UTF-8 without the controls that XML does not allow (XML 1.0 [2]).
 bool IsXmlText(std::string_view text);
 
 }  // namespace Xml::detail

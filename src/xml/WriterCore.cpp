@@ -62,9 +62,13 @@ void WriterCore::RequireText() const {
     if (!IsInElement()) Throw(Message::kNoTextHere);
 }
 
-void WriterCore::CheckText(std::string_view text) const {
-    if (!settings.checkCharacters || !ExamineText(text).checks) return;
-    if (!IsXmlText(text)) Throw(Message::kBadCharacter);
+// Returns whether the text has anything to escape.
+bool WriterCore::CheckText(std::string_view text) const {
+    const TextNeeds needs = ExamineText(text);
+    if (needs.checks && settings.checkCharacters && !IsXmlText(text)) {
+        Throw(Message::kBadCharacter);
+    }
+    return needs.escapes;
 }
 
 void WriterCore::Flush() {
@@ -84,21 +88,25 @@ void WriterCore::Close() {
 
 // Frames.
 
+namespace {
+
+// Copies a text that is mostly empty.
+void Inherit(astring& text, const astring& outer) {
+    if (!text.empty() || !outer.empty()) text = outer;
+}
+
+}  // namespace
+
 WriterFrame& WriterCore::Push() {
     if (depth_ == frames_.size()) frames_.emplace_back();
-    WriterFrame& frame = frames_[depth_++];
-    if (depth_ > 1) {
-        const WriterFrame& parent = frames_[depth_ - 2];
-        frame.defaultNs = parent.defaultNs;
-        frame.language = parent.language;
-        frame.space = parent.space;
-    } else {
-        frame.defaultNs.clear();
-        frame.language.clear();
-        frame.space = XmlSpace::SpaceNone;
-    }
+    WriterFrame& frame = frames_[depth_];
+    const bool isRoot = depth_ == 0;
+    Inherit(frame.defaultNs, isRoot ? empty_ : Top().defaultNs);
+    Inherit(frame.language, isRoot ? empty_ : Top().language);
+    frame.space = isRoot ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
     frame.declaration = WriterFrame::Declaration::None;
     frame.isMixed = false;
+    ++depth_;
     return frame;
 }
 
@@ -147,7 +155,7 @@ void WriterCore::DeclareBound() {
         WriteDeclaration({}, frame.defaultNs);
         frame.declaration = WriterFrame::Declaration::Written;
     }
-    if (!settings.namespaces) return;
+    if (!settings.namespaces || namespaces_.FirstDeclaredNs() == nullptr) return;
     bound_.clear();
     for (const sax::XmlNamespace* ns = namespaces_.FirstDeclaredNs(); ns != nullptr;
          ns = namespaces_.NextDeclaredNs(ns)) {
@@ -251,9 +259,11 @@ void WriterCore::StartElement(std::string_view prefix, std::string_view localNam
             frame.declaration = WriterFrame::Declaration::Pending;
         }
     }
-    frame.name = plan.prefix;
-    if (!plan.prefix.empty()) frame.name += ':';
-    frame.name += localName;
+    if (plan.prefix.empty()) {
+        frame.name = localName;
+    } else {
+        ((frame.name = plan.prefix) += ':') += localName;
+    }
     if (indents) NewLine(outside);
     output_.Put('<');
     output_.PutToken(frame.name);

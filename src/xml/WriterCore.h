@@ -132,7 +132,7 @@ private:
     [[noreturn]] static void Throw(const char* message);
     void RequireOpen() const;
     void RequireText() const;
-    void CheckText(std::string_view text) const;
+    bool CheckText(std::string_view text) const;
     bool IsInElement() const;
     bool Indents() const;
     void NewLine(int depth);
@@ -162,8 +162,15 @@ private:
     std::string_view GeneratePrefix();
 
     // WriterText.cpp: texts and values.
-    void PutContent(std::string_view text);
+    void PutContent(std::string_view text, bool escapes);
     void PutEscaped(std::string_view text);
+    void PutValue(std::string_view text, bool escapes) {
+        if (escapes) {
+            PutEscaped(text);
+        } else {
+            output_.PutText(text);
+        }
+    }
     const char* PutSpecial(const char* at, const char* end);
     void NoteValue(std::string_view text);
 

@@ -189,12 +189,12 @@ void WriterCore::EndAttribute() {
 void WriterCore::AttributeString(std::string_view prefix, std::string_view localName,
                                  TextArgument ns, std::string_view value) {
     RequireStartTag();
-    CheckText(value);
+    const bool escapes = CheckText(value);
     SettleAttribute();
     const AttributePlan plan = PlanAttribute(prefix, localName, ns);
     CheckAttribute(plan.role, value);
     BeginAttribute(plan, localName, ns.view());
-    PutEscaped(value);
+    PutValue(value, escapes);
     NoteValue(value);
     SettleAttribute();
     FinishAttribute();

@@ -26,35 +26,35 @@ void WriterCore::NoteValue(std::string_view text) {
     if (state_ == WriteState::Attribute && role_ != AttributeRole::Ordinary) value_ += text;
 }
 
-void WriterCore::PutContent(std::string_view text) {
+void WriterCore::PutContent(std::string_view text, bool escapes) {
     BeginContent();
-    PutEscaped(text);
+    PutValue(text, escapes);
     NoteValue(text);
 }
 
 void WriterCore::String(std::string_view text) {
     RequireText();
-    CheckText(text);
-    PutContent(text);
+    const bool escapes = CheckText(text);
+    PutContent(text, escapes);
 }
 
 void WriterCore::Whitespace(std::string_view text) {
     RequireText();
     const bool isWhite = text.find_first_not_of(" \t\r\n") == std::string_view::npos;
     if (!isWhite) Throw(Message::kBadWhitespace);
-    PutContent(text);
+    PutContent(text, true);
 }
 
 void WriterCore::Name(std::string_view name) {
     RequireText();
     if (!XmlTextReader::IsName(name, true)) Throw(Message::kNoName);
-    PutContent(name);
+    PutContent(name, false);
 }
 
 void WriterCore::NmToken(std::string_view token) {
     RequireText();
     if (!XmlTextReader::IsNameToken(token)) Throw(Message::kNoNmToken);
-    PutContent(token);
+    PutContent(token, false);
 }
 
 void WriterCore::EntityRef(std::string_view name) {
