@@ -11,6 +11,7 @@
 #include <algorithm>  // std::min
 #include <array>
 #include <bit>  // std::countr_zero
+#include <cstdint>
 #include <cstring>
 
 namespace Xml::detail {
@@ -58,6 +59,36 @@ unsigned DoubtsIn(__m128i bytes, unsigned escapes) {
     return above | ByteBlock::Mask(_mm_andnot_si128(isBlank, isControl));
 }
 
+// Tells what a block has that is not plain: marks to escape, and bytes above ASCII.
+struct Others {
+    unsigned escapes = 0;
+    unsigned above = 0;
+
+    void Add(__m128i bytes, bool breaksArePlain) {
+        unsigned found = EscapesIn(bytes);
+        if (found != 0 && breaksArePlain) {
+            const auto is = [bytes](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
+            const __m128i isBreak = _mm_or_si128(is('\t'), _mm_or_si128(is('\n'), is('\r')));
+            found &= ~ByteBlock::Mask(isBreak);
+        }
+        escapes |= found;
+        above |= ByteBlock::Mask(bytes);
+    }
+};
+
+void StoreBlock(unsigned char* to, __m128i bytes) {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes);
+}
+
+// Copies `Word` from both ends of a text that is as long as one or two of them.
+template <typename Word>
+void CopyEnds(unsigned char* to, std::string_view text, Word& first, Word& last) {
+    std::memcpy(&first, text.data(), sizeof first);
+    std::memcpy(&last, text.data() + text.size() - sizeof last, sizeof last);
+    std::memcpy(to, &first, sizeof first);
+    std::memcpy(to + text.size() - sizeof last, &last, sizeof last);
+}
+
 __m128i LoadBlock(const char* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
 
 // Loads 8 to 16 bytes, some of them twice.
@@ -97,6 +128,61 @@ TextNeeds ExamineText(std::string_view text) {
     for (; at != end; ++at)
         needs |= NeedsOf(*at);
     return {(needs & kEscapes) != 0, (needs & kChecks) != 0};
+}
+
+namespace {
+
+// Tells whether a copy that has no bytes to escape is UTF-8.
+bool IsValidCopy(const unsigned char* copy, unsigned char* end) {
+    std::memset(end, 0, kScanPadding);
+    return FindStop<'\0'>(copy, end) == end;
+}
+
+// Copies a text of less than a block.
+bool CopyFewPlain(unsigned char* to, std::string_view text, bool breaksArePlain) {
+    unsigned char* const begin = to;
+    unsigned needs = 0;
+    for (const char c : text) {
+        *to++ = static_cast<unsigned char>(c);
+        const bool isBreak = c == '\n' || c == '\t' || c == '\r';
+        needs |= breaksArePlain && isBreak ? 0U : NeedsOf(c);
+    }
+    return needs == 0 || (needs == kChecks && IsValidCopy(begin, to));
+}
+
+}  // namespace
+
+bool CopyPlain(unsigned char* to, std::string_view text, bool breaksArePlain) {
+#if defined(ESPALIER_BLOCK_SCAN)
+    if (text.size() < 4) return CopyFewPlain(to, text, breaksArePlain);
+    Others others;
+    unsigned char* const begin = to;
+    unsigned char* const end = to + text.size();
+    if (text.size() >= static_cast<std::size_t>(kBlock)) {
+        const char* at = text.data();
+        for (; end - to > kBlock; at += kBlock, to += kBlock) {
+            const __m128i bytes = LoadBlock(at);
+            others.Add(bytes, breaksArePlain);
+            StoreBlock(to, bytes);
+        }
+        const __m128i last = LoadBlock(text.data() + text.size() - kBlock);
+        others.Add(last, breaksArePlain);
+        StoreBlock(end - kBlock, last);
+    } else if (text.size() >= 8) {
+        std::int64_t first = 0;
+        std::int64_t last = 0;
+        CopyEnds(to, text, first, last);
+        others.Add(_mm_set_epi64x(last, first), breaksArePlain);
+    } else {
+        std::int32_t first = 0;
+        std::int32_t last = 0;
+        CopyEnds(to, text, first, last);
+        others.Add(_mm_set_epi32(first, last, first, last), breaksArePlain);
+    }
+    return others.escapes == 0 && (others.above == 0 || IsValidCopy(begin, end));
+#else
+    return CopyFewPlain(to, text, breaksArePlain);
+#endif
 }
 
 const char* FindEscape(const char* at, const char* end) {

@@ -14,6 +14,14 @@ struct TextNeeds {
 /// Looks at a text once.
 TextNeeds ExamineText(std::string_view text);
 
+/// Copies a text that can be written as it is: nothing in it is to be escaped or refused.
+/// \param breaksArePlain whether line breaks and tabs are written as they are
+/// \return whether it is such a text; if not, what was copied means nothing
+/// \pre `to` has room for the text and kCopySlack bytes more, which are overwritten
+bool CopyPlain(unsigned char* to, std::string_view text, bool breaksArePlain);
+
+inline constexpr int kCopySlack = 32;
+
 /// Returns the first position in [at, end) of "<", ">", "&", a quotation mark or a control
 /// character; `end` when there is none.
 const char* FindEscape(const char* at, const char* end);

@@ -112,6 +112,7 @@ WriterFrame& WriterCore::Push() {
 
 // Leaves an element. The state of the last one stays.
 void WriterCore::Pop() {
+    names_.resize(Top().nameBegin);
     --depth_;
     if (settings.namespaces) namespaces_.PopContext();
     tagOpen_ = false;
@@ -133,16 +134,15 @@ void WriterCore::NewLine(int depth) {
 
 // Start tags.
 
-// Ends the attribute and the start tag that are open, if any.
-void WriterCore::CloseTag() {
+// Ends the start tag that is open, and its attribute, if one is.
+void WriterCore::FinishOpenTag() {
     if (state_ == WriteState::Attribute) FinishAttribute();
-    if (!tagOpen_) return;
     FinishTag(false);
     state_ = WriteState::Content;
 }
 
 void WriterCore::FinishTag(bool isEmpty) {
-    DeclareBound();
+    if (NeedsDeclarations()) DeclareBound();
     if (isEmpty) output_.Put('/');
     output_.Put('>');
     tagOpen_ = false;
@@ -155,7 +155,7 @@ void WriterCore::DeclareBound() {
         WriteDeclaration({}, frame.defaultNs);
         frame.declaration = WriterFrame::Declaration::Written;
     }
-    if (!settings.namespaces || namespaces_.FirstDeclaredNs() == nullptr) return;
+    if (!settings.namespaces) return;
     bound_.clear();
     for (const sax::XmlNamespace* ns = namespaces_.FirstDeclaredNs(); ns != nullptr;
          ns = namespaces_.NextDeclaredNs(ns)) {
@@ -259,14 +259,14 @@ void WriterCore::StartElement(std::string_view prefix, std::string_view localNam
             frame.declaration = WriterFrame::Declaration::Pending;
         }
     }
-    if (plan.prefix.empty()) {
-        frame.name = localName;
-    } else {
-        ((frame.name = plan.prefix) += ':') += localName;
-    }
+    frame.nameBegin = names_.length();
+    if (!plan.prefix.empty()) (names_ += plan.prefix) += ':';
+    names_ += localName;
     if (indents) NewLine(outside);
-    output_.Put('<');
-    output_.PutToken(frame.name);
+    if (!output_.PutStartTag(TopName())) {
+        output_.Put('<');
+        output_.PutToken(TopName());
+    }
     written_.clear();
     tagOpen_ = true;
     state_ = WriteState::Element;
@@ -281,9 +281,11 @@ void WriterCore::EndElement() {
         FinishTag(true);
     } else {
         if (Indents()) NewLine(static_cast<int>(depth_) - 1);
-        output_.PutToken("</");
-        output_.PutToken(Top().name);
-        output_.Put('>');
+        if (!output_.PutEndTag(TopName())) {
+            output_.PutToken("</");
+            output_.PutToken(TopName());
+            output_.Put('>');
+        }
     }
     Pop();
 }
@@ -295,7 +297,7 @@ void WriterCore::FullEndElement() {
     CloseTag();
     // Deliberate: clients rely on these bytes, an end tag without "/" and with a NUL behind it.
     output_.Put('<');
-    output_.PutToken(Top().name);
+    output_.PutToken(TopName());
     output_.Put('>');
     output_.Put('\0');
     Pop();

@@ -42,10 +42,10 @@ struct WriterFrame {
     /// Whether the default namespace must still be declared on the element.
     enum class Declaration : unsigned char { None = 0, Pending = 2, Written = 3 };
 
-    astring name;       ///< as written
-    astring defaultNs;  ///< the default namespace in force
-    astring language;   ///< the xml:lang in force
-    XmlSpace space;     ///< the xml:space in force
+    std::size_t nameBegin = 0;  ///< of its name in the names of all open elements
+    astring defaultNs;          ///< the default namespace in force
+    astring language;           ///< the xml:lang in force
+    XmlSpace space;             ///< the xml:space in force
     Declaration declaration = Declaration::None;
     bool isMixed = false;  ///< it has text, so white space in it would change its content
 };
@@ -136,14 +136,22 @@ private:
     bool IsInElement() const;
     bool Indents() const;
     void NewLine(int depth);
-    void CloseTag();
+    void CloseTag() {
+        if (tagOpen_) FinishOpenTag();
+    }
+    void FinishOpenTag();
     void FinishTag(bool isEmpty);
+    bool NeedsDeclarations() const {
+        return Top().declaration == WriterFrame::Declaration::Pending ||
+               (settings.namespaces && namespaces_.FirstDeclaredNs() != nullptr);
+    }
     void DeclareBound();
     void WriteDeclaration(std::string_view prefix, std::string_view uri);
     void BeginMarkup();
     void BeginContent();
     WriterFrame& Push();
     void Pop();
+    std::string_view TopName() const { return names_.view().substr(Top().nameBegin); }
     WriterFrame& Top() { return frames_[depth_ - 1]; }
     const WriterFrame& Top() const { return frames_[depth_ - 1]; }
 
@@ -154,14 +162,21 @@ private:
                                 TextArgument ns) const;
     AttributePlan PlanPrefixed(std::string_view prefix, TextArgument ns) const;
     void RequireStartTag() const;
+    bool AttributeQuickly(std::string_view prefix, std::string_view localName, TextArgument ns,
+                          std::string_view value);
     void BeginAttribute(const AttributePlan& plan, std::string_view localName, std::string_view ns);
     void CheckAttribute(AttributeRole role, std::string_view value) const;
-    void SettleAttribute();
+    void SettleAttribute() {
+        if (state_ == WriteState::Attribute) SettleOpenAttribute();
+    }
+    void SettleOpenAttribute();
     void FinishAttribute();
     void Declare(std::string_view prefix, std::string_view uri);
     std::string_view GeneratePrefix();
 
     // WriterText.cpp: texts and values.
+    bool BreaksArePlain() const { return settings.newLineHandling == NewLineHandling::NoHandling; }
+    bool StringQuickly(std::string_view text);
     void PutContent(std::string_view text, bool escapes);
     void PutEscaped(std::string_view text);
     void PutValue(std::string_view text, bool escapes) {
@@ -192,6 +207,7 @@ private:
     std::vector<WriterFrame>
         frames_;  // the first depth_ ones; the others are kept for their memory
     std::size_t depth_ = 0;
+    astring names_;  // of the open elements as they are written, one behind the other
     std::vector<const sax::XmlNamespace*> written_;  // declared by attributes of the open tag
     std::vector<const sax::XmlNamespace*> bound_;    // while the others are declared
 

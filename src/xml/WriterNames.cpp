@@ -35,10 +35,8 @@ WriterCore::ElementPlan WriterCore::PlanElement(std::string_view prefix, std::st
     if (depth_ == 0 && !docTypeName_.empty() && localName != docTypeName_) {
         Throw(Message::kRootDiffers);
     }
-    if (!settings.namespaces) {
-        if (!prefix.empty() || !ns.empty()) Throw(Message::kNoNamespaces);
-        return {};
-    }
+    if (prefix.empty() && ns.empty()) return {};
+    if (!settings.namespaces) Throw(Message::kNoNamespaces);
     if (ns.empty()) {
         if (!prefix.empty() && namespaces_.FindPrefix(prefix) == nullptr) {
             Throw(Message::kPrefixNotDeclared);
@@ -151,9 +149,8 @@ void WriterCore::CheckAttribute(AttributeRole role, std::string_view value) cons
     Throw(Message::kBadXmlSpace);
 }
 
-// Puts in force what the open attribute says, if there is one. It may still go on.
-void WriterCore::SettleAttribute() {
-    if (state_ != WriteState::Attribute) return;
+// Puts in force what the open attribute says. It may still go on.
+void WriterCore::SettleOpenAttribute() {
     CheckAttribute(role_, value_);
     WriterFrame& frame = Top();
     switch (role_) {
@@ -186,9 +183,19 @@ void WriterCore::EndAttribute() {
     FinishAttribute();
 }
 
+// Writes an attribute that means nothing to the writer and has no prefix.
+bool WriterCore::AttributeQuickly(std::string_view prefix, std::string_view localName,
+                                  TextArgument ns, std::string_view value) {
+    const bool isPlain = state_ == WriteState::Element && prefix.empty() && ns.empty() &&
+                         localName.substr(0, 3) != "xml";
+    return isPlain &&
+           output_.PutPlainAttribute(localName, settings.quoteChar, value, BreaksArePlain());
+}
+
 void WriterCore::AttributeString(std::string_view prefix, std::string_view localName,
                                  TextArgument ns, std::string_view value) {
     RequireStartTag();
+    if (AttributeQuickly(prefix, localName, ns, value)) return;
     const bool escapes = CheckText(value);
     SettleAttribute();
     const AttributePlan plan = PlanAttribute(prefix, localName, ns);

@@ -30,10 +30,9 @@ void WriterOutput::Attach(IO::Stream* stream, const Encoding* encoding) {
 
 void WriterOutput::Drain() {
     const int count = std::exchange(used_, 0);
-    if (count == 0) return;
-    hasFailed_ = true;  // unless the stream returns
-    stream_->Write(buffer_, 0, count);
-    hasFailed_ = false;
+    if (count > 0) {
+        WriteThrough({reinterpret_cast<const char*>(buffer_), static_cast<std::size_t>(count)});
+    }
 }
 
 void WriterOutput::PutPreamble() {
@@ -80,10 +79,23 @@ void WriterOutput::PutSlices(std::string_view text) {
     while (!text.empty()) {
         if (Room() / 4 < std::min(text.size(), kMostBytes)) Drain();
         const std::size_t length = WholeSlice(text, Room() / 4);
-        Encode(text.substr(0, length));
+        const bool isLast = length == text.size();
+        if (isUtf8_ && used_ == 0 && !isLast) {
+            WriteThrough(text.substr(0, length));
+        } else {
+            Encode(text.substr(0, length));
+            if (!isLast) Drain();
+        }
         text.remove_prefix(length);
-        if (!text.empty()) Drain();
     }
+}
+
+// Hands bytes to the stream that would go through the empty buffer.
+void WriterOutput::WriteThrough(std::string_view bytes) {
+    hasFailed_ = true;  // unless the stream returns
+    stream_->Write(reinterpret_cast<const unsigned char*>(bytes.data()), 0,
+                   static_cast<int>(bytes.size()));
+    hasFailed_ = false;
 }
 
 }  // namespace Xml::detail

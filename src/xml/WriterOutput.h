@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "xml/EscapeScan.h"
+
 #include <cstring>
 #include <string_view>
 
@@ -55,6 +57,60 @@ public:
         }
     }
 
+    /// \name The usual in one step
+    /// These write what the operations above would, as long as all of it fits and needs no flush.
+    /// \return whether it was written; if not, nothing was
+    /// @{
+
+    /// Writes a text in which nothing has to be escaped or refused, behind the ">" of a start tag
+    /// if `closesTag`.
+    bool PutPlainText(std::string_view text, bool closesTag, bool breaksArePlain) {
+        unsigned char* to = RoomFor(4 * text.size());
+        if (to == nullptr) return false;
+        if (closesTag) *to++ = '>';
+        if (!CopyPlain(to, text, breaksArePlain)) return false;
+        Commit(to + text.size());
+        return true;
+    }
+
+    /// Writes an attribute, whose value is as above.
+    bool PutPlainAttribute(std::string_view name, char quote, std::string_view value,
+                           bool breaksArePlain) {
+        unsigned char* to = RoomFor(2 * name.size() + 4 * value.size());
+        if (to == nullptr) return false;
+        *to++ = ' ';
+        to = Copy(to, name);
+        *to++ = '=';
+        *to++ = static_cast<unsigned char>(quote);
+        if (!CopyPlain(to, value, breaksArePlain)) return false;
+        to += value.size();
+        *to++ = static_cast<unsigned char>(quote);
+        Commit(to);
+        return true;
+    }
+
+    /// Writes "<" and a name.
+    bool PutStartTag(std::string_view name) {
+        unsigned char* to = RoomFor(2 * name.size());
+        if (to == nullptr) return false;
+        *to++ = '<';
+        Commit(Copy(to, name));
+        return true;
+    }
+
+    /// Writes an end tag.
+    bool PutEndTag(std::string_view name) {
+        unsigned char* to = RoomFor(2 * name.size());
+        if (to == nullptr) return false;
+        *to++ = '<';
+        *to++ = '/';
+        to = Copy(to, name);
+        *to++ = '>';
+        Commit(to);
+        return true;
+    }
+    /// @}
+
     /// Writes a line of at most 79 ASCII characters that stand for bytes.
     void PutBinaryLine(std::string_view line) {
         if (used_ > kCapacity - 152) Drain();
@@ -79,12 +135,41 @@ private:
     std::size_t NeedOf(std::string_view token) const {
         return static_cast<std::size_t>(used_) + 2 * token.size();
     }
-    void Append(std::string_view bytes) {
-        std::memcpy(buffer_ + used_, bytes.data(), bytes.size());
-        used_ += static_cast<int>(bytes.size());
+    void Append(std::string_view bytes) { Commit(Copy(buffer_ + used_, bytes)); }
+
+    // Returns where to write when pieces that need so many bytes by the rules for flushing, and a
+    // few characters around them, make no flush; otherwise null.
+    unsigned char* RoomFor(std::size_t need) {
+        constexpr std::size_t kAround = 16;
+        const bool fits = isUtf8_ && need + kAround < Room();
+        return fits ? buffer_ + used_ : nullptr;
+    }
+    void Commit(const unsigned char* end) { used_ = static_cast<int>(end - buffer_); }
+
+    static unsigned char* Copy(unsigned char* to, std::string_view bytes) {
+        const std::size_t size = bytes.size();
+        if (size > 16 || size < 4) {
+            if (size < 4) {
+                for (const char c : bytes)
+                    *to++ = static_cast<unsigned char>(c);
+                return to;
+            }
+            std::memcpy(to, bytes.data(), size);
+        } else if (size >= 8) {
+            CopyBothEnds<8>(to, bytes);
+        } else {
+            CopyBothEnds<4>(to, bytes);
+        }
+        return to + size;
+    }
+    template <std::size_t kSize>
+    static void CopyBothEnds(unsigned char* to, std::string_view bytes) {
+        std::memcpy(to, bytes.data(), kSize);
+        std::memcpy(to + bytes.size() - kSize, bytes.data() + bytes.size() - kSize, kSize);
     }
     void PutLong(std::string_view token);
     void PutSlices(std::string_view text);
+    void WriteThrough(std::string_view bytes);
     void Encode(std::string_view slice);
     static std::size_t WholeSlice(std::string_view text, std::size_t most);
 
@@ -93,7 +178,7 @@ private:
     bool isUtf8_ = true;  // the text is copied as it is
     bool hasFailed_ = false;
     int used_ = 0;
-    unsigned char buffer_[kCapacity];
+    unsigned char buffer_[kCapacity + kCopySlack];
 };
 
 }  // namespace detail

@@ -32,8 +32,20 @@ void WriterCore::PutContent(std::string_view text, bool escapes) {
     NoteValue(text);
 }
 
+// Writes a text for which nothing but ">" has to be written before.
+bool WriterCore::StringQuickly(std::string_view text) {
+    const bool closesTag = state_ == WriteState::Element;
+    if (state_ == WriteState::Attribute || (closesTag && NeedsDeclarations())) return false;
+    if (!output_.PutPlainText(text, closesTag, BreaksArePlain())) return false;
+    tagOpen_ = false;
+    state_ = WriteState::Content;
+    Top().isMixed = true;
+    return true;
+}
+
 void WriterCore::String(std::string_view text) {
     RequireText();
+    if (StringQuickly(text)) return;
     const bool escapes = CheckText(text);
     PutContent(text, escapes);
 }
