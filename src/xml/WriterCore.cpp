@@ -80,9 +80,9 @@ void WriterCore::Flush() {
 void WriterCore::Close() {
     if (State() == WriteState::Closed) Throw(Message::kAlreadyClosed);
     EndDocument();
+    state_ = WriteState::Closed;  // also when the stream throws now
     output_.Drain();
     stream_->Flush();
-    state_ = WriteState::Closed;
     if (settings.closeOutput) stream_->Close();
 }
 
