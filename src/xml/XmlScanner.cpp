@@ -34,7 +34,7 @@ XmlScanner::XmlScanner()
       window_(windowStore_.get() + 1),
       position_(window_),
       dataEnd_(window_) {
-    captured_.reserve(2 * kBufferSize);  // most tags that the window cuts are shorter
+    captured_.reserve(std::size_t{2} * kBufferSize);  // most tags that the window cuts are shorter
 }
 
 XmlScanner::~XmlScanner() = default;
@@ -506,7 +506,7 @@ std::string_view XmlScanner::EndCapture() {
 // A long text is moved. Smaller ones are copied, and leave their memory, which the cache holds, to
 // the next.
 astring XmlScanner::TakeCapture(std::size_t length) {
-    constexpr std::size_t kWorthMoving = 64 * 1024;
+    constexpr std::size_t kWorthMoving = std::size_t{64} * 1024;
     const std::string_view captured = EndCapture();
     if (captured.size() < kWorthMoving) return astring(captured.substr(0, length));
     captured_.resize(std::min(length, captured.size()));
