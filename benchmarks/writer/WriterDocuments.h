@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "common/Corpus.h"
+#include "writer/Recording.h"
+
+#include <vector>
+
+namespace bench {
+
+/// Returns the files whose documents are written: records, attributes, texts, and characters that
+/// are not ASCII.
+std::vector<const CorpusEntry*> WriterDocuments();
+
+/// Records the first 1.5 MB of the first document of a file.
+/// \throws std::runtime_error when the file is missing
+Recording RecordFile(const CorpusEntry& entry);
+
+}  // namespace bench
