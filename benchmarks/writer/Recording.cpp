@@ -15,11 +15,8 @@ class Recorder {
 public:
     explicit Recorder(Recording& recording) : recording_(recording) {}
 
-    // Returns about how many bytes it takes to write what has been recorded.
-    std::size_t Bytes() const {
-        constexpr std::size_t kMarkup = 3;  // of a call, in the mean
-        return recording_.buffer.size() + kMarkup * recording_.calls.size();
-    }
+    // Returns how many bytes it takes to write what has been recorded, escapes not counted.
+    std::size_t Bytes() const { return bytes_; }
 
     void Take(Xml::XmlTextReader& reader) {
         switch (reader.NodeType()) {
@@ -40,11 +37,19 @@ public:
     }
 
 private:
+    // What is written around names, values and texts.
+    static constexpr std::size_t kEmptyTag = std::string_view("</>").size();
+    static constexpr std::size_t kTags = std::string_view("<></>").size();
+    static constexpr std::size_t kAttribute = std::string_view(" =\"\"").size();
+
     void TakeElement(Xml::XmlTextReader& reader) {
         const bool isEmpty = reader.IsEmptyElement();
+        const std::size_t nameLength = reader.Name().size();
+        bytes_ += isEmpty ? nameLength + kEmptyTag : 2 * nameLength + kTags;
         Add(CallKind::Start, reader.Name(), {});
         ++openElements_;
         for (bool more = reader.MoveToFirstAttribute(); more; more = reader.MoveToNextAttribute()) {
+            bytes_ += reader.Name().size() + reader.Value().size() + kAttribute;
             Add(CallKind::Attribute, reader.Name(), reader.Value());
         }
         if (isEmpty) End();
@@ -53,6 +58,7 @@ private:
     // Texts with a comment between them become one, as they are to whoever reads the output.
     void TakeText(std::string_view text) {
         if (openElements_ == 0 || text.empty()) return;
+        bytes_ += text.size();
         if (recording_.calls.back().kind != CallKind::Text) {
             Add(CallKind::Text, {}, text);
             return;
@@ -89,6 +95,7 @@ private:
     }
 
     Recording& recording_;
+    std::size_t bytes_ = 0;
     int openElements_ = 0;
 };
 

@@ -41,8 +41,9 @@ struct Recording {
 
 /// Reads a document and records the calls that write its elements, attributes and texts, comments
 /// and the like left out. Names are qualified names, declarations of namespaces are attributes.
-/// \param mostBytes about so many bytes of markup and text are recorded, and what is open then is
-///     ended
+/// \param mostBytes recording stops when it takes so many bytes to write the calls, and what is
+/// open
+///     then is ended
 /// \throws Xml::Exception when the document is refused
 Recording Record(std::string_view document, std::size_t mostBytes);
 
