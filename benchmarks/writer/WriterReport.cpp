@@ -4,8 +4,23 @@
 #include "common/RatioTable.h"
 #include "common/Setting.h"
 #include "writer/DocumentWriter.h"
+#include "writer/WriterDocuments.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace bench {
+
+namespace {
+
+std::vector<FileResult> OfMeans(const std::vector<FileResult>& results) {
+    std::vector<FileResult> chosen;
+    std::copy_if(results.begin(), results.end(), std::back_inserter(chosen),
+                 [](const FileResult& result) { return IsInMeans(*result.entry); });
+    return chosen;
+}
+
+}  // namespace
 
 std::string DescribeWriterSetting(TableFormat format) {
     std::string libraries;
@@ -26,7 +41,11 @@ std::string FormatWriters(const std::vector<FileResult>& results, TableFormat fo
     for (const FileResult& result : results) {
         rows.push_back(RatioRow(result));
     }
-    rows.push_back(RatioMeanRow("mean", results));
+    const std::vector<FileResult> chosen = OfMeans(results);
+    if (!chosen.empty()) {
+        const std::string title = "mean of " + std::to_string(chosen.size());
+        rows.push_back(RatioMeanRow(title.c_str(), chosen));
+    }
     return "MB/s to memory, then how many times as fast as each other way:\n\n" +
            FormatTable(rows, format);
 }
@@ -40,13 +59,17 @@ std::string FormatBase64(const Measurement& base64, TableFormat format) {
 }
 
 std::vector<Bar> JudgeWriters(const std::vector<FileResult>& results, const Measurement& base64) {
-    const std::string over = ", geometric mean of " + std::to_string(results.size()) + " documents";
-    return {
-        {"tinyxml2's printer" + over, 2, MeanRatio(results, kTinyxml2Printer)},
-        {"pugixml's save" + over, 1, MeanRatio(results, kPugixmlSave)},
-        {"a plain append loop" + over, 0.8, MeanRatio(results, kPlainLoop)},
-        {"base64", 1, base64.speeds[0] / 1e3, "GB/s"},
-    };
+    std::vector<Bar> bars;
+    const std::vector<FileResult> chosen = OfMeans(results);
+    if (!chosen.empty()) {
+        const std::string over =
+            ", geometric mean of " + std::to_string(chosen.size()) + " documents";
+        bars.push_back({"tinyxml2's printer" + over, 2, MeanRatio(chosen, kTinyxml2Printer)});
+        bars.push_back({"pugixml's save" + over, 1, MeanRatio(chosen, kPugixmlSave)});
+        bars.push_back({"a plain append loop" + over, 0.8, MeanRatio(chosen, kPlainLoop)});
+    }
+    bars.push_back({"base64", 1, base64.speeds[0] / 1e3, "GB/s"});
+    return bars;
 }
 
 }  // namespace bench

@@ -19,7 +19,7 @@ std::string FormatWriters(const std::vector<FileResult>& results, TableFormat fo
 /// Returns the speed of base64 and of memcpy.
 std::string FormatBase64(const Measurement& base64, TableFormat format);
 
-/// Returns the bars. \pre `results` is not empty
+/// Returns the bars that the results allow to judge.
 std::vector<Bar> JudgeWriters(const std::vector<FileResult>& results, const Measurement& base64);
 
 }  // namespace bench
