@@ -29,7 +29,7 @@ SETUP_CI=(
 # What it can do without: the libraries that tests and benchmarks compare with, and the packages
 # whose documents the tests read.
 SETUP_PEERS=(
-    libxml2-dev=deb libpugixml-dev=header:pugixml.hpp
+    libxml2-dev=deb libpugixml-dev=header:pugixml.hpp libtinyxml2-dev=header:tinyxml2.h
     libbenchmark-dev=header:benchmark/benchmark.h
     shared-mime-info=deb docbook-xsl=deb xcb-proto=deb libvulkan-dev=deb adwaita-icon-theme=deb
     gir1.2-gtk-3.0=deb libgtk-3-dev=deb

@@ -82,6 +82,4 @@ std::unique_ptr<Visitor> MakeEspalier(CorpusGroup group) {
     return std::make_unique<EspalierVisitor>(group);
 }
 
-std::string EspalierVersion() { return ESPALIER_VERSION; }
-
 }  // namespace bench

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "reader/Library.h"
 
+#include "common/Setting.h"
+
 #include <exception>
 
 namespace bench {

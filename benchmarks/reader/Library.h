@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "reader/Corpus.h"
+#include "common/Corpus.h"
 #include "reader/Totals.h"
 
 #include <memory>
@@ -46,7 +46,6 @@ std::unique_ptr<Visitor> MakeLibxmlReader(CorpusGroup group);
 std::unique_ptr<Visitor> MakeLibxmlSax2(CorpusGroup group);
 std::unique_ptr<Visitor> MakeExpat(CorpusGroup group);
 std::unique_ptr<Visitor> MakeExpatNamespaces(CorpusGroup group);
-std::string EspalierVersion();
 std::string LibxmlVersion();
 std::string ExpatVersion();
 

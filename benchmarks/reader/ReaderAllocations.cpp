@@ -4,9 +4,9 @@
 #include <espalier/io/MemoryStream.h>
 #include <espalier/xml/XmlTextReader.h>
 
-#include "reader/AllocationCounter.h"
-#include "reader/Corpus.h"
-#include "reader/Table.h"
+#include "common/AllocationCounter.h"
+#include "common/Corpus.h"
+#include "common/Table.h"
 
 #include <cstdio>
 #include <cstdlib>

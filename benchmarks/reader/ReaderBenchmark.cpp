@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // One benchmark for each file and library: espalier_reader_benchmark --benchmark_filter=text/
-#include "reader/Corpus.h"
+#include "common/Corpus.h"
 #include "reader/Library.h"
 
 #include <benchmark/benchmark.h>

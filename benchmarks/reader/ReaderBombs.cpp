@@ -5,9 +5,9 @@
 #include <espalier/io/MemoryStream.h>
 #include <espalier/xml/XmlTextReader.h>
 
+#include "common/Measure.h"
+#include "common/Table.h"
 #include "reader/Bombs.h"
-#include "reader/Measure.h"
-#include "reader/Table.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -5,12 +5,12 @@
 #include <espalier/io/MemoryStream.h>
 #include <espalier/xml/XmlTextReader.h>
 
-#include "reader/Corpus.h"
+#include "common/Bars.h"
+#include "common/Corpus.h"
+#include "common/RunOptions.h"
+#include "common/Table.h"
 #include "reader/Library.h"
-#include "reader/Measure.h"
-#include "reader/Report.h"
-#include "reader/RunOptions.h"
-#include "reader/Table.h"
+#include "reader/MeasureVisitors.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -42,9 +42,6 @@ constexpr char kHelp[] =
     "\n"
     "Exit status: 0, or 1 when a file is missing or an operation does not see what it should.\n";
 
-constexpr int kFailure = 1;
-constexpr int kUsage = 2;
-constexpr int kBarMissed = 3;
 constexpr double kBar = 1.0;  // times as fast as reading
 constexpr double kMinSeconds = 0.1;
 
@@ -191,7 +188,7 @@ bench::FileResult MeasureWays(const bench::CorpusFile& file, const bench::Measur
     for (const Way& way : kWays) {
         visitors.push_back(std::make_unique<WayVisitor>(way));
     }
-    bench::FileResult result = bench::Measure(file, visitors, options);
+    bench::FileResult result = bench::MeasureVisitors(file, visitors, options);
     for (double& ratio : result.ratios) {
         ratio = 1 / ratio;
     }
@@ -246,9 +243,7 @@ int Run(const bench::RunOptions& options) {
     const std::vector<bench::Bar> bars = JudgeWays(results);
     std::printf("%s\n%s", FormatWays(results, options.format).c_str(),
                 bench::FormatBars(bars, options.format).c_str());
-    const bool allMet =
-        std::all_of(bars.begin(), bars.end(), [](const bench::Bar& bar) { return bar.IsMet(); });
-    return options.enforce && !allMet ? kBarMissed : EXIT_SUCCESS;
+    return options.enforce && !bench::AreMet(bars) ? bench::kBarMissed : EXIT_SUCCESS;
 }
 
 }  // namespace
@@ -256,21 +251,6 @@ int Run(const bench::RunOptions& options) {
 int main(int argc, char** argv) {
     bench::RunOptions options;
     options.measure.minSeconds = kMinSeconds;
-    try {
-        bench::ParseRunOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(1), options);
-        if (options.checkOnly) throw std::invalid_argument("unknown option --check");
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "espalier_reader_content: %s\n\n%s", error.what(), kHelp);
-        return kUsage;
-    }
-    if (options.help) {
-        std::fputs(kHelp, stdout);
-        return EXIT_SUCCESS;
-    }
-    try {
-        return Run(options);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "espalier_reader_content: %s\n", error.what());
-        return kFailure;
-    }
+    options.offersCheck = false;
+    return bench::RunProgram({"espalier_reader_content", kHelp, Run}, argc, argv, options);
 }

@@ -1,18 +1,15 @@
 // SPDX-License-Identifier: MIT
 // Measures our reader and its peers in pairs and prints the table of ratios and the bars.
-#include "reader/Corpus.h"
+#include "common/Bars.h"
+#include "common/Corpus.h"
+#include "common/RunOptions.h"
 #include "reader/Library.h"
-#include "reader/Measure.h"
+#include "reader/MeasureVisitors.h"
 #include "reader/Report.h"
-#include "reader/RunOptions.h"
 
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
-#include <span>
-#include <stdexcept>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace {
@@ -35,10 +32,6 @@ constexpr char kHelp[] =
     "\n"
     "Exit status: 0, or 1 when a file is missing or the libraries do not see the same.\n";
 
-constexpr int kFailure = 1;
-constexpr int kUsage = 2;
-constexpr int kBarMissed = 3;
-
 int Run(const bench::RunOptions& options) {
     std::vector<bench::FileResult> results;
     bool allAgree = true;
@@ -55,37 +48,18 @@ int Run(const bench::RunOptions& options) {
                      options.checkOnly ? "" : "; measuring");
         if (!options.checkOnly) results.push_back(bench::MeasureLibraries(file, options.measure));
     }
-    if (options.checkOnly || results.empty()) return allAgree ? EXIT_SUCCESS : kFailure;
+    if (options.checkOnly || results.empty()) return allAgree ? EXIT_SUCCESS : bench::kFailure;
 
     const std::vector<bench::Bar> bars = bench::JudgeBars(results);
-    std::printf("%s\n%s\n%s", bench::DescribeSetting(options.format).c_str(),
+    std::printf("%s\n%s\n%s", bench::DescribeReaderSetting(options.format).c_str(),
                 bench::FormatResults(results, options.format).c_str(),
                 bench::FormatBars(bars, options.format).c_str());
-    if (!allAgree) return kFailure;
-    for (const bench::Bar& bar : bars) {
-        if (options.enforce && !bar.IsMet()) return kBarMissed;
-    }
-    return EXIT_SUCCESS;
+    if (!allAgree) return bench::kFailure;
+    return options.enforce && !bench::AreMet(bars) ? bench::kBarMissed : EXIT_SUCCESS;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    bench::RunOptions options;
-    try {
-        bench::ParseRunOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(1), options);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "espalier_reader_ratios: %s\n\n%s", error.what(), kHelp);
-        return kUsage;
-    }
-    if (options.help) {
-        std::fputs(kHelp, stdout);
-        return EXIT_SUCCESS;
-    }
-    try {
-        return Run(options);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "espalier_reader_ratios: %s\n", error.what());
-        return kFailure;
-    }
+    return bench::RunProgram({"espalier_reader_ratios", kHelp, Run}, argc, argv, {});
 }

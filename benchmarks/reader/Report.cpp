@@ -1,44 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "reader/Report.h"
 
+#include "common/Corpus.h"
+#include "common/RatioTable.h"
+#include "common/Setting.h"
+#include "reader/Library.h"
+
 #include <algorithm>
-#include <fstream>
 
 namespace bench {
 
 namespace {
 
-// Speeds come first, then ratios; ours has no ratio.
-TableRow HeadRow() {
-    static constexpr const char* kShort[kLibraryCount] = {"espalier", "reader", "SAX2", "expat",
-                                                          "expat ns"};
-    TableRow row = {"file", "MB"};
-    for (const char* title : kShort) {
-        row.emplace_back(title);
-    }
-    for (std::size_t i = kEspalier + 1; i < kLibraryCount; ++i) {
-        row.push_back(std::string("/") + kShort[i]);
-    }
-    row.emplace_back("spread %");
-    return row;
-}
-
-TableRow ResultRow(const FileResult& result) {
-    TableRow row = {result.entry->title, FormatNumber(result.megabytes, 1)};
-    for (const double speed : result.speeds) {
-        row.push_back(FormatNumber(speed, 0));
-    }
-    for (std::size_t i = kEspalier + 1; i < kLibraryCount; ++i) {
-        row.push_back(FormatNumber(result.ratios[i], 2));
-    }
-    row.push_back(FormatNumber(result.spread * 100, 0));
-    return row;
-}
+constexpr const char* kShort[kLibraryCount] = {"espalier", "reader", "SAX2", "expat", "expat ns"};
 
 std::vector<TableRow> ResultRows(const std::vector<FileResult>& results) {
-    std::vector<TableRow> rows = {HeadRow()};
+    std::vector<TableRow> rows = {RatioHead(kShort)};
     for (const FileResult& result : results) {
-        rows.push_back(ResultRow(result));
+        rows.push_back(RatioRow(result));
     }
     return rows;
 }
@@ -59,55 +38,15 @@ std::vector<FileResult> WithoutEntities(const std::vector<FileResult>& results) 
     return chosen;
 }
 
-double MeanRatio(const std::vector<FileResult>& results, std::size_t library) {
-    std::vector<double> ratios;
-    for (const FileResult& result : results) {
-        ratios.push_back(result.ratios[library]);
-    }
-    return GeometricMean(ratios);
-}
-
-TableRow MeanRow(const char* title, const std::vector<FileResult>& results) {
-    TableRow row = {title, ""};
-    for (std::size_t i = 0; i < kLibraryCount; ++i) {
-        std::vector<double> speeds;
-        for (const FileResult& result : results) {
-            speeds.push_back(result.speeds[i]);
-        }
-        row.push_back(FormatNumber(GeometricMean(speeds), 0));
-    }
-    for (std::size_t i = kEspalier + 1; i < kLibraryCount; ++i) {
-        row.push_back(FormatNumber(MeanRatio(results, i), 2));
-    }
-    row.emplace_back();
-    return row;
-}
-
-std::string ProcessorName() {
-    std::ifstream input("/proc/cpuinfo");
-    for (std::string line; std::getline(input, line);) {
-        if (line.starts_with("model name")) return line.substr(line.find(':') + 2);
-    }
-    return "unknown processor";
-}
-
 }  // namespace
 
-std::string DescribeSetting(TableFormat format) {
-#if defined(__clang__)
-    const std::string compiler = "clang " __clang_version__;
-#else
-    const std::string compiler = "g++ " __VERSION__;
-#endif
+std::string DescribeReaderSetting(TableFormat format) {
     std::string libraries;
     for (const Library& library : Libraries()) {
         libraries +=
             std::string(libraries.empty() ? "" : "; ") + library.title + " " + library.version();
     }
-    const char* const bullet = format == TableFormat::Markdown ? "- " : "";
-    return bullet + std::string("machine: ") + ProcessorName() + "\n" +  //
-           bullet + "compiler: " + compiler + "\n" +                     //
-           bullet + "libraries: " + libraries + "\n";
+    return DescribeSetting(libraries, format);
 }
 
 std::string FormatResults(const std::vector<FileResult>& results, TableFormat format) {
@@ -116,8 +55,8 @@ std::string FormatResults(const std::vector<FileResult>& results, TableFormat fo
     if (!plain.empty()) {
         std::vector<TableRow> rows = ResultRows(plain);
         const std::vector<FileResult> utf8 = OnlyOf(CorpusGroup::Utf8, plain);
-        if (!utf8.empty()) rows.push_back(MeanRow("mean of UTF-8", utf8));
-        rows.push_back(MeanRow("mean of all", plain));
+        if (!utf8.empty()) rows.push_back(RatioMeanRow("mean of UTF-8", utf8));
+        rows.push_back(RatioMeanRow("mean of all", plain));
         text = "MB/s from memory, then how many times as fast as each peer:\n\n" +
                FormatTable(rows, format);
     }
@@ -155,22 +94,6 @@ std::vector<Bar> JudgeBars(const std::vector<FileResult>& allResults) {
                         result.ratios[kExpatNamespaces]});
     }
     return bars;
-}
-
-std::string FormatBars(const std::vector<Bar>& bars, TableFormat format) {
-    std::string text;
-    for (const Bar& bar : bars) {
-        const std::string verdict = bar.IsMet() ? "OK" : "MISS";
-        const std::string numbers =
-            FormatNumber(bar.measured, 2) + " times, wanted " + FormatNumber(bar.wanted, 0);
-        if (format == TableFormat::Markdown) {
-            text += "- " + bar.title + ": " + numbers + " (" + verdict + ")\n";
-        } else {
-            text +=
-                verdict + std::string(6 - verdict.size(), ' ') + bar.title + ": " + numbers + "\n";
-        }
-    }
-    return text;
 }
 
 }  // namespace bench

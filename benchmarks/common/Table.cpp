@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "reader/Table.h"
+#include "common/Table.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "reader/Measure.h"
+#include "common/Measure.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,13 +9,13 @@ namespace bench {
 
 namespace {
 
-// Returns the seconds that a pass over the file takes, measured over at least `minSeconds`.
-double SecondsPerPass(Visitor& visitor, const CorpusFile& file, double minSeconds) {
+// Returns the seconds that a pass takes, measured over at least `minSeconds`.
+double SecondsPerPass(const Work& work, double minSeconds) {
     const double start = ProcessorSeconds();
     double elapsed = 0;
     int passes = 0;
     do {
-        VisitAll(visitor, file);
+        work();
         ++passes;
         elapsed = ProcessorSeconds() - start;
     } while (elapsed < minSeconds);
@@ -24,43 +24,32 @@ double SecondsPerPass(Visitor& visitor, const CorpusFile& file, double minSecond
 
 }  // namespace
 
-FileResult Measure(const CorpusFile& file, std::span<const std::unique_ptr<Visitor>> visitors,
-                   const MeasureOptions& options) {
-    std::vector<std::vector<double>> speeds(visitors.size());
-    std::vector<std::vector<double>> ratios(visitors.size());
-    const double megabytes = static_cast<double>(file.bytes) / 1e6;
+Measurement Measure(double megabytes, std::span<const Work> works, const MeasureOptions& options) {
+    std::vector<std::vector<double>> speeds(works.size());
+    std::vector<std::vector<double>> ratios(works.size());
 
-    for (const std::unique_ptr<Visitor>& visitor : visitors) {
-        VisitAll(*visitor, file);  // tables and buffers grow here, not in the first round
+    for (const Work& work : works) {
+        work();  // tables and buffers grow here, not in the first round
     }
     for (int round = 0; round < options.rounds; ++round) {
         double firstSeconds = 0;
-        for (std::size_t i = 0; i < visitors.size(); ++i) {
-            const double seconds = SecondsPerPass(*visitors[i], file, options.minSeconds);
+        for (std::size_t i = 0; i < works.size(); ++i) {
+            const double seconds = SecondsPerPass(works[i], options.minSeconds);
             if (i == 0) firstSeconds = seconds;
             speeds[i].push_back(megabytes / seconds);
             ratios[i].push_back(seconds / firstSeconds);
         }
     }
 
-    FileResult result;
-    result.entry = file.entry;
+    Measurement result;
     result.megabytes = megabytes;
-    for (std::size_t i = 0; i < visitors.size(); ++i) {
+    for (std::size_t i = 0; i < works.size(); ++i) {
         result.speeds.push_back(Quantile(speeds[i], 0.5));
         result.ratios.push_back(Quantile(ratios[i], 0.5));
         const double range = Quantile(ratios[i], 0.75) - Quantile(ratios[i], 0.25);
         result.spread = std::max(result.spread, range / 2 / result.ratios[i]);
     }
     return result;
-}
-
-FileResult MeasureLibraries(const CorpusFile& file, const MeasureOptions& options) {
-    std::vector<std::unique_ptr<Visitor>> visitors;
-    for (const Library& library : Libraries()) {
-        visitors.push_back(library.makeVisitor(file.entry->group));
-    }
-    return Measure(file, visitors, options);
 }
 
 double ProcessorSeconds() {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Functions of a program hide those of the C library, for the shared libraries as well, and
 // operator new comes down to malloc or aligned_alloc. Each one counts and passes the call on.
-#include "reader/AllocationCounter.h"
+#include "common/AllocationCounter.h"
 
 #include <atomic>
 #include <cstddef>

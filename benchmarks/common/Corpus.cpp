@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "reader/Corpus.h"
+#include "common/Corpus.h"
 
 #include <algorithm>
 #include <cstdio>

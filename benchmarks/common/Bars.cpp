@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#include "common/Bars.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace bench {
+
+std::string FormatBars(const std::vector<Bar>& bars, TableFormat format) {
+    std::string text;
+    for (const Bar& bar : bars) {
+        const std::string verdict = bar.IsMet() ? "OK" : "MISS";
+        const bool isWhole = bar.wanted == std::floor(bar.wanted);
+        const std::string numbers = FormatNumber(bar.measured, 2) + " " + bar.unit + ", wanted " +
+                                    FormatNumber(bar.wanted, isWhole ? 0 : 1);
+        if (format == TableFormat::Markdown) {
+            text += "- " + bar.title + ": " + numbers + " (" + verdict + ")\n";
+        } else {
+            text +=
+                verdict + std::string(6 - verdict.size(), ' ') + bar.title + ": " + numbers + "\n";
+        }
+    }
+    return text;
+}
+
+bool AreMet(const std::vector<Bar>& bars) {
+    return std::all_of(bars.begin(), bars.end(), [](const Bar& bar) { return bar.IsMet(); });
+}
+
+}  // namespace bench

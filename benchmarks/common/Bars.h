@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "common/Table.h"
+
+#include <string>
+#include <vector>
+
+namespace bench {
+
+/// A limit that the measured figures are held against.
+struct Bar {
+    std::string title;
+    double wanted = 0;
+    double measured = 0;
+    const char* unit = "times";
+    bool IsMet() const { return measured >= wanted; }
+};
+
+/// Returns a line for each bar, with OK or MISS.
+std::string FormatBars(const std::vector<Bar>& bars, TableFormat format);
+
+/// Tells whether all of them are met.
+bool AreMet(const std::vector<Bar>& bars);
+
+}  // namespace bench
