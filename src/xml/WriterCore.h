@@ -14,6 +14,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <new>  // std::bad_alloc
 #include <string_view>
 #include <vector>
 
@@ -62,7 +63,11 @@ enum class AttributeRole : unsigned char {
 /// The namespaces in scope.
 class WriterNamespaces : public sax::XmlNsSupport {
 public:
-    WriterNamespaces() { BindXmlns(); }
+    WriterNamespaces() {
+        if (DeclarePrefix("xmlns", "http://www.w3.org/2000/xmlns/") == nullptr) {
+            throw std::bad_alloc();
+        }
+    }
 };
 
 /// The writer behind XmlTextWriter: its state, its checks and its output.

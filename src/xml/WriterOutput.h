@@ -149,7 +149,7 @@ private:
     static unsigned char* Copy(unsigned char* to, std::string_view bytes) {
         const std::size_t size = bytes.size();
         if (size > 16 || size < 4) {
-            if (size < 4) {
+            if (size < 4) {  // nothing, perhaps at no address
                 for (const char c : bytes)
                     *to++ = static_cast<unsigned char>(c);
                 return to;
