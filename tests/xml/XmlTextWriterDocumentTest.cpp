@@ -86,7 +86,7 @@ std::vector<Target> Targets() {
         Form::Ucs4Little, "\xFF\xFE\0\0"sv, "UTF-16LE");
     add("UCS-4BE with a mark", std::make_unique<Ucs4UnicodeEncoding>(true, true, false),
         Form::Ucs4Big, "\0\0\xFE\xFF"sv, "UTF-16BE");
-    add("ISO-8859-1", std::make_unique<Xml::Latin1Encoding>(false), Form::Latin1, "", "ISO-8859-1");
+    add("ISO-8859-1", std::make_unique<Xml::Latin1Encoding>(false), Form::Latin1, "", "iso-8859-1");
     return targets;
 }
 

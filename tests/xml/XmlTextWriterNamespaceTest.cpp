@@ -11,8 +11,6 @@ namespace {
 using support::DocumentWriter;
 using support::WriterCalls;
 using support::WrittenBy;
-using Xml::WriteState;
-using Xml::XmlSpace;
 using Xml::XmlTextWriter;
 
 constexpr char kXmlnsUri[] = "http://www.w3.org/2000/xmlns/";
@@ -255,6 +253,21 @@ TEST(XmlTextWriterNamespace, PendingAndGeneratedDeclarations) {
              w.WriteStartElement("f", "urn:a");
          },
          "<e xmlns=\"urn:a\"><f/></e>"},
+        {"a default namespace that an attribute takes back is declared again",
+         [](XmlTextWriter& w) {
+             w.WriteStartElement("e", "urn:a");
+             w.WriteStartElement("f");
+             w.WriteAttributeString("xmlns", "");
+             w.WriteStartElement("g", "urn:a");
+         },
+         "<e xmlns=\"urn:a\"><f xmlns=\"\"><g xmlns=\"urn:a\"/></f></e>"},
+        {"a declaration replaces that of the element's own prefix",
+         [](XmlTextWriter& w) {
+             w.WriteStartElement("p", "e", "urn:a");
+             w.WriteAttributeString("xmlns", "p", nullptr, "urn:b");
+             w.WriteStartElement("f", "urn:b");
+         },
+         "<p:e xmlns:p=\"urn:b\"><p:f/></p:e>"},
         {"the same given with its namespace",
          [](XmlTextWriter& w) {
              w.WriteStartElement("e", "urn:a");
@@ -391,73 +404,6 @@ TEST(XmlTextWriterNamespace, ADeclarationHoldsWhenItsAttributeEnds) {
     EXPECT_EQ(writer->LookupPrefix("urn:a"), "");
     writer->WriteEndAttribute();
     EXPECT_EQ(writer->LookupPrefix("urn:a"), "a");
-}
-
-TEST(XmlTextWriterNamespace, LangAndSpaceOfTheInnermostElement) {
-    DocumentWriter writer;
-    EXPECT_EQ(writer->GetXmlLang(), "");
-    EXPECT_EQ(writer->GetXmlSpace(), XmlSpace::SpaceNone);
-    writer->WriteStartElement("e");
-    EXPECT_EQ(writer->GetXmlLang(), "");
-    EXPECT_EQ(writer->GetXmlSpace(), XmlSpace::SpaceNone);
-
-    writer->WriteStartAttribute("xml", "lang", nullptr);
-    writer->WriteString("e");
-    writer->WriteString("n<");
-    EXPECT_EQ(writer->GetXmlLang(), "");
-    writer->WriteEndAttribute();
-    EXPECT_EQ(writer->GetXmlLang(), "en<");
-    writer->WriteAttributeString("xml", "space", kXmlUri, "preserve");
-    EXPECT_EQ(writer->GetXmlSpace(), XmlSpace::SpacePreserve);
-
-    writer->WriteStartElement("f");
-    writer->WriteAttributeString("xml", "lang", nullptr, "de");
-    writer->WriteAttributeString("space", kXmlUri, "default");
-    EXPECT_EQ(writer->GetXmlLang(), "de");
-    EXPECT_EQ(writer->GetXmlSpace(), XmlSpace::SpaceDefault);
-    writer->WriteEndElement();
-    EXPECT_EQ(writer->GetXmlLang(), "en<");
-    EXPECT_EQ(writer->GetXmlSpace(), XmlSpace::SpacePreserve);
-    writer->WriteEndDocument();
-    EXPECT_EQ(writer->GetXmlLang(), "");
-    EXPECT_EQ(writer->GetXmlSpace(), XmlSpace::SpaceNone);
-}
-
-TEST(XmlTextWriterNamespace, WithoutNamespacesTheFullNamesAreTracked) {
-    DocumentWriter writer;
-    writer->SetNamespaces(false);
-    writer->WriteStartElement("e");
-    writer->WriteAttributeString("xml:lang", "en");
-    writer->WriteAttributeString("xml:space", "default");
-    EXPECT_EQ(writer->GetXmlLang(), "en");
-    EXPECT_EQ(writer->GetXmlSpace(), XmlSpace::SpaceDefault);
-    EXPECT_THROW_FULL(writer->WriteAttributeString("xml:space", "no"),
-                      "Bad attribute: Invalid xml:space value", "", -1, -1);
-    writer->WriteAttributeString("lang", "fr");
-    writer->WriteAttributeString("space", "no");
-    EXPECT_EQ(writer->GetXmlLang(), "en");
-    EXPECT_EQ(writer.Text(), "<e xml:lang=\"en\" xml:space=\"default\" lang=\"fr\" space=\"no\"");
-}
-
-TEST(XmlTextWriterNamespace, OtherValuesOfSpaceAreRefused) {
-    const char kMessage[] = "Bad attribute: Invalid xml:space value";
-    for (const char* value : {"", "Preserve", "default ", "none", "preserved"}) {
-        SCOPED_TRACE(value);
-        DocumentWriter writer;
-        writer->WriteStartElement("e");
-        EXPECT_THROW_FULL(writer->WriteAttributeString("xml", "space", nullptr, value), kMessage,
-                          "", -1, -1);
-        EXPECT_EQ(writer->GetWriteState(), WriteState::Element);
-        EXPECT_EQ(writer.Take(), "<e");
-
-        writer->WriteStartAttribute("xml", "space", nullptr);
-        writer->WriteString(value);
-        writer.Take();
-        EXPECT_THROW_FULL(writer->WriteEndAttribute(), kMessage, "", -1, -1);
-        EXPECT_EQ(writer->GetWriteState(), WriteState::Attribute);
-        EXPECT_EQ(writer->GetXmlSpace(), XmlSpace::SpaceNone);
-        EXPECT_EQ(writer.Take(), "");
-    }
 }
 
 TEST(XmlTextWriterNamespace, AnElementOfAPrefixEndsAtOnce) {
