@@ -261,6 +261,22 @@ TEST(XmlTextWriterNamespace, PendingAndGeneratedDeclarations) {
              w.WriteStartElement("g", "urn:a");
          },
          "<e xmlns=\"urn:a\"><f xmlns=\"\"><g xmlns=\"urn:a\"/></f></e>"},
+        {"also where the element asked for the namespace of its parent",
+         [](XmlTextWriter& w) {
+             w.WriteStartElement("e", "urn:a");
+             w.WriteStartElement("f", "urn:a");
+             w.WriteAttributeString("xmlns", "urn:b");
+             w.WriteStartElement("g", "urn:a");
+         },
+         "<e xmlns=\"urn:a\"><f xmlns=\"urn:b\"><g xmlns=\"urn:a\"/></f></e>"},
+        {"also where nothing takes its place",
+         [](XmlTextWriter& w) {
+             w.WriteStartElement("e", "urn:a");
+             w.WriteStartElement("f", "urn:a");
+             w.WriteAttributeString("xmlns", "");
+             w.WriteStartElement("g", "urn:a");
+         },
+         "<e xmlns=\"urn:a\"><f xmlns=\"\"><g xmlns=\"urn:a\"/></f></e>"},
         {"a declaration replaces that of the element's own prefix",
          [](XmlTextWriter& w) {
              w.WriteStartElement("p", "e", "urn:a");
