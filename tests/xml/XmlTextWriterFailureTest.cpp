@@ -193,6 +193,7 @@ TEST(XmlTextWriterFailure, AFailingFlushOrCloseIsToldOfTheStream) {
         writer.WriteStartElement("r");
         EXPECT_THROW_TEXT(writer.Close(), "FailingStream: The call fails", -1, -1);
         EXPECT_EQ(ContentOf(inner), n == 1 ? "" : "<r/>");
+        ExpectUsableOrClosed(writer, WriteState::Element);
     }
 }
 

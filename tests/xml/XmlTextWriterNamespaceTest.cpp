@@ -391,11 +391,20 @@ TEST(XmlTextWriterNamespace, SupportCannotBeChangedAfterTheFirstElement) {
     EXPECT_FALSE(writer->GetNamespaces());
 }
 
+// The context of a writer declares xmlns too.
+TEST(XmlTextWriterNamespace, LookupPrefixKnowsXmlns) {
+    DocumentWriter writer;
+    EXPECT_EQ(writer->LookupPrefix(kXmlnsUri), "xmlns");
+    writer->WriteStartElement("e");
+    EXPECT_EQ(writer->LookupPrefix(kXmlnsUri), "xmlns");
+    writer->WriteEndDocument();
+    EXPECT_EQ(writer.Text(), "<e/>");
+}
+
 TEST(XmlTextWriterNamespace, LookupPrefixTellsWhatIsBoundHere) {
     DocumentWriter writer;
     EXPECT_EQ(writer->LookupPrefix("urn:a"), "");
     EXPECT_EQ(writer->LookupPrefix(kXmlUri), "xml");
-    EXPECT_EQ(writer->LookupPrefix(kXmlnsUri), "xmlns");
 
     writer->WriteStartElement("a", "e", "urn:a");
     EXPECT_EQ(writer->LookupPrefix("urn:a"), "a");
