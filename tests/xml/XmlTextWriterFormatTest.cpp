@@ -121,6 +121,14 @@ TEST(XmlTextWriterFormat, WhatBeginsALine) {
              w.WriteStartElement("b");
          },
          "<r>t<a/>u<b/></r>"},
+        {"no comment or instruction there",
+         [](XmlTextWriter& w) {
+             w.WriteStartElement("r");
+             w.WriteString("t");
+             w.WriteComment("c");
+             w.WriteProcessingInstruction("p", "d");
+         },
+         "<r>t<!--c--><?p d?></r>"},
         {"elements before the text do",
          [](XmlTextWriter& w) {
              w.WriteStartElement("r");
