@@ -383,7 +383,7 @@ bool RandomWriting::IsBound(const std::string& uri) const {
     return false;
 }
 
-std::string RandomWriting::Uri() { return OneOf({"urn:1", "urn:two", "urn:a&b<c>"}); }
+std::string RandomWriting::Uri() { return OneOf({"urn:1", "urn:two", "urn:a&b&c"}); }
 
 std::string RandomWriting::Name() {
     if (isWide_ && Below(8) == 0) return OneOf({"\xC3\xA4\xC3\xB6", "\xCE\xB1", "\xE1\x82\xA0"});

@@ -40,8 +40,12 @@ void ExpectAgreement(Xml::Encoding& encoding, bool isWide) {
         const Reading standard = {writing.StandardLines(), ""};
         ExpectSameEvents(plain, differential::ReadUnnormalized(document), "the reader");
         ExpectSameEvents(standard, differential::ReadWithExpat(document, Detail::Whole), "expat");
-        ExpectSameEvents(standard, differential::ReadWithLibxml(document, Detail::Whole),
-                         "libxml2");
+        // UTF-16 has no mark where a comment comes first, for which libxml2 asks, as XML 1.0
+        // section 4.3.3 does.
+        if (document.substr(0, 2).find('\0') == std::string::npos) {
+            ExpectSameEvents(standard, differential::ReadWithLibxml(document, Detail::Whole),
+                             "libxml2");
+        }
         events += standard.lines.size();
     }
     if (!testing::Test::HasFailure()) {

@@ -117,6 +117,7 @@ public:
             if (!IsOutside(reader)) text_ += reader.Value();
             return;
         }
+        if (type == XmlNodeType::EndEntity) return;
         FlushText();
         if (type == XmlNodeType::XmlDeclaration) {
             const astring& standalone = reader.GetAttribute("standalone");

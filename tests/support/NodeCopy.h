@@ -20,8 +20,8 @@ namespace support {
 void CopyNodes(Xml::XmlTextReader& reader, Xml::XmlTextWriter& writer, bool declares);
 
 /// Reads the nodes of a document and returns them one a line, without places, as far as a writer
-/// can tell them: a text, the white space and the character references beside it are one text,
-/// and what CopyNodes() leaves out or replaces is left out.
+/// can tell them: a text, the white space and the character references beside it are one text;
+/// the ends of entities, and what CopyNodes() leaves out or replaces, are left out.
 /// \throws Xml::Exception where the document is not well-formed
 std::vector<std::string> TellNodes(Xml::XmlTextReader& reader);
 
