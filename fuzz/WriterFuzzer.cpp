@@ -47,14 +47,10 @@ public:
         bytes_ = bytes_.subspan(1);
         return byte;
     }
-    Bytes Block() {
-        const unsigned length = Byte();
-        const Bytes block = bytes_.first(std::min<std::size_t>(length, bytes_.size()));
-        bytes_ = bytes_.subspan(block.size());
-        return block;
-    }
     std::string Text() {
-        const Bytes block = Block();
+        const std::size_t length = Byte();
+        const Bytes block = bytes_.first(std::min(length, bytes_.size()));
+        bytes_ = bytes_.subspan(block.size());
         return {block.begin(), block.end()};
     }
     template <std::size_t kCount>
@@ -100,6 +96,7 @@ public:
                 static_cast<std::size_t>(stream_.Length())};
     }
     bool IsRough() const { return (second_ & 1) != 0; }
+    bool IsLatin1() const { return first_ % 8 > kUcs4; }
     bool HasNamespaces() const { return (first_ & 32) == 0; }
 
 private:
@@ -116,9 +113,18 @@ private:
 
     std::string Name() { return IsRough() ? input_.Text() : input_.OneOf(kNames); }
 
+    // A text that the encoding has: what becomes of others is the encoding's own affair.
+    std::string Text() {
+        std::string text = input_.Text();
+        if (IsRough() || !IsLatin1()) return text;
+        std::replace_if(
+            text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) < 0; }, '_');
+        return text;
+    }
+
     // A text without a character that could end what it stands in.
     std::string TextWithout(char forbidden) {
-        std::string text = input_.Text();
+        std::string text = Text();
         if (!IsRough()) std::replace(text.begin(), text.end(), forbidden, '_');
         return text;
     }
@@ -170,7 +176,7 @@ void Session::Settings() {
     if (IsRough() && (second_ & 2) != 0) writer_.SetCheckCharacters(false);
     writer_.SetNewLineChars(kLineEnds[second_ >> 2 & 3]);
     // An encoding that nothing else tells is declared.
-    if (first_ % 8 > kUcs4) writer_.WriteStartDocument();
+    if (IsLatin1()) writer_.WriteStartDocument();
 }
 
 void Session::Run() {
@@ -225,7 +231,7 @@ void Session::StartElement(unsigned kind) {
     const std::string name = Name();
     const char* prefix = input_.OneOf(kPrefixes);
     const char* uri = input_.OneOf(kUris);
-    const std::string text = kind % 6 == 3 || kind % 6 == 4 ? input_.Text() : "";
+    const std::string text = kind % 6 == 3 || kind % 6 == 4 ? Text() : "";
     Do([&] {
         switch (kind % 6) {
         case 0: writer_.WriteStartElement(name, uri); break;
@@ -246,7 +252,7 @@ void Session::Attribute(unsigned kind) {
     const std::string name = Name() + (IsRough() ? "" : std::to_string(attributes_++));
     const char* prefix = input_.OneOf(kPrefixes);
     const char* uri = input_.OneOf(kUris);
-    const std::string value = input_.Text();
+    const std::string value = Text();
     switch (kind % 8) {
     case 0: Do([&] { writer_.WriteStartAttribute(name); }); break;
     case 1: Do([&] { writer_.WriteStartAttribute(name, uri); }); break;
@@ -285,13 +291,13 @@ void Session::Declaration() {
 }
 
 void Session::Content(unsigned kind) {
-    const Bytes block = input_.Block();
-    const std::string text(block.begin(), block.end());
-    const auto count = static_cast<int>(block.size());
+    const std::string text = Text();
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+    const auto count = static_cast<int>(text.size());
     switch (kind % 8) {
     case 0: Do([&] { writer_.WriteWhitespace(text); }); break;
-    case 1: Do([&] { writer_.WriteBase64(block.data(), 0, count); }); break;
-    case 2: Do([&] { writer_.WriteBinHex(block.data(), 0, count); }); break;
+    case 1: Do([&] { writer_.WriteBase64(bytes, 0, count); }); break;
+    case 2: Do([&] { writer_.WriteBinHex(bytes, 0, count); }); break;
     case 3: Do([&] { writer_.WriteName(text); }); break;
     case 4: Do([&] { writer_.WriteNmToken(text); }); break;
     case 5: Do([&] { writer_.WriteEntityRef(text); }); break;
