@@ -108,6 +108,7 @@ private:
     void Attribute(unsigned kind);
     void Declaration();
     void Content(unsigned kind);
+    void EntityRef(std::string name);
     void Markup(unsigned kind);
     void Rough(unsigned kind);
 
@@ -300,9 +301,15 @@ void Session::Content(unsigned kind) {
     case 2: Do([&] { writer_.WriteBinHex(bytes, 0, count); }); break;
     case 3: Do([&] { writer_.WriteName(text); }); break;
     case 4: Do([&] { writer_.WriteNmToken(text); }); break;
-    case 5: Do([&] { writer_.WriteEntityRef(text); }); break;
+    case 5: EntityRef(text); break;
     default: Do([&] { writer_.WriteString(text); }); break;
     }
+}
+
+// A name may hold more than one colon, but not for a reader that knows namespaces.
+void Session::EntityRef(std::string name) {
+    if (!IsRough()) std::replace(name.begin(), name.end(), ':', '_');
+    Do([&] { writer_.WriteEntityRef(name); });
 }
 
 void Session::Markup(unsigned kind) {
