@@ -7,7 +7,6 @@
 #include "support/RecordingStream.h"
 
 #include <string>
-#include <utility>
 
 namespace support {
 
