@@ -80,6 +80,9 @@ Reading ReadWithReader(const std::string& document, Detail detail);
 /// attributes too.
 Reading ReadByResolving(const std::string& document);
 
+/// Reads with the reader, with all entities expanded and nothing normalized.
+Reading ReadUnnormalized(const std::string& document);
+
 /// Reads with expat, with namespaces.
 Reading ReadWithExpat(const std::string& document, Detail detail);
 

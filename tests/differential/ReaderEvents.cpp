@@ -62,14 +62,15 @@ void AddNode(XmlTextReader& reader, EventList& events) {
     }
 }
 
-Reading ReadAll(const std::string& document, Detail detail, XmlEntityHandling handling) {
+Reading ReadAll(const std::string& document, Detail detail, XmlEntityHandling handling,
+                bool normalizes = true) {
     EventList events(detail);
     IO::MemoryStream stream(reinterpret_cast<const unsigned char*>(document.data()),
                             static_cast<long>(document.size()));
     try {
         XmlTextReader reader;
         reader.SetStream(&stream, false);
-        reader.SetNormalization(true);
+        reader.SetNormalization(normalizes);
         reader.SetEntityHandling(handling);
         while (reader.Read()) {
             if (reader.NodeType() == XmlNodeType::EntityReference) reader.ResolveEntity();
@@ -89,6 +90,10 @@ Reading ReadWithReader(const std::string& document, Detail detail) {
     return ReadAll(document, detail,
                    detail == Detail::Whole ? XmlEntityHandling::ExpandEntities
                                            : XmlEntityHandling::ExpandNothing);
+}
+
+Reading ReadUnnormalized(const std::string& document) {
+    return ReadAll(document, Detail::Whole, XmlEntityHandling::ExpandEntities, false);
 }
 
 Reading ReadByResolving(const std::string& document) {
