@@ -4,7 +4,6 @@
 
 #include "xml/WriterCore.h"
 
-#include <algorithm>  // std::min
 #include <array>
 
 namespace Xml::detail {
@@ -45,8 +44,9 @@ char* Write(char* to, Pair pair) {
 }
 
 // Writes whole groups of three bytes.
-char* WriteGroups(char* to, const unsigned char* from, const unsigned char* end) {
-    for (; from != end; from += 3) {
+char* WriteGroups(char* to, std::span<const unsigned char> bytes) {
+    for (const unsigned char *from = bytes.data(), *end = from + bytes.size(); from != end;
+         from += 3) {
         const unsigned bits =
             static_cast<unsigned>(from[0]) << 16 | static_cast<unsigned>(from[1]) << 8 | from[2];
         to = Write(to, kBase64Pairs[bits >> 12]);
@@ -56,13 +56,19 @@ char* WriteGroups(char* to, const unsigned char* from, const unsigned char* end)
 }
 
 // Writes one or two bytes that are left.
-char* WriteRest(char* to, const unsigned char* from, std::size_t count) {
-    const bool isPair = count == 2;
+char* WriteRest(char* to, std::span<const unsigned char> bytes) {
+    const bool isPair = bytes.size() == 2;
     const unsigned bits =
-        static_cast<unsigned>(from[0]) << 16 | (isPair ? static_cast<unsigned>(from[1]) << 8 : 0);
+        static_cast<unsigned>(bytes[0]) << 16 | (isPair ? static_cast<unsigned>(bytes[1]) << 8 : 0);
     to = Write(to, kBase64Pairs[bits >> 12]);
     *to++ = isPair ? kBase64[bits >> 6 & 63] : '=';
     *to++ = '=';
+    return to;
+}
+
+char* WriteDigits(char* to, std::span<const unsigned char> bytes) {
+    for (const unsigned char byte : bytes)
+        to = Write(to, kHexPairs[byte]);
     return to;
 }
 
@@ -74,40 +80,36 @@ void WriterCore::PutLine(std::string_view line) {
     output_.PutToken(settings.newLineChars);
 }
 
-void WriterCore::Base64(const unsigned char* bytes, std::size_t count) {
+// Writes what the last line holds, if anything.
+void WriterCore::PutPartOfLine(std::string_view line) {
+    if (!line.empty()) output_.PutBinaryLine(line);
+}
+
+void WriterCore::Base64(std::span<const unsigned char> bytes) {
     RequireText();
-    if (count == 0) return;
     BeginContent();
     constexpr std::size_t kBytes = kLine / 4 * 3;
     char line[kLine + kTail];
-    for (; count >= kBytes; bytes += kBytes, count -= kBytes) {
-        WriteGroups(line, bytes, bytes + kBytes);
+    for (; bytes.size() >= kBytes; bytes = bytes.subspan(kBytes)) {
+        WriteGroups(line, bytes.first(kBytes));
         PutLine({line, kLine});
     }
-    const std::size_t whole = count / 3 * 3;
-    char* end = WriteGroups(line, bytes, bytes + whole);
-    if (whole != count) end = WriteRest(end, bytes + whole, count - whole);
-    output_.PutBinaryLine({line, static_cast<std::size_t>(end - line)});
+    const std::size_t whole = bytes.size() / 3 * 3;
+    char* end = WriteGroups(line, bytes.first(whole));
+    if (whole != bytes.size()) end = WriteRest(end, bytes.subspan(whole));
+    PutPartOfLine({line, end});
 }
 
-void WriterCore::BinHex(const unsigned char* bytes, std::size_t count) {
+void WriterCore::BinHex(std::span<const unsigned char> bytes) {
     RequireText();
-    if (count == 0) return;
     BeginContent();
+    constexpr std::size_t kBytes = kLine / 2;
     char line[kLine];
-    while (count > 0) {
-        const std::size_t length = std::min(count, kLine / 2);
-        char* end = line;
-        for (std::size_t i = 0; i < length; ++i)
-            end = Write(end, kHexPairs[bytes[i]]);
-        bytes += length;
-        count -= length;
-        if (length == kLine / 2) {
-            PutLine({line, kLine});
-        } else {
-            output_.PutBinaryLine({line, static_cast<std::size_t>(end - line)});
-        }
+    for (; bytes.size() >= kBytes; bytes = bytes.subspan(kBytes)) {
+        WriteDigits(line, bytes.first(kBytes));
+        PutLine({line, kLine});
     }
+    PutPartOfLine({line, WriteDigits(line, bytes)});
 }
 
 }  // namespace Xml::detail

@@ -15,6 +15,7 @@
 #include <cstddef>
 #include <memory>
 #include <new>  // std::bad_alloc
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -112,8 +113,8 @@ public:
     void Name(std::string_view name);
     void NmToken(std::string_view token);
     void Raw(std::string_view text);
-    void Base64(const unsigned char* bytes, std::size_t count);
-    void BinHex(const unsigned char* bytes, std::size_t count);
+    void Base64(std::span<const unsigned char> bytes);
+    void BinHex(std::span<const unsigned char> bytes);
 
 private:
     /// How a name is written.
@@ -196,6 +197,7 @@ private:
 
     // WriterBinary.cpp
     void PutLine(std::string_view line);
+    void PutPartOfLine(std::string_view line);
 
     WriterOutput output_;
     IO::Stream* stream_ = nullptr;  // not owned

@@ -7,7 +7,7 @@
 
 #include "encoding/Utf8.h"
 
-#include <algorithm>  // std::max, std::min
+#include <algorithm>  // std::clamp, std::max, std::min
 #include <typeinfo>
 #include <utility>  // std::exchange
 
@@ -15,8 +15,13 @@ namespace Xml::detail {
 
 namespace {
 
-// The most bytes that an encoding makes of a byte of UTF-8.
+// The most bytes that any encoding makes of a byte of UTF-8, and that a character has there.
 constexpr std::size_t kMostBytes = 4;
+
+// An ASCII character is one byte of UTF-8 and takes a unit; others take more bytes for their units.
+std::size_t BytesPerByte(const Encoding& encoding) {
+    return std::clamp<std::size_t>(encoding.GetByteCount("A", 1), 1, kMostBytes);
+}
 
 }  // namespace
 
@@ -24,6 +29,7 @@ void WriterOutput::Attach(IO::Stream* stream, const Encoding* encoding) {
     stream_ = stream;
     encoding_ = encoding;
     isUtf8_ = encoding != nullptr && typeid(*encoding) == typeid(UTF8Encoding);
+    bytesPerByte_ = isUtf8_ ? 1 : BytesPerByte(*encoding);
     used_ = 0;
     hasFailed_ = false;
 }
@@ -65,10 +71,9 @@ std::size_t WriterOutput::WholeSlice(std::string_view text, std::size_t most) {
 
 // Writes a token that does not fit, or for which that is not known.
 void WriterOutput::PutLong(std::string_view token) {
-    const std::size_t factor = isUtf8_ ? 1 : kMostBytes;
     while (!token.empty()) {
-        if (Room() / factor < std::min(token.size(), kMostBytes)) Drain();
-        const std::size_t length = WholeSlice(token, Room() / factor);
+        if (Room() / bytesPerByte_ < std::min(token.size(), kMostBytes)) Drain();
+        const std::size_t length = WholeSlice(token, Room() / bytesPerByte_);
         Encode(token.substr(0, length));
         token.remove_prefix(length);
         if (!token.empty()) Drain();

@@ -175,7 +175,8 @@ private:
 
     IO::Stream* stream_ = nullptr;
     const Encoding* encoding_ = nullptr;
-    bool isUtf8_ = true;  // the text is copied as it is
+    bool isUtf8_ = true;            // the text is copied as it is
+    std::size_t bytesPerByte_ = 1;  // that the encoding makes of a byte of UTF-8, at most
     bool hasFailed_ = false;
     int used_ = 0;
     unsigned char buffer_[kCapacity + kCopySlack];

@@ -3,8 +3,11 @@
 #include <espalier/io/Exception.h>
 #include <espalier/xml/XmlTextWriter.h>
 
+#include "io/ByteRange.h"
 #include "xml/WriterCore.h"
 #include "xml/WriterMessages.h"
+
+#include <span>
 
 namespace Xml {
 
@@ -202,14 +205,22 @@ void XmlTextWriter::WriteRaw(const char* text, int length) {
                        : std::string_view(text, static_cast<std::size_t>(length)));
 }
 
+namespace {
+
+std::span<const unsigned char> BytesAt(const unsigned char* buffer, int offset, int count) {
+    const IO::detail::ByteRange range = IO::detail::FoldOffset(offset, count);
+    if (range.count == 0) return {};
+    return {buffer + range.offset, static_cast<std::size_t>(range.count)};
+}
+
+}  // namespace
+
 void XmlTextWriter::WriteBase64(const unsigned char* buffer, int offset, int count) {
-    core_->Base64(count > 0 ? buffer + offset : buffer,
-                  count > 0 ? static_cast<std::size_t>(count) : 0);
+    core_->Base64(BytesAt(buffer, offset, count));
 }
 
 void XmlTextWriter::WriteBinHex(const unsigned char* buffer, int offset, int count) {
-    core_->BinHex(count > 0 ? buffer + offset : buffer,
-                  count > 0 ? static_cast<std::size_t>(count) : 0);
+    core_->BinHex(BytesAt(buffer, offset, count));
 }
 
 }  // namespace Xml
