@@ -314,11 +314,11 @@ void WriterCore::ElementString(std::string_view prefix, std::string_view localNa
 
 // Markup between tags.
 
-// Gets ready for a comment or an instruction.
+// Gets ready for a comment or an instruction, which begin a line even at the start of a document.
 void WriterCore::BeginMarkup() {
     CloseTag();
-    if (Indents()) NewLine(static_cast<int>(depth_));
     if (state_ == WriteState::Start) state_ = WriteState::Prolog;
+    if (Indents()) NewLine(static_cast<int>(depth_));
 }
 
 void WriterCore::Comment(std::string_view text) {
