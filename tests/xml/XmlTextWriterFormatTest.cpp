@@ -71,6 +71,15 @@ TEST(XmlTextWriterFormat, WhatBeginsALine) {
              w.WriteStartElement("r");
          },
          "<!DOCTYPE r>\n<r/>"},
+        {"a comment or an instruction even at the very start",
+         [](XmlTextWriter& w) {
+             w.WriteComment("c");
+             w.WriteStartElement("r");
+             w.WriteEndDocument();
+             w.WriteProcessingInstruction("p", "d");
+             w.WriteStartElement("r");
+         },
+         "\n<!--c-->\n<r/>\n<?p d?>\n<r/>"},
         {"comments and instructions in the prolog",
          [](XmlTextWriter& w) {
              w.WriteStartDocument();
