@@ -7,6 +7,7 @@
 #include "xml/EscapeScan.h"
 
 #include "xml/RunScan.h"
+#include "xml/WideScan.h"
 
 #include <algorithm>  // std::min
 #include <array>
@@ -18,60 +19,71 @@ namespace Xml::detail {
 
 namespace {
 
-enum : unsigned char { kEscapes = 1, kChecks = 2 };
+constexpr unsigned char kEscapes = 1;
+constexpr unsigned char kChecks = 2;  // perhaps no character
 
-constexpr auto kNeeds = [] {
-    std::array<unsigned char, 256> needs{};
+using NeedsTable = std::array<unsigned char, 256>;
+
+constexpr NeedsTable MakeNeeds(bool breaksArePlain) {
+    NeedsTable needs{};
     for (unsigned byte = 0; byte < 256; ++byte) {
-        const bool isControl = byte < 0x20;
+        const bool isForbidden = IsForbiddenControl(static_cast<unsigned char>(byte));
+        const bool isBreak = byte < 0x20 && !isForbidden;
         const bool isMark =
             byte == '<' || byte == '>' || byte == '&' || byte == '"' || byte == '\'';
-        const bool isDoubtful =
-            byte >= 0x80 || IsForbiddenControl(static_cast<unsigned char>(byte));
-        needs[byte] = static_cast<unsigned char>((isControl || isMark ? kEscapes : 0) |
-                                                 (isDoubtful ? kChecks : 0));
+        const bool escapes = isMark || isForbidden || (isBreak && !breaksArePlain);
+        const bool checks = isForbidden || byte >= 0x80;
+        needs[byte] = static_cast<unsigned char>((escapes ? kEscapes : 0) | (checks ? kChecks : 0));
     }
     return needs;
-}();
+}
 
-unsigned char NeedsOf(char c) { return kNeeds[static_cast<unsigned char>(c)]; }
+constexpr NeedsTable kNeeds = MakeNeeds(false);
+constexpr NeedsTable kNeedsWithBreaks = MakeNeeds(true);
+
+const NeedsTable& TableFor(bool breaksArePlain) {
+    return breaksArePlain ? kNeedsWithBreaks : kNeeds;
+}
+
+unsigned NeedsOf(char c, const NeedsTable& table) { return table[static_cast<unsigned char>(c)]; }
 
 #if defined(ESPALIER_BLOCK_SCAN)
 
 constexpr std::ptrdiff_t kBlock = ByteBlock::kSize;
 
+__m128i Is(__m128i bytes, char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); }
+
+__m128i IsControl(__m128i bytes) {
+    return _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(0x1F)), bytes);
+}
+
+__m128i IsBreak(__m128i bytes) {
+    return _mm_or_si128(Is(bytes, '\t'), _mm_or_si128(Is(bytes, '\n'), Is(bytes, '\r')));
+}
+
 // Mask of the bytes to escape.
-unsigned EscapesIn(__m128i bytes) {
-    const auto is = [bytes](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
-    const __m128i isControl = _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(0x1F)), bytes);
-    const __m128i isQuote = _mm_or_si128(is('"'), is('\''));
-    const __m128i isMark = _mm_or_si128(_mm_or_si128(is('<'), is('>')), is('&'));
-    return ByteBlock::Mask(_mm_or_si128(isControl, _mm_or_si128(isQuote, isMark)));
+unsigned EscapesIn(__m128i bytes, bool breaksArePlain) {
+    const __m128i isQuote = _mm_or_si128(Is(bytes, '"'), Is(bytes, '\''));
+    const __m128i isAngle = _mm_or_si128(Is(bytes, '<'), Is(bytes, '>'));
+    const __m128i isMark = _mm_or_si128(_mm_or_si128(isAngle, isQuote), Is(bytes, '&'));
+    const unsigned found = ByteBlock::Mask(_mm_or_si128(IsControl(bytes), isMark));
+    return found != 0 && breaksArePlain ? found & ~ByteBlock::Mask(IsBreak(bytes)) : found;
 }
 
 // Mask of the bytes that may be no characters.
-unsigned DoubtsIn(__m128i bytes, unsigned escapes) {
+unsigned DoubtsIn(__m128i bytes) {
+    const unsigned controls = ByteBlock::Mask(IsControl(bytes));
     const unsigned above = ByteBlock::Mask(bytes);
-    if (escapes == 0) return above;
-    const auto is = [bytes](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
-    const __m128i isControl = _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(0x1F)), bytes);
-    const __m128i isBlank = _mm_or_si128(is('\t'), _mm_or_si128(is('\n'), is('\r')));
-    return above | ByteBlock::Mask(_mm_andnot_si128(isBlank, isControl));
+    return controls == 0 ? above : above | (controls & ~ByteBlock::Mask(IsBreak(bytes)));
 }
 
-// Tells what a block has that is not plain: marks to escape, and bytes above ASCII.
+// Tells what blocks have that is not plain: bytes to escape, and bytes above ASCII.
 struct Others {
     unsigned escapes = 0;
     unsigned above = 0;
 
     void Add(__m128i bytes, bool breaksArePlain) {
-        unsigned found = EscapesIn(bytes);
-        if (found != 0 && breaksArePlain) {
-            const auto is = [bytes](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
-            const __m128i isBreak = _mm_or_si128(is('\t'), _mm_or_si128(is('\n'), is('\r')));
-            found &= ~ByteBlock::Mask(isBreak);
-        }
-        escapes |= found;
+        escapes |= EscapesIn(bytes, breaksArePlain);
         above |= ByteBlock::Mask(bytes);
     }
 };
@@ -102,17 +114,37 @@ __m128i LoadEnds(const char* begin, const char* end) {
 
 }  // namespace
 
-TextNeeds ExamineText(std::string_view text) {
+namespace {
+
+// Goes through copies of the text, because the reader's scan wants zero bytes behind it.
+bool IsXmlText(std::string_view text) {
+    constexpr std::size_t kMost = 1024;
+    unsigned char copy[kMost + kScanPadding];
+    while (!text.empty()) {
+        const std::size_t count = std::min(text.size(), kMost);
+        unsigned char* const end = copy + count;
+        std::memcpy(copy, text.data(), count);
+        std::memset(end, 0, kScanPadding);
+        const unsigned char* const stop = FindStop<'\0'>(copy, end);
+        // A character that the copy cuts stands whole in the next one.
+        const bool isCut = count < text.size() && stop != end && SequenceLength(stop, end) == 0;
+        if (stop != end && !isCut) return false;
+        text.remove_prefix(static_cast<std::size_t>(stop - copy));
+    }
+    return true;
+}
+
+// Returns what of kEscapes and kChecks a text has.
+unsigned NeedsOf(std::string_view text, bool breaksArePlain) {
     const char* at = text.data();
     const char* const end = at + text.size();
 #if defined(ESPALIER_BLOCK_SCAN)
     if (end - at >= 8) {
         unsigned escapes = 0;
         unsigned doubts = 0;
-        const auto look = [&escapes, &doubts](__m128i bytes) {
-            const unsigned found = EscapesIn(bytes);
-            escapes |= found;
-            doubts |= DoubtsIn(bytes, found);
+        const auto look = [&](__m128i bytes) {
+            escapes |= EscapesIn(bytes, breaksArePlain);
+            doubts |= DoubtsIn(bytes);
         };
         if (end - at <= kBlock) {
             look(LoadEnds(at, end));
@@ -121,13 +153,26 @@ TextNeeds ExamineText(std::string_view text) {
                 look(LoadBlock(at));
             look(LoadBlock(end - kBlock));
         }
-        return {escapes != 0, doubts != 0};
+        return (escapes != 0 ? kEscapes : 0U) | (doubts != 0 ? kChecks : 0U);
     }
 #endif
     unsigned needs = 0;
+    const NeedsTable& table = TableFor(breaksArePlain);
     for (; at != end; ++at)
-        needs |= NeedsOf(*at);
-    return {(needs & kEscapes) != 0, (needs & kChecks) != 0};
+        needs |= NeedsOf(*at, table);
+    return needs;
+}
+
+}  // namespace
+
+TextNeeds ExamineText(std::string_view text, bool breaksArePlain, bool checks) {
+#if defined(ESPALIER_WIDE_SCAN)
+    if (text.size() >= wide::kBlock && wide::IsAvailable()) {
+        return wide::Examine(text, breaksArePlain, checks);
+    }
+#endif
+    const unsigned needs = NeedsOf(text, breaksArePlain);
+    return {(needs & kEscapes) != 0, checks && (needs & kChecks) != 0 && !IsXmlText(text)};
 }
 
 namespace {
@@ -142,10 +187,10 @@ bool IsValidCopy(const unsigned char* copy, unsigned char* end) {
 bool CopyFewPlain(unsigned char* to, std::string_view text, bool breaksArePlain) {
     unsigned char* const begin = to;
     unsigned needs = 0;
+    const NeedsTable& table = TableFor(breaksArePlain);
     for (const char c : text) {
         *to++ = static_cast<unsigned char>(c);
-        const bool isBreak = c == '\n' || c == '\t' || c == '\r';
-        needs |= breaksArePlain && isBreak ? 0U : NeedsOf(c);
+        needs |= NeedsOf(c, table);
     }
     return needs == 0 || (needs == kChecks && IsValidCopy(begin, to));
 }
@@ -153,6 +198,11 @@ bool CopyFewPlain(unsigned char* to, std::string_view text, bool breaksArePlain)
 }  // namespace
 
 bool CopyPlain(unsigned char* to, std::string_view text, bool breaksArePlain) {
+#if defined(ESPALIER_WIDE_SCAN)
+    if (text.size() >= wide::kBlock && wide::IsAvailable()) {
+        return wide::CopyPlain(to, text, breaksArePlain);
+    }
+#endif
 #if defined(ESPALIER_BLOCK_SCAN)
     if (text.size() < 4) return CopyFewPlain(to, text, breaksArePlain);
     Others others;
@@ -185,34 +235,27 @@ bool CopyPlain(unsigned char* to, std::string_view text, bool breaksArePlain) {
 #endif
 }
 
-const char* FindEscape(const char* at, const char* end) {
-#if defined(ESPALIER_BLOCK_SCAN)
-    for (; end - at >= kBlock; at += kBlock) {
-        const unsigned escapes = EscapesIn(LoadBlock(at));
-        if (escapes != 0) return at + std::countr_zero(escapes);
+void EscapeFinder::LoadMask() {
+    block_ = next_;
+    const std::ptrdiff_t left = end_ - block_;
+#if defined(ESPALIER_WIDE_SCAN)
+    if (left >= 64 && wide::IsAvailable()) {
+        mask_ = wide::EscapesIn64(block_, breaksArePlain_);
+        next_ += 64;
+        return;
     }
 #endif
-    while (at != end && (NeedsOf(*at) & kEscapes) == 0)
-        ++at;
-    return at;
-}
-
-// Goes through copies of the text, because the reader's scan wants zero bytes behind it.
-bool IsXmlText(std::string_view text) {
-    constexpr std::size_t kMost = 1024;
-    unsigned char copy[kMost + kScanPadding];
-    while (!text.empty()) {
-        const std::size_t count = std::min(text.size(), kMost);
-        unsigned char* const end = copy + count;
-        std::memcpy(copy, text.data(), count);
-        std::memset(end, 0, kScanPadding);
-        const unsigned char* const stop = FindStop<'\0'>(copy, end);
-        // A character that the copy cuts stands whole in the next one.
-        const bool isCut = count < text.size() && stop != end && SequenceLength(stop, end) == 0;
-        if (stop != end && !isCut) return false;
-        text.remove_prefix(static_cast<std::size_t>(stop - copy));
+    std::ptrdiff_t done = 0;
+#if defined(ESPALIER_BLOCK_SCAN)
+    for (; done < 64 && left - done >= kBlock; done += kBlock) {
+        const std::uint64_t found = EscapesIn(LoadBlock(block_ + done), breaksArePlain_);
+        mask_ |= found << done;
     }
-    return true;
+#endif
+    const NeedsTable& table = TableFor(breaksArePlain_);
+    for (; done < 64 && done < left; ++done)
+        mask_ |= static_cast<std::uint64_t>(NeedsOf(block_[done], table) & kEscapes) << done;
+    next_ += done;
 }
 
 }  // namespace Xml::detail

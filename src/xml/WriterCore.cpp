@@ -64,10 +64,8 @@ void WriterCore::RequireText() const {
 
 // Returns whether the text has anything to escape.
 bool WriterCore::CheckText(std::string_view text) const {
-    const TextNeeds needs = ExamineText(text);
-    if (needs.checks && settings.checkCharacters && !IsXmlText(text)) {
-        Throw(Message::kBadCharacter);
-    }
+    const TextNeeds needs = ExamineText(text, BreaksArePlain(), settings.checkCharacters);
+    if (needs.isBad) Throw(Message::kBadCharacter);
     return needs.escapes;
 }
 

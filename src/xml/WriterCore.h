@@ -192,7 +192,7 @@ private:
             output_.PutText(text);
         }
     }
-    const char* PutSpecial(const char* at, const char* end);
+    const char* PutControl(const char* at, const char* end);
     void NoteValue(std::string_view text);
 
     // WriterBinary.cpp

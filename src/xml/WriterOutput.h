@@ -16,6 +16,22 @@ class Encoding;
 
 namespace detail {
 
+/// A token of at most seven ASCII characters, made to be copied at once.
+struct ShortToken {
+    char text[7] = {};
+    unsigned char length = 0;
+
+    constexpr ShortToken() = default;
+    template <std::size_t kSize>
+    constexpr ShortToken(const char (&token)[kSize]) : length(kSize - 1) {
+        static_assert(kSize - 1 <= sizeof text);
+        for (std::size_t i = 0; i < kSize - 1; ++i)
+            text[i] = token[i];
+    }
+
+    std::string_view View() const { return {text, length}; }
+};
+
 /// Encodes what is written into a buffer of 1024 bytes and hands it to a stream.
 ///
 /// The buffer goes to the stream before what is unlikely to fit, by rules of its own for
@@ -46,6 +62,16 @@ public:
         } else {
             PutLong(token);
         }
+    }
+
+    /// Writes a token like the function above.
+    void PutShort(const ShortToken& token) {
+        if (!isUtf8_ || used_ + 2 * token.length >= kCapacity) {
+            PutToken(token.View());
+            return;
+        }
+        std::memcpy(buffer_ + used_, &token, sizeof token);  // the rest is overwritten later
+        used_ += token.length;
     }
 
     /// Writes a text in slices of at most a quarter of the free space.

@@ -9,7 +9,8 @@
 #include "xml/WriterCore.h"
 #include "xml/WriterMessages.h"
 
-#include <algorithm>  // std::all_of, std::min
+#include <algorithm>  // std::min
+#include <array>
 
 namespace Xml::detail {
 
@@ -89,34 +90,50 @@ void WriterCore::Raw(std::string_view text) {
 
 // Escaping.
 
+namespace {
+
+struct MarkReferences {
+    std::array<ShortToken, 256> of{};
+
+    constexpr MarkReferences() {
+        of['<'] = "&lt;";
+        of['>'] = "&gt;";
+        of['&'] = "&amp;";
+        of['"'] = "&quot;";
+        of['\''] = "&apos;";
+    }
+};
+
+constexpr MarkReferences kReferences;
+
+}  // namespace
+
 void WriterCore::PutEscaped(std::string_view text) {
     const char* at = text.data();
     const char* const end = at + text.size();
+    EscapeFinder escapes(text, BreaksArePlain());
     while (at != end) {
-        const char* const stop = FindEscape(at, end);
+        const char* const stop = escapes.Next(at);
         if (stop != at) output_.PutText({at, static_cast<std::size_t>(stop - at)});
         if (stop == end) return;
-        at = PutSpecial(stop, end);
+        const ShortToken& reference = kReferences.of[static_cast<unsigned char>(*stop)];
+        if (reference.length != 0) {
+            output_.PutShort(reference);
+            at = stop + 1;
+        } else {
+            at = PutControl(stop, end);
+        }
     }
 }
 
-// Writes the character at `at`, which is marked as special, as what it is to be.
+// Writes the control character at `at` as what it is to be.
 // Returns the position behind it.
-const char* WriterCore::PutSpecial(const char* at, const char* end) {
+const char* WriterCore::PutControl(const char* at, const char* end) {
     const char character = *at++;
-    switch (character) {
-    case '<': output_.PutToken("&lt;"); return at;
-    case '>': output_.PutToken("&gt;"); return at;
-    case '&': output_.PutToken("&amp;"); return at;
-    case '"': output_.PutToken("&quot;"); return at;
-    case '\'': output_.PutToken("&apos;"); return at;
-    default: break;
-    }
     const bool isInValue = state_ == WriteState::Attribute || tagOpen_;
     const bool entitizes = settings.newLineHandling == NewLineHandling::Entitize;
     const bool isBreak = character == '\r' || character == '\n';
-    if (settings.newLineHandling == NewLineHandling::NoHandling ||
-        (!isBreak && (character != '\t' || !isInValue))) {
+    if (BreaksArePlain() || (!isBreak && (character != '\t' || !isInValue))) {
         output_.Put(character);
         return at;
     }
