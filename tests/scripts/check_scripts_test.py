@@ -133,18 +133,20 @@ class CheckFiles(CheckTest):
 # One message from each place where messages stand, and the page that lists them.
 ERRORS = {
     "src/xml/Messages.h": HEADER + 'inline constexpr char kBadName[] = "Bad name";\n',
+    "src/xml/PenMessages.h": HEADER + 'inline constexpr char kNoInk[] = "No ink";\n',
     "src/io/Handle.cpp": SOURCE + 'constexpr char kReadError[] =\n    "Read error";\n'
                          + '// "No message"\nint f() { return "Open error"; }\n'
                          + 'int g() { Throw::ThrowException("Closed"); }\n',
     "docs/errors.md": '| "Bad name" | no name | `<a>&;</a>` | 1:5 | `x` |\n| "Read error" | |\n'
-                      '| "Open error" | |\n| "Closed" | |\n',
+                      '| "Open error" | |\n| "Closed" | |\n| "No ink" | empty | `Write()` |\n',
     "examples/expected/errors.txt": "<a>&;</a>\n    1:5: Bad name (x)\n",
+    "examples/expected/pen_errors.txt": "Write()\n    -1:-1: No ink\n",
 }
 
 
 class CheckErrors(CheckTest):
     def test_a_complete_page_passes(self):
-        self.assertEqual(self.run_on("check-errors", ERRORS), (0, "4 messages, 0 problems\n"))
+        self.assertEqual(self.run_on("check-errors", ERRORS), (0, "5 messages, 0 problems\n"))
 
     def test_a_message_without_a_row_is_found(self):
         for row, file in (("Read error", "io/Handle.cpp"), ("Open error", "io/Handle.cpp"),
@@ -153,6 +155,16 @@ class CheckErrors(CheckTest):
             with self.subTest(row):
                 self.expect_found("check-errors", {**ERRORS, "docs/errors.md": page},
                                   f"src/{file}: not in docs/errors.md: {row}")
+
+    def test_a_message_of_a_part_without_a_row_is_found(self):
+        more = ERRORS["src/xml/PenMessages.h"] + 'inline constexpr char kBroken[] = "Broken";\n'
+        self.expect_found("check-errors", {**ERRORS, "src/xml/PenMessages.h": more},
+                          "src/xml/PenMessages.h: not in docs/errors.md: Broken")
+
+    def test_other_calls_than_in_the_example_are_found(self):
+        page = ERRORS["docs/errors.md"].replace("Write()", "Draw()")
+        self.expect_found("check-errors", {**ERRORS, "docs/errors.md": page},
+                          "docs/errors.md: shows 'Draw()', the example 'Write()'")
 
     def test_a_row_without_a_message_is_found(self):
         page = ERRORS["docs/errors.md"] + '| "No message" | |\n'
@@ -166,8 +178,8 @@ class CheckErrors(CheckTest):
                           "the example '1:5: Bad name (x)'")
 
     def test_an_example_that_is_not_shown_is_found(self):
-        more = ERRORS["examples/expected/errors.txt"] + "<b>\n    1:4: Bad name\n"
-        self.expect_found("check-errors", {**ERRORS, "examples/expected/errors.txt": more},
+        more = ERRORS["examples/expected/pen_errors.txt"] + "<b>\n    1:4: Bad name\n"
+        self.expect_found("check-errors", {**ERRORS, "examples/expected/pen_errors.txt": more},
                           "docs/errors.md: shows another number of inputs than the example")
 
 
