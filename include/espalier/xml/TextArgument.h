@@ -21,7 +21,10 @@ public:
         (!std::convertible_to<const Text&, const char*>)constexpr TextArgument(const Text& text)
         : text_(static_cast<std::string_view>(text)) {}
 
+    /// Returns the text.
     constexpr std::string_view view() const { return text_; }
+
+    /// Tells whether the text has no bytes, be it given or not.
     constexpr bool empty() const { return text_.empty(); }
 
     /// Tells whether there is a text, be it empty.
