@@ -31,10 +31,8 @@ void WriterCore::Open(IO::Stream* stream, const Encoding* encoding) {
 }
 
 void WriterCore::OpenFile(const astring& name, const Encoding* encoding) {
-    constexpr unsigned kWrite = 2;      // the access
-    constexpr unsigned kDenyWrite = 1;  // others may read meanwhile
     if (encoding == nullptr) Throw(Message::kNoEncoding);
-    file_ = std::make_unique<IO::FileStream>(name, IO::FileMode::Create, kWrite, kDenyWrite);
+    file_ = std::make_unique<WriterFile>(name);
     Open(file_.get(), encoding);
     settings.closeOutput = true;
 }
@@ -72,7 +70,13 @@ bool WriterCore::CheckText(std::string_view text) const {
 void WriterCore::Flush() {
     if (State() == WriteState::Closed) Throw(Message::kAlreadyClosed);
     output_.Drain();
-    stream_->Flush();
+    try {
+        stream_->Flush();
+    } catch (...) {
+        // A stream of the caller has all bytes and may be asked again; a file has lost some.
+        if (file_ != nullptr) output_.GiveUp();
+        throw;
+    }
 }
 
 void WriterCore::Close() {

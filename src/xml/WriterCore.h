@@ -2,7 +2,6 @@
 #pragma once
 
 #include <espalier/base/astring.h>
-#include <espalier/io/FileStream.h>
 #include <espalier/xml/Formatting.h>
 #include <espalier/xml/NewLineHandling.h>
 #include <espalier/xml/TextArgument.h>
@@ -10,6 +9,7 @@
 #include <espalier/xml/XmlNsSupport.h>
 #include <espalier/xml/XmlSpace.h>
 
+#include "xml/WriterFile.h"
 #include "xml/WriterOutput.h"
 
 #include <cstddef>
@@ -202,7 +202,7 @@ private:
     WriterOutput output_;
     IO::Stream* stream_ = nullptr;  // not owned
     const Encoding* encoding_ = nullptr;
-    std::unique_ptr<IO::FileStream> file_;
+    std::unique_ptr<WriterFile> file_;
     WriteState::WRITE_STATE state_ = WriteState::Closed;
     bool tagOpen_ = false;  // the start tag of the innermost element has no ">" yet
     astring docTypeName_;

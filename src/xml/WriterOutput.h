@@ -153,6 +153,9 @@ public:
     /// Hands the buffer to the stream.
     void Drain();
 
+    /// Says that part of the output is lost.
+    void GiveUp() { hasFailed_ = true; }
+
     /// Tells whether the stream has thrown, so that part of the output is lost.
     bool HasFailed() const { return hasFailed_; }
 

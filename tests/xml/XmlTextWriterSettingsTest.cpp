@@ -277,6 +277,45 @@ TEST_F(XmlTextWriterFile, HoldsWhatLeftTheBuffer) {
     EXPECT_EQ(Content(path), "<r>-" + std::string(768, 'x'));
 }
 
+// Small pieces collect, so that a document does not take a call of the system for each.
+TEST_F(XmlTextWriterFile, IsWrittenInLargePieces) {
+    Xml::UTF8Encoding encoding;
+    const std::string path = Path("a.xml");
+    constexpr std::size_t kPiece = 64 * 1024;
+    XmlTextWriter writer(path.c_str(), &encoding);
+    writer.WriteStartElement("r");
+    std::size_t most = 0;
+    for (int i = 0; i < 5000; ++i) {
+        writer.WriteString(std::string(100, 'x'));
+        const std::size_t size = std::filesystem::file_size(path);
+        if (size != most) {
+            ASSERT_GT(size, most + kPiece - 2048);
+            most = size;
+        }
+    }
+    EXPECT_GT(most, 6 * kPiece);
+    writer.Close();
+    EXPECT_EQ(Content(path).size(), 500'000 + std::string("<r></r>").size());
+}
+
+TEST_F(XmlTextWriterFile, ThatIsFullThrowsAndIsClosed) {
+    Xml::UTF8Encoding encoding;
+    XmlTextWriter writer("/dev/full", &encoding);
+    writer.WriteStartElement("r");
+    EXPECT_THROW_TEXT(writer.Close(), "File write error", -1, -1);
+    EXPECT_STREQ(NameOf(writer.GetWriteState()), "Closed");
+
+    XmlTextWriter flushed("/dev/full", &encoding);
+    flushed.WriteStartElement("r");
+    EXPECT_THROW_TEXT(flushed.Flush(), "File write error", -1, -1);
+    EXPECT_STREQ(NameOf(flushed.GetWriteState()), "Closed");
+
+    XmlTextWriter large("/dev/full", &encoding);
+    large.WriteStartElement("r");
+    EXPECT_THROW_TEXT(large.WriteString(std::string(100'000, 'x')), "File write error", -1, -1);
+    EXPECT_STREQ(NameOf(large.GetWriteState()), "Closed");
+}
+
 TEST_F(XmlTextWriterFile, TakesAnotherDocumentAfterTheFirst) {
     Xml::UTF8Encoding encoding;
     const std::string path = Path("a.xml");
