@@ -45,7 +45,7 @@ XmlSpace WriterCore::Space() const {
     return depth_ == 0 ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
 }
 
-const astring& WriterCore::Language() const { return depth_ == 0 ? empty_ : Top().language; }
+const astring& WriterCore::Language() const { return depth_ == 0 ? empty_ : *Top().language; }
 
 void WriterCore::RequireOpen() const {
     if (State() == WriteState::Closed) Throw(Message::kWriterClosed);
@@ -88,21 +88,13 @@ void WriterCore::Close() {
 
 // Frames.
 
-namespace {
-
-// Copies a text that is mostly empty.
-void Inherit(astring& text, const astring& outer) {
-    if (!text.empty() || !outer.empty()) text = outer;
-}
-
-}  // namespace
-
 WriterFrame& WriterCore::Push() {
     if (depth_ == frames_.size()) frames_.emplace_back();
     WriterFrame& frame = frames_[depth_];
     const bool isRoot = depth_ == 0;
-    Inherit(frame.defaultNs, isRoot ? empty_ : Top().defaultNs);
-    Inherit(frame.language, isRoot ? empty_ : Top().language);
+    frame.textsBefore = textCount_;
+    frame.defaultNs = isRoot ? &empty_ : Top().defaultNs;
+    frame.language = isRoot ? &empty_ : Top().language;
     frame.space = isRoot ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
     frame.declaration = WriterFrame::Declaration::None;
     frame.isMixed = false;
@@ -113,10 +105,18 @@ WriterFrame& WriterCore::Push() {
 // Leaves an element. The state of the last one stays.
 void WriterCore::Pop() {
     names_.resize(Top().nameBegin);
+    textCount_ = Top().textsBefore;
     --depth_;
     if (settings.namespaces) namespaces_.PopContext();
     tagOpen_ = false;
     if (depth_ > 0) state_ = WriteState::Content;
+}
+
+// Keeps a text for the innermost element and what is in it.
+const astring* WriterCore::Keep(std::string_view text) {
+    if (textCount_ == texts_.size()) texts_.emplace_back();
+    texts_[textCount_] = text;
+    return &texts_[textCount_++];
 }
 
 // Layout.
@@ -152,7 +152,7 @@ void WriterCore::FinishTag(bool isEmpty) {
 void WriterCore::DeclareBound() {
     WriterFrame& frame = Top();
     if (frame.declaration == WriterFrame::Declaration::Pending) {
-        WriteDeclaration({}, frame.defaultNs);
+        WriteDeclaration({}, *frame.defaultNs);
         frame.declaration = WriterFrame::Declaration::Written;
     }
     if (!settings.namespaces) return;
@@ -255,7 +255,7 @@ void WriterCore::StartElement(std::string_view prefix, std::string_view localNam
         namespaces_.PushContext();
         if (plan.binds) Declare(plan.prefix, ns);
         if (plan.defaults) {
-            frame.defaultNs = ns;
+            frame.defaultNs = Keep(ns);
             frame.declaration = WriterFrame::Declaration::Pending;
         }
     }

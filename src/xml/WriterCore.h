@@ -13,6 +13,7 @@
 #include "xml/WriterOutput.h"
 
 #include <cstddef>
+#include <deque>
 #include <memory>
 #include <new>  // std::bad_alloc
 #include <span>
@@ -44,10 +45,11 @@ struct WriterFrame {
     /// Whether the default namespace must still be declared on the element.
     enum class Declaration : unsigned char { None = 0, Pending = 2, Written = 3 };
 
-    std::size_t nameBegin = 0;  ///< of its name in the names of all open elements
-    astring defaultNs;          ///< the default namespace in force
-    astring language;           ///< the xml:lang in force
-    XmlSpace space;             ///< the xml:space in force
+    std::size_t nameBegin = 0;           ///< of its name in the names of all open elements
+    std::size_t textsBefore = 0;         ///< how many texts the outer elements keep
+    const astring* defaultNs = nullptr;  ///< the default namespace in force
+    const astring* language = nullptr;   ///< the xml:lang in force
+    XmlSpace space;                      ///< the xml:space in force
     Declaration declaration = Declaration::None;
     bool isMixed = false;  ///< it has text, so white space in it would change its content
 };
@@ -157,6 +159,7 @@ private:
     void BeginContent();
     WriterFrame& Push();
     void Pop();
+    const astring* Keep(std::string_view text);
     std::string_view TopName() const { return names_.view().substr(Top().nameBegin); }
     WriterFrame& Top() { return frames_[depth_ - 1]; }
     const WriterFrame& Top() const { return frames_[depth_ - 1]; }
@@ -215,6 +218,12 @@ private:
         frames_;  // the first depth_ ones; the others are kept for their memory
     std::size_t depth_ = 0;
     astring names_;  // of the open elements as they are written, one behind the other
+
+    // The default namespaces and languages that open elements have set: the first textCount_ ones;
+    // the others are kept for their memory. None of them moves or changes while its element is
+    // open, because a caller may hand one back as the argument of a call.
+    std::deque<astring> texts_;
+    std::size_t textCount_ = 0;
     std::vector<const sax::XmlNamespace*> written_;  // declared by attributes of the open tag
     std::vector<const sax::XmlNamespace*> bound_;    // while the others are declared
 

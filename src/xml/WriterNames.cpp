@@ -47,7 +47,7 @@ WriterCore::ElementPlan WriterCore::PlanElement(std::string_view prefix, std::st
         if (BeginsWithXml(prefix)) Throw(Message::kInvalidPrefix);
         return {prefix, true};
     }
-    if (ns == (depth_ == 0 ? empty_ : Top().defaultNs)) return {};
+    if (ns == (depth_ == 0 ? empty_ : *Top().defaultNs)) return {};
     const std::string_view bound = namespaces_.GetPrefix(ns);
     return {bound, false, bound.empty()};
 }
@@ -156,14 +156,14 @@ void WriterCore::SettleOpenAttribute() {
     switch (role_) {
     case AttributeRole::Ordinary: break;
     case AttributeRole::DefaultNamespace:
-        frame.defaultNs = value_;
+        frame.defaultNs = Keep(value_);
         frame.declaration = WriterFrame::Declaration::Written;
         break;
     case AttributeRole::Namespace:
         Declare(declaredPrefix_, value_);
         written_.push_back(namespaces_.FindPrefix(declaredPrefix_));
         break;
-    case AttributeRole::Language: frame.language = value_; break;
+    case AttributeRole::Language: frame.language = Keep(value_); break;
     case AttributeRole::Space:
         frame.space = value_ == "default" ? XmlSpace::SpaceDefault : XmlSpace::SpacePreserve;
         break;
