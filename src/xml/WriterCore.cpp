@@ -126,9 +126,10 @@ bool WriterCore::Indents() const {
 }
 
 // Begins a line for what is `depth` elements deep. The first of a document needs none.
-void WriterCore::NewLine(int depth) {
+void WriterCore::NewLine(std::size_t depth) {
     if (state_ != WriteState::Start) output_.PutToken(settings.newLineChars);
-    for (int count = depth * settings.indentation; count > 0; --count)
+    for (std::size_t count = depth * static_cast<std::size_t>(settings.indentation); count > 0;
+         --count)
         output_.Put(settings.indentChar);
 }
 
@@ -249,7 +250,7 @@ void WriterCore::StartElement(std::string_view prefix, std::string_view localNam
     if (state_ == WriteState::Start) output_.PutPreamble();
     CloseTag();
     const bool indents = Indents();
-    const int outside = static_cast<int>(depth_);
+    const std::size_t outside = depth_;
     WriterFrame& frame = Push();
     if (settings.namespaces) {
         namespaces_.PushContext();
@@ -280,7 +281,7 @@ void WriterCore::EndElement() {
     if (tagOpen_) {
         FinishTag(true);
     } else {
-        if (Indents()) NewLine(static_cast<int>(depth_) - 1);
+        if (Indents()) NewLine(depth_ - 1);
         if (!output_.PutEndTag(TopName())) {
             output_.PutToken("</");
             output_.PutToken(TopName());
@@ -318,7 +319,7 @@ void WriterCore::ElementString(std::string_view prefix, std::string_view localNa
 void WriterCore::BeginMarkup() {
     CloseTag();
     if (state_ == WriteState::Start) state_ = WriteState::Prolog;
-    if (Indents()) NewLine(static_cast<int>(depth_));
+    if (Indents()) NewLine(depth_);
 }
 
 void WriterCore::Comment(std::string_view text) {

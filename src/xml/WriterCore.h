@@ -143,7 +143,7 @@ private:
     bool CheckText(std::string_view text) const;
     bool IsInElement() const;
     bool Indents() const;
-    void NewLine(int depth);
+    void NewLine(std::size_t depth);
     void CloseTag() {
         if (tagOpen_) FinishOpenTag();
     }
