@@ -245,8 +245,7 @@ void WriterCore::DocType(std::string_view name, std::string_view publicId,
 void WriterCore::StartElement(std::string_view prefix, std::string_view localName,
                               std::string_view ns) {
     RequireOpen();
-    SettleAttribute();
-    const ElementPlan plan = PlanElement(prefix, localName, ns);
+    const ElementPlan plan = SettleAndPlan([&] { return PlanElement(prefix, localName, ns); });
     if (state_ == WriteState::Start) output_.PutPreamble();
     CloseTag();
     const bool indents = Indents();

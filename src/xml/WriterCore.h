@@ -175,10 +175,23 @@ private:
                           std::string_view value);
     void BeginAttribute(const AttributePlan& plan, std::string_view localName, std::string_view ns);
     void CheckAttribute(AttributeRole role, std::string_view value) const;
+    bool IsBound(std::string_view prefix) const;
     void SettleAttribute() {
         if (state_ == WriteState::Attribute) SettleOpenAttribute();
     }
     void SettleOpenAttribute();
+
+    // Settles the open attribute, which a plan must know; but what cannot be planned is refused
+    // before anything has changed.
+    template <typename Plan>
+    auto SettleAndPlan(const Plan& plan) {
+        if (state_ == WriteState::Attribute) {
+            CheckAttribute(role_, value_);
+            plan();
+            SettleOpenAttribute();
+        }
+        return plan();
+    }
     void FinishAttribute();
     void Declare(std::string_view prefix, std::string_view uri);
     std::string_view GeneratePrefix();
