@@ -107,7 +107,7 @@ void WriterCore::Pop() {
     names_.resize(Top().nameBegin);
     textCount_ = Top().textsBefore;
     --depth_;
-    if (settings.namespaces) namespaces_.PopContext();
+    namespaces_.PopContext();
     tagOpen_ = false;
     if (depth_ > 0) state_ = WriteState::Content;
 }
@@ -156,7 +156,6 @@ void WriterCore::DeclareBound() {
         WriteDeclaration({}, *frame.defaultNs);
         frame.declaration = WriterFrame::Declaration::Written;
     }
-    if (!settings.namespaces) return;
     bound_.clear();
     for (const sax::XmlNamespace* ns = namespaces_.FirstDeclaredNs(); ns != nullptr;
          ns = namespaces_.NextDeclaredNs(ns)) {
@@ -251,13 +250,11 @@ void WriterCore::StartElement(std::string_view prefix, std::string_view localNam
     const bool indents = Indents();
     const std::size_t outside = depth_;
     WriterFrame& frame = Push();
-    if (settings.namespaces) {
-        namespaces_.PushContext();
-        if (plan.binds) Declare(plan.prefix, ns);
-        if (plan.defaults) {
-            frame.defaultNs = Keep(ns);
-            frame.declaration = WriterFrame::Declaration::Pending;
-        }
+    namespaces_.PushContext();
+    if (plan.binds) Declare(plan.prefix, ns);
+    if (plan.defaults) {
+        frame.defaultNs = Keep(ns);
+        frame.declaration = WriterFrame::Declaration::Pending;
     }
     frame.nameBegin = names_.length();
     if (!plan.prefix.empty()) (names_ += plan.prefix) += ':';

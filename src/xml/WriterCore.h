@@ -151,7 +151,7 @@ private:
     void FinishTag(bool isEmpty);
     bool NeedsDeclarations() const {
         return Top().declaration == WriterFrame::Declaration::Pending ||
-               (settings.namespaces && namespaces_.FirstDeclaredNs() != nullptr);
+               namespaces_.FirstDeclaredNs() != nullptr;
     }
     void DeclareBound();
     void WriteDeclaration(std::string_view prefix, std::string_view uri);
