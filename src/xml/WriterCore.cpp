@@ -11,8 +11,7 @@
 #include "xml/EscapeScan.h"
 #include "xml/WriterMessages.h"
 
-#include <algorithm>  // std::min
-#include <new>        // std::bad_alloc
+#include <new>  // std::bad_alloc
 
 namespace Xml::detail {
 
@@ -157,11 +156,14 @@ void WriterCore::DeclareBound() {
         frame.declaration = WriterFrame::Declaration::Written;
     }
     bound_.clear();
+    auto written = written_.rbegin();  // the latest comes first, as in the namespaces
     for (const sax::XmlNamespace* ns = namespaces_.FirstDeclaredNs(); ns != nullptr;
          ns = namespaces_.NextDeclaredNs(ns)) {
-        const bool isInForce = namespaces_.FindPrefix(ns->prefix) == ns;
-        const bool isWritten = std::find(written_.begin(), written_.end(), ns) != written_.end();
-        if (isInForce && !isWritten) bound_.push_back(ns);
+        if (written != written_.rend() && *written == ns) {
+            ++written;
+        } else if (ns->current) {
+            bound_.push_back(ns);
+        }
     }
     for (auto ns = bound_.rbegin(); ns != bound_.rend(); ++ns)
         WriteDeclaration((*ns)->prefix, (*ns)->uri);

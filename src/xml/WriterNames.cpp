@@ -113,12 +113,10 @@ WriterCore::AttributePlan WriterCore::PlanPrefixed(std::string_view prefix, Text
     const sax::XmlNamespace* const bound = namespaces_.FindPrefix(prefix);
     if (bound != nullptr && bound->uri == ns.view()) return {prefix};
     // The element itself, or another of its attributes, may have the prefix for another namespace.
-    for (const sax::XmlNamespace* declared = namespaces_.FirstDeclaredNs(); declared != nullptr;
-         declared = namespaces_.NextDeclaredNs(declared)) {
-        if (declared->prefix == prefix) {
-            return {namespaces_.GetPrefix(ns.view()), AttributeRole::Ordinary, false,
-                    namespaces_.GetPrefix(ns.view()).empty()};
-        }
+    const sax::XmlNamespace* const latest = namespaces_.FirstDeclaredNs();
+    if (bound != nullptr && latest != nullptr && bound->level == latest->level) {
+        const std::string_view other = namespaces_.GetPrefix(ns.view());
+        return {other, AttributeRole::Ordinary, false, other.empty()};
     }
     return {prefix, AttributeRole::Ordinary, true};
 }
