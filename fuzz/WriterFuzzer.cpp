@@ -62,7 +62,10 @@ private:
     Bytes bytes_;
 };
 
-constexpr unsigned kUcs4 = 5;  // in EncodingFor()
+// In EncodingFor().
+constexpr unsigned kUtf16Le = 3;
+constexpr unsigned kUtf16Be = 4;
+constexpr unsigned kUcs4 = 5;
 
 Xml::Encoding& EncodingFor(unsigned choice) {
     static Xml::UTF8Encoding utf8(false, false), utf8Mark(true, false);
@@ -84,7 +87,7 @@ class Session {
 public:
     // The bits of the first byte: 0 to 2 the encoding, 3 and 4 line ends, 5 namespaces, 6 the
     // quotation mark, 7 indentation; of the second one: 0 rough, 1 checks off (when rough),
-    // 2 and 3 the line end.
+    // 2 and 3 the line end, 4 and 5 the depth of indentation, 6 tabs.
     Session(Bytes script, const std::set<std::size_t>& skipped)
         : input_(script), skipped_(skipped), first_(input_.Byte()), second_(input_.Byte()) {}
 
@@ -97,6 +100,8 @@ public:
     }
     bool IsRough() const { return (second_ & 1) != 0; }
     bool IsLatin1() const { return first_ % 8 > kUcs4; }
+    bool IsUtf16() const { return first_ % 8 == kUtf16Le || first_ % 8 == kUtf16Be; }
+    bool Indents() const { return (first_ & 128) != 0 && first_ % 8 != kUcs4; }
     bool HasNamespaces() const { return (first_ & 32) == 0; }
 
 private:
@@ -173,11 +178,16 @@ void Session::Settings() {
     writer_.SetNewLineHandling(kModes[first_ >> 3 & 3]);
     writer_.SetNamespaces(HasNamespaces());
     if ((first_ & 64) != 0) writer_.SetQuoteChar('\'');
-    if ((first_ & 128) != 0) writer_.SetFormatting(Xml::Formatting::Indented);
+    if (Indents()) {
+        writer_.SetFormatting(Xml::Formatting::Indented);
+        writer_.SetIndentation(static_cast<int>(second_ >> 4 & 3));
+        if ((second_ & 64) != 0) writer_.SetIndentChar('\t');
+    }
     if (IsRough() && (second_ & 2) != 0) writer_.SetCheckCharacters(false);
     writer_.SetNewLineChars(kLineEnds[second_ >> 2 & 3]);
-    // An encoding that nothing else tells is declared.
-    if (IsLatin1()) writer_.WriteStartDocument();
+    // An encoding that nothing else tells is declared. A comment at the very start has no
+    // byte-order mark before it, and when indenting begins a line, which hides UTF-16.
+    if (IsLatin1() || (Indents() && IsUtf16())) writer_.WriteStartDocument();
 }
 
 void Session::Run() {

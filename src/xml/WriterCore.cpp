@@ -11,8 +11,7 @@
 #include "xml/EscapeScan.h"
 #include "xml/WriterMessages.h"
 
-#include <algorithm>  // std::min
-#include <new>        // std::bad_alloc
+#include <new>  // std::bad_alloc
 
 namespace Xml::detail {
 
@@ -43,7 +42,7 @@ XmlSpace WriterCore::Space() const {
     return depth_ == 0 ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
 }
 
-const astring& WriterCore::Language() const { return depth_ == 0 ? empty_ : Top().language; }
+const astring& WriterCore::Language() const { return depth_ == 0 ? empty_ : *Top().language; }
 
 void WriterCore::RequireOpen() const {
     if (State() == WriteState::Closed) Throw(Message::kWriterClosed);
@@ -90,21 +89,13 @@ void WriterCore::Close() {
 
 // Frames.
 
-namespace {
-
-// Copies a text that is mostly empty.
-void Inherit(astring& text, const astring& outer) {
-    if (!text.empty() || !outer.empty()) text = outer;
-}
-
-}  // namespace
-
 WriterFrame& WriterCore::Push() {
     if (depth_ == frames_.size()) frames_.emplace_back();
     WriterFrame& frame = frames_[depth_];
     const bool isRoot = depth_ == 0;
-    Inherit(frame.defaultNs, isRoot ? empty_ : Top().defaultNs);
-    Inherit(frame.language, isRoot ? empty_ : Top().language);
+    frame.textsBefore = textCount_;
+    frame.defaultNs = isRoot ? &empty_ : Top().defaultNs;
+    frame.language = isRoot ? &empty_ : Top().language;
     frame.space = isRoot ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
     frame.declaration = WriterFrame::Declaration::None;
     frame.isMixed = false;
@@ -115,10 +106,18 @@ WriterFrame& WriterCore::Push() {
 // Leaves an element. The state of the last one stays.
 void WriterCore::Pop() {
     names_.resize(Top().nameBegin);
+    textCount_ = Top().textsBefore;
     --depth_;
-    if (settings.namespaces) namespaces_.PopContext();
+    namespaces_.PopContext();
     tagOpen_ = false;
     if (depth_ > 0) state_ = WriteState::Content;
+}
+
+// Keeps a text for the innermost element and what is in it.
+const astring* WriterCore::Keep(std::string_view text) {
+    if (textCount_ == texts_.size()) texts_.emplace_back();
+    texts_[textCount_] = text;
+    return &texts_[textCount_++];
 }
 
 // Layout.
@@ -128,9 +127,10 @@ bool WriterCore::Indents() const {
 }
 
 // Begins a line for what is `depth` elements deep. The first of a document needs none.
-void WriterCore::NewLine(int depth) {
+void WriterCore::NewLine(std::size_t depth) {
     if (state_ != WriteState::Start) output_.PutToken(settings.newLineChars);
-    for (int count = depth * settings.indentation; count > 0; --count)
+    for (std::size_t count = depth * static_cast<std::size_t>(settings.indentation); count > 0;
+         --count)
         output_.Put(settings.indentChar);
 }
 
@@ -154,16 +154,18 @@ void WriterCore::FinishTag(bool isEmpty) {
 void WriterCore::DeclareBound() {
     WriterFrame& frame = Top();
     if (frame.declaration == WriterFrame::Declaration::Pending) {
-        WriteDeclaration({}, frame.defaultNs);
+        WriteDeclaration({}, *frame.defaultNs);
         frame.declaration = WriterFrame::Declaration::Written;
     }
-    if (!settings.namespaces) return;
     bound_.clear();
+    auto written = written_.rbegin();  // the latest comes first, as in the namespaces
     for (const sax::XmlNamespace* ns = namespaces_.FirstDeclaredNs(); ns != nullptr;
          ns = namespaces_.NextDeclaredNs(ns)) {
-        const bool isInForce = namespaces_.FindPrefix(ns->prefix) == ns;
-        const bool isWritten = std::find(written_.begin(), written_.end(), ns) != written_.end();
-        if (isInForce && !isWritten) bound_.push_back(ns);
+        if (written != written_.rend() && *written == ns) {
+            ++written;
+        } else if (ns->current) {
+            bound_.push_back(ns);
+        }
     }
     for (auto ns = bound_.rbegin(); ns != bound_.rend(); ++ns)
         WriteDeclaration((*ns)->prefix, (*ns)->uri);
@@ -246,20 +248,17 @@ void WriterCore::DocType(std::string_view name, std::string_view publicId,
 void WriterCore::StartElement(std::string_view prefix, std::string_view localName,
                               std::string_view ns) {
     RequireOpen();
-    SettleAttribute();
-    const ElementPlan plan = PlanElement(prefix, localName, ns);
+    const ElementPlan plan = SettleAndPlan([&] { return PlanElement(prefix, localName, ns); });
     if (state_ == WriteState::Start) output_.PutPreamble();
     CloseTag();
     const bool indents = Indents();
-    const int outside = static_cast<int>(depth_);
+    const std::size_t outside = depth_;
     WriterFrame& frame = Push();
-    if (settings.namespaces) {
-        namespaces_.PushContext();
-        if (plan.binds) Declare(plan.prefix, ns);
-        if (plan.defaults) {
-            frame.defaultNs = ns;
-            frame.declaration = WriterFrame::Declaration::Pending;
-        }
+    namespaces_.PushContext();
+    if (plan.binds) Declare(plan.prefix, ns);
+    if (plan.defaults) {
+        frame.defaultNs = Keep(ns);
+        frame.declaration = WriterFrame::Declaration::Pending;
     }
     frame.nameBegin = names_.length();
     if (!plan.prefix.empty()) (names_ += plan.prefix) += ':';
@@ -282,7 +281,7 @@ void WriterCore::EndElement() {
     if (tagOpen_) {
         FinishTag(true);
     } else {
-        if (Indents()) NewLine(static_cast<int>(depth_) - 1);
+        if (Indents()) NewLine(depth_ - 1);
         if (!output_.PutEndTag(TopName())) {
             output_.PutToken("</");
             output_.PutToken(TopName());
@@ -320,7 +319,7 @@ void WriterCore::ElementString(std::string_view prefix, std::string_view localNa
 void WriterCore::BeginMarkup() {
     CloseTag();
     if (state_ == WriteState::Start) state_ = WriteState::Prolog;
-    if (Indents()) NewLine(static_cast<int>(depth_));
+    if (Indents()) NewLine(depth_);
 }
 
 void WriterCore::Comment(std::string_view text) {

@@ -13,6 +13,7 @@
 #include "xml/WriterOutput.h"
 
 #include <cstddef>
+#include <deque>
 #include <memory>
 #include <new>  // std::bad_alloc
 #include <span>
@@ -44,10 +45,11 @@ struct WriterFrame {
     /// Whether the default namespace must still be declared on the element.
     enum class Declaration : unsigned char { None = 0, Pending = 2, Written = 3 };
 
-    std::size_t nameBegin = 0;  ///< of its name in the names of all open elements
-    astring defaultNs;          ///< the default namespace in force
-    astring language;           ///< the xml:lang in force
-    XmlSpace space;             ///< the xml:space in force
+    std::size_t nameBegin = 0;           ///< of its name in the names of all open elements
+    std::size_t textsBefore = 0;         ///< how many texts the outer elements keep
+    const astring* defaultNs = nullptr;  ///< the default namespace in force
+    const astring* language = nullptr;   ///< the xml:lang in force
+    XmlSpace space;                      ///< the xml:space in force
     Declaration declaration = Declaration::None;
     bool isMixed = false;  ///< it has text, so white space in it would change its content
 };
@@ -141,7 +143,7 @@ private:
     bool CheckText(std::string_view text) const;
     bool IsInElement() const;
     bool Indents() const;
-    void NewLine(int depth);
+    void NewLine(std::size_t depth);
     void CloseTag() {
         if (tagOpen_) FinishOpenTag();
     }
@@ -149,7 +151,7 @@ private:
     void FinishTag(bool isEmpty);
     bool NeedsDeclarations() const {
         return Top().declaration == WriterFrame::Declaration::Pending ||
-               (settings.namespaces && namespaces_.FirstDeclaredNs() != nullptr);
+               namespaces_.FirstDeclaredNs() != nullptr;
     }
     void DeclareBound();
     void WriteDeclaration(std::string_view prefix, std::string_view uri);
@@ -157,6 +159,7 @@ private:
     void BeginContent();
     WriterFrame& Push();
     void Pop();
+    const astring* Keep(std::string_view text);
     std::string_view TopName() const { return names_.view().substr(Top().nameBegin); }
     WriterFrame& Top() { return frames_[depth_ - 1]; }
     const WriterFrame& Top() const { return frames_[depth_ - 1]; }
@@ -172,10 +175,23 @@ private:
                           std::string_view value);
     void BeginAttribute(const AttributePlan& plan, std::string_view localName, std::string_view ns);
     void CheckAttribute(AttributeRole role, std::string_view value) const;
+    bool IsBound(std::string_view prefix) const;
     void SettleAttribute() {
         if (state_ == WriteState::Attribute) SettleOpenAttribute();
     }
     void SettleOpenAttribute();
+
+    // Settles the open attribute, which a plan must know; but what cannot be planned is refused
+    // before anything has changed.
+    template <typename Plan>
+    auto SettleAndPlan(const Plan& plan) {
+        if (state_ == WriteState::Attribute) {
+            CheckAttribute(role_, value_);
+            plan();
+            SettleOpenAttribute();
+        }
+        return plan();
+    }
     void FinishAttribute();
     void Declare(std::string_view prefix, std::string_view uri);
     std::string_view GeneratePrefix();
@@ -215,6 +231,12 @@ private:
         frames_;  // the first depth_ ones; the others are kept for their memory
     std::size_t depth_ = 0;
     astring names_;  // of the open elements as they are written, one behind the other
+
+    // The default namespaces and languages that open elements have set: the first textCount_ ones;
+    // the others are kept for their memory. None of them moves or changes while its element is
+    // open, because a caller may hand one back as the argument of a call.
+    std::deque<astring> texts_;
+    std::size_t textCount_ = 0;
     std::vector<const sax::XmlNamespace*> written_;  // declared by attributes of the open tag
     std::vector<const sax::XmlNamespace*> bound_;    // while the others are declared
 

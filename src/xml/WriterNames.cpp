@@ -30,6 +30,13 @@ AttributeRole RoleInXml(std::string_view localName) {
 
 }  // namespace
 
+// Tells whether a prefix is bound, or will be by the open attribute.
+bool WriterCore::IsBound(std::string_view prefix) const {
+    return namespaces_.FindPrefix(prefix) != nullptr ||
+           (state_ == WriteState::Attribute && role_ == AttributeRole::Namespace &&
+            declaredPrefix_ == prefix);
+}
+
 WriterCore::ElementPlan WriterCore::PlanElement(std::string_view prefix, std::string_view localName,
                                                 std::string_view ns) const {
     if (depth_ == 0 && !docTypeName_.empty() && localName != docTypeName_) {
@@ -38,16 +45,14 @@ WriterCore::ElementPlan WriterCore::PlanElement(std::string_view prefix, std::st
     if (prefix.empty() && ns.empty()) return {};
     if (!settings.namespaces) Throw(Message::kNoNamespaces);
     if (ns.empty()) {
-        if (!prefix.empty() && namespaces_.FindPrefix(prefix) == nullptr) {
-            Throw(Message::kPrefixNotDeclared);
-        }
+        if (!IsBound(prefix)) Throw(Message::kPrefixNotDeclared);
         return {prefix};
     }
     if (!prefix.empty()) {
         if (BeginsWithXml(prefix)) Throw(Message::kInvalidPrefix);
         return {prefix, true};
     }
-    if (ns == (depth_ == 0 ? empty_ : Top().defaultNs)) return {};
+    if (ns == (depth_ == 0 ? empty_ : *Top().defaultNs)) return {};
     const std::string_view bound = namespaces_.GetPrefix(ns);
     return {bound, false, bound.empty()};
 }
@@ -101,19 +106,17 @@ WriterCore::AttributePlan WriterCore::PlanAttribute(std::string_view prefix,
 
 WriterCore::AttributePlan WriterCore::PlanPrefixed(std::string_view prefix, TextArgument ns) const {
     if (ns.isGiven() && ns.empty()) Throw(Message::kEmptyNamespace);
-    const sax::XmlNamespace* const bound = namespaces_.FindPrefix(prefix);
     if (!ns.isGiven()) {
-        if (bound == nullptr) Throw(Message::kMissingNamespace);
+        if (!IsBound(prefix)) Throw(Message::kMissingNamespace);
         return {prefix};
     }
+    const sax::XmlNamespace* const bound = namespaces_.FindPrefix(prefix);
     if (bound != nullptr && bound->uri == ns.view()) return {prefix};
     // The element itself, or another of its attributes, may have the prefix for another namespace.
-    for (const sax::XmlNamespace* declared = namespaces_.FirstDeclaredNs(); declared != nullptr;
-         declared = namespaces_.NextDeclaredNs(declared)) {
-        if (declared->prefix == prefix) {
-            return {namespaces_.GetPrefix(ns.view()), AttributeRole::Ordinary, false,
-                    namespaces_.GetPrefix(ns.view()).empty()};
-        }
+    const sax::XmlNamespace* const latest = namespaces_.FirstDeclaredNs();
+    if (bound != nullptr && latest != nullptr && bound->level == latest->level) {
+        const std::string_view other = namespaces_.GetPrefix(ns.view());
+        return {other, AttributeRole::Ordinary, false, other.empty()};
     }
     return {prefix, AttributeRole::Ordinary, true};
 }
@@ -121,8 +124,8 @@ WriterCore::AttributePlan WriterCore::PlanPrefixed(std::string_view prefix, Text
 void WriterCore::StartAttribute(std::string_view prefix, std::string_view localName,
                                 TextArgument ns) {
     RequireStartTag();
-    SettleAttribute();
-    BeginAttribute(PlanAttribute(prefix, localName, ns), localName, ns.view());
+    const AttributePlan plan = SettleAndPlan([&] { return PlanAttribute(prefix, localName, ns); });
+    BeginAttribute(plan, localName, ns.view());
 }
 
 void WriterCore::BeginAttribute(const AttributePlan& plan, std::string_view localName,
@@ -156,14 +159,14 @@ void WriterCore::SettleOpenAttribute() {
     switch (role_) {
     case AttributeRole::Ordinary: break;
     case AttributeRole::DefaultNamespace:
-        frame.defaultNs = value_;
+        frame.defaultNs = Keep(value_);
         frame.declaration = WriterFrame::Declaration::Written;
         break;
     case AttributeRole::Namespace:
         Declare(declaredPrefix_, value_);
         written_.push_back(namespaces_.FindPrefix(declaredPrefix_));
         break;
-    case AttributeRole::Language: frame.language = value_; break;
+    case AttributeRole::Language: frame.language = Keep(value_); break;
     case AttributeRole::Space:
         frame.space = value_ == "default" ? XmlSpace::SpaceDefault : XmlSpace::SpacePreserve;
         break;
@@ -197,9 +200,11 @@ void WriterCore::AttributeString(std::string_view prefix, std::string_view local
     RequireStartTag();
     if (AttributeQuickly(prefix, localName, ns, value)) return;
     const bool escapes = CheckText(value);
-    SettleAttribute();
-    const AttributePlan plan = PlanAttribute(prefix, localName, ns);
-    CheckAttribute(plan.role, value);
+    const AttributePlan plan = SettleAndPlan([&] {
+        const AttributePlan made = PlanAttribute(prefix, localName, ns);
+        CheckAttribute(made.role, value);
+        return made;
+    });
     BeginAttribute(plan, localName, ns.view());
     PutValue(value, escapes);
     NoteValue(value);

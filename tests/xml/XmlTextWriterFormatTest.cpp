@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
+#include <espalier/encoding/UnicodeEncodings.h>
+#include <espalier/io/MemoryStream.h>
 #include <espalier/xml/XmlTextWriter.h>
 
 #include "support/DocumentWriter.h"
+#include "support/ExpectThrow.h"
+#include "support/FailingStream.h"
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 
 namespace {
@@ -299,6 +304,23 @@ TEST(XmlTextWriterFormat, DeepElementsAreIndentedByTheirDepth) {
     for (int i = kDepth - 2; i >= 0; --i)
         expected += "\n" + std::string(static_cast<std::size_t>(2 * i), ' ') + "</e>";
     EXPECT_EQ(writer.Text(), expected);
+}
+
+// More spaces than an int counts are begun; the stream ends the attempt.
+TEST(XmlTextWriterFormat, AnIndentationIsNotCutToAnInt) {
+    for (const int indentation : {1 << 30, std::numeric_limits<int>::max()}) {
+        SCOPED_TRACE(indentation);
+        Xml::UTF8Encoding encoding;
+        IO::MemoryStream inner;
+        support::FailingStream stream(inner, 1, support::Failure::Throw);
+        XmlTextWriter writer(&stream, &encoding);
+        writer.SetFormatting(Formatting::Indented);
+        writer.SetIndentation(0);
+        for (int i = 0; i < 4; ++i)
+            writer.WriteStartElement("e");
+        writer.SetIndentation(indentation);
+        EXPECT_THROW_TEXT(writer.WriteStartElement("e"), support::FailingStream::kMessage, -1, -1);
+    }
 }
 
 TEST(XmlTextWriterFormat, TheNumbersOfTheModes) {

@@ -179,6 +179,32 @@ TEST(XmlTextWriterSettings, AssignmentTakesTheSettingsOnly) {
     EXPECT_EQ(source.Text(), "<source");
 }
 
+// Elements end with the namespaces that they began with, whatever the setting is by then.
+TEST(XmlTextWriterSettings, AssignmentMaySwitchNamespacesInADocument) {
+    const XmlTextWriter with;
+    DocumentWriter without;
+    without->SetNamespaces(false);
+
+    DocumentWriter writer;
+    writer->WriteStartElement("p", "r", "urn:p");
+    *writer = *without;  // the declaration is still to be written
+    writer->WriteStartElement("e");
+    *writer = with;
+    writer->WriteStartElement("q", "f", "urn:q");
+    writer->WriteEndElement();
+    writer->WriteEndElement();
+    EXPECT_EQ(writer->LookupPrefix("urn:p"), "p");
+    EXPECT_EQ(writer->LookupPrefix("urn:q"), "");
+    *writer = *without;
+    writer->WriteEndDocument();
+    EXPECT_EQ(writer.Text(), "<p:r xmlns:p=\"urn:p\"><e><q:f xmlns:q=\"urn:q\"/></e></p:r>");
+
+    writer->SetNamespaces(true);
+    EXPECT_EQ(writer->LookupPrefix("urn:p"), "");
+    EXPECT_THROW_TEXT(writer->WriteStartElement("p", "e", nullptr),
+                      "Invalid Argument: Prefix not declared", -1, -1);
+}
+
 TEST(XmlTextWriterSettings, AssignmentToAnOpenDocumentLetsItGoOn) {
     XmlTextWriter settings;
     settings.SetQuoteChar('\'');

@@ -361,6 +361,61 @@ TEST(XmlTextWriterState, ACallThatThrowsChangesNothing) {
     }
 }
 
+// An attribute that a refused call would have ended goes on as if there had been no call.
+TEST(XmlTextWriterState, ACallThatThrowsDoesNotTakeUpTheOpenAttribute) {
+    for (const BadArgument& bad : kBadArguments) {
+        if (bad.places.find('A') == std::string_view::npos) continue;
+        SCOPED_TRACE(bad.name);
+        DocumentWriter writer;
+        writer->WriteStartElement("e");
+        writer->WriteStartAttribute("xml", "lang", nullptr);
+        writer->WriteString("e");
+        EXPECT_THROW_FULL(bad.call(*writer), bad.message, "", -1, -1);
+        EXPECT_EQ(writer->GetXmlLang(), "");
+        writer->WriteString("n");
+        writer->WriteStartAttribute("xml", "space", nullptr);
+        EXPECT_EQ(writer->GetXmlLang(), "en");
+        writer->WriteString("preserve");
+        EXPECT_THROW_FULL(bad.call(*writer), bad.message, "", -1, -1);
+        EXPECT_EQ(writer->GetXmlSpace(), Xml::XmlSpace::SpaceNone);
+        writer->WriteStartAttribute("xmlns", "p", nullptr);
+        EXPECT_EQ(writer->GetXmlSpace(), Xml::XmlSpace::SpacePreserve);
+        writer->WriteString("urn:");
+        EXPECT_THROW_FULL(bad.call(*writer), bad.message, "", -1, -1);
+        EXPECT_EQ(writer->LookupPrefix("urn:"), "");
+        writer->WriteString("p");
+        writer->WriteStartElement("p", "f", nullptr);
+        EXPECT_EQ(writer->LookupPrefix("urn:p"), "p");
+        writer->Close();
+        EXPECT_EQ(writer.Text(),
+                  "<e xml:lang=\"en\" xml:space=\"preserve\" xmlns:p=\"urn:p\"><p:f/></e>");
+    }
+}
+
+// The declaration that a call ends counts for its own name.
+TEST(XmlTextWriterState, TheOpenAttributeDeclaresThePrefixOfTheNextName) {
+    const struct {
+        WriterCalls call;
+        const char* expected;
+    } kCases[] = {
+        {[](XmlTextWriter& w) { w.WriteStartAttribute("p", "a", nullptr); }, " p:a=\"\"/>"},
+        {[](XmlTextWriter& w) { w.WriteAttributeString("p", "a", nullptr, "1"); }, " p:a=\"1\"/>"},
+        {[](XmlTextWriter& w) { w.WriteAttributeString("a", "urn:p", "1"); }, " p:a=\"1\"/>"},
+        {[](XmlTextWriter& w) { w.WriteStartElement("p", "f", nullptr); }, "><p:f/></e>"},
+        {[](XmlTextWriter& w) { w.WriteStartElement("f", "urn:p"); }, "><p:f/></e>"},
+    };
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.expected);
+        DocumentWriter writer;
+        writer->WriteStartElement("e");
+        writer->WriteStartAttribute("xmlns", "p", nullptr);
+        writer->WriteString("urn:p");
+        c.call(*writer);
+        writer->WriteEndDocument();
+        EXPECT_EQ(writer.Text(), std::string("<e xmlns:p=\"urn:p\"") + c.expected);
+    }
+}
+
 // The state is looked at before the arguments.
 TEST(XmlTextWriterState, TheMessageOfTheStateComesFirst) {
     const struct {
