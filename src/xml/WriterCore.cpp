@@ -255,7 +255,12 @@ void WriterCore::StartElement(std::string_view prefix, std::string_view localNam
     const std::size_t outside = depth_;
     WriterFrame& frame = Push();
     namespaces_.PushContext();
-    if (plan.binds) Declare(plan.prefix, ns);
+    used_.clear();
+    if (plan.binds) {
+        Declare(plan.prefix, ns);
+    } else {
+        NoteUse(plan.prefix);
+    }
     if (plan.defaults) {
         frame.defaultNs = Keep(ns);
         frame.declaration = WriterFrame::Declaration::Pending;

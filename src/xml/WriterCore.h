@@ -176,6 +176,8 @@ private:
     void BeginAttribute(const AttributePlan& plan, std::string_view localName, std::string_view ns);
     void CheckAttribute(AttributeRole role, std::string_view value) const;
     bool IsBound(std::string_view prefix) const;
+    void NoteUse(std::string_view prefix);
+    bool IsUsed(const sax::XmlNamespace& ns) const;
     void SettleAttribute() {
         if (state_ == WriteState::Attribute) SettleOpenAttribute();
     }
@@ -238,7 +240,9 @@ private:
     std::deque<astring> texts_;
     std::size_t textCount_ = 0;
     std::vector<const sax::XmlNamespace*> written_;  // declared by attributes of the open tag
-    std::vector<const sax::XmlNamespace*> bound_;    // while the others are declared
+    static constexpr std::size_t kMostUsed = 16;
+    std::vector<const sax::XmlNamespace*> used_;   // by the open tag, up to one more than that
+    std::vector<const sax::XmlNamespace*> bound_;  // while the others are declared
 
     // The attribute that is open.
     AttributeRole role_ = AttributeRole::Ordinary;

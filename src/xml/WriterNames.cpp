@@ -9,6 +9,7 @@
 #include "xml/WriterCore.h"
 #include "xml/WriterMessages.h"
 
+#include <algorithm>  // std::find
 #include <charconv>
 #include <new>  // std::bad_alloc
 
@@ -73,6 +74,19 @@ std::string_view WriterCore::GeneratePrefix() {
     return newPrefix_;
 }
 
+// Remembers that the open start tag has a prefix that an outer element has declared, so that it is
+// not declared anew for another namespace.
+void WriterCore::NoteUse(std::string_view prefix) {
+    if (prefix.empty() || used_.size() > kMostUsed) return;
+    if (const sax::XmlNamespace* const ns = namespaces_.FindPrefix(prefix)) used_.push_back(ns);
+}
+
+// With very many prefixes any may be among them: looking through them for each attribute would take
+// quadratic time.
+bool WriterCore::IsUsed(const sax::XmlNamespace& ns) const {
+    return used_.size() > kMostUsed || std::find(used_.begin(), used_.end(), &ns) != used_.end();
+}
+
 // Attributes.
 
 void WriterCore::RequireStartTag() const {
@@ -114,7 +128,9 @@ WriterCore::AttributePlan WriterCore::PlanPrefixed(std::string_view prefix, Text
     if (bound != nullptr && bound->uri == ns.view()) return {prefix};
     // The element itself, or another of its attributes, may have the prefix for another namespace.
     const sax::XmlNamespace* const latest = namespaces_.FirstDeclaredNs();
-    if (bound != nullptr && latest != nullptr && bound->level == latest->level) {
+    const bool isDeclaredHere =
+        bound != nullptr && latest != nullptr && bound->level == latest->level;
+    if (isDeclaredHere || (bound != nullptr && IsUsed(*bound))) {
         const std::string_view other = namespaces_.GetPrefix(ns.view());
         return {other, AttributeRole::Ordinary, false, other.empty()};
     }
@@ -132,7 +148,11 @@ void WriterCore::BeginAttribute(const AttributePlan& plan, std::string_view loca
                                 std::string_view ns) {
     if (state_ == WriteState::Attribute) FinishAttribute();
     const std::string_view prefix = plan.generates ? GeneratePrefix() : plan.prefix;
-    if (plan.binds || plan.generates) Declare(prefix, ns);
+    if (plan.binds || plan.generates) {
+        Declare(prefix, ns);
+    } else if (plan.role != AttributeRole::Namespace) {
+        NoteUse(prefix);
+    }
     role_ = plan.role;
     value_.clear();
     if (role_ == AttributeRole::Namespace) declaredPrefix_ = localName;

@@ -300,6 +300,49 @@ TEST(XmlTextWriterNamespace, PendingAndGeneratedDeclarations) {
     }
 }
 
+// A prefix from further out that the tag has used already stays what it is there.
+TEST(XmlTextWriterNamespace, PrefixesInUseAreNotDeclaredAnew) {
+    const Document kDocuments[] = {
+        {"by the element, which took it for its namespace",
+         [](XmlTextWriter& w) {
+             w.WriteStartElement("p", "o", "urn:1");
+             w.WriteStartElement("a", "urn:1");
+             w.WriteAttributeString("p", "x", "urn:2", "1");
+             w.WriteEndDocument();
+         },
+         "<p:o xmlns:p=\"urn:1\"><p:a ns1:x=\"1\" xmlns:ns1=\"urn:2\"/></p:o>"},
+        {"by the element, which was given it",
+         [](XmlTextWriter& w) {
+             w.WriteStartElement("p", "o", "urn:1");
+             w.WriteStartElement("p", "a", nullptr);
+             w.WriteAttributeString("p", "x", "urn:2", "1");
+             w.WriteEndDocument();
+         },
+         "<p:o xmlns:p=\"urn:1\"><p:a ns1:x=\"1\" xmlns:ns1=\"urn:2\"/></p:o>"},
+        {"by an attribute",
+         [](XmlTextWriter& w) {
+             w.WriteStartElement("p", "o", "urn:1");
+             w.WriteStartElement("a");
+             w.WriteAttributeString("p", "x", "urn:1", "1");
+             w.WriteAttributeString("p", "x", "urn:2", "2");
+             w.WriteEndDocument();
+         },
+         "<p:o xmlns:p=\"urn:1\"><a p:x=\"1\" ns1:x=\"2\" xmlns:ns1=\"urn:2\"/></p:o>"},
+        {"by none",
+         [](XmlTextWriter& w) {
+             w.WriteStartElement("p", "o", "urn:1");
+             w.WriteStartElement("a");
+             w.WriteAttributeString("p", "x", "urn:2", "2");
+             w.WriteEndDocument();
+         },
+         "<p:o xmlns:p=\"urn:1\"><a p:x=\"2\" xmlns:p=\"urn:2\"/></p:o>"},
+    };
+    for (const Document& document : kDocuments) {
+        SCOPED_TRACE(document.name);
+        EXPECT_EQ(WrittenBy(document.calls), document.expected);
+    }
+}
+
 TEST(XmlTextWriterNamespace, DeclarationsAreWrittenInTheQuotesOfTheWriter) {
     DocumentWriter writer;
     writer->SetQuoteChar('\'');
