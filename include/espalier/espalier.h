@@ -6,4 +6,5 @@
 
 #include <espalier/encoding.h>
 #include <espalier/io.h>
+#include <espalier/sax.h>
 #include <espalier/xml.h>

@@ -55,6 +55,7 @@ EntityRecord* EntityTable::Declare(EntityKind kind, std::string_view name) {
     const astring key = KeyOf(kind, name);
     if (FindIn(byKey_, key) != nullptr) return nullptr;
     EntityRecord& record = records_.emplace_back();
+    record.kind = kind;
     record.name = name;
     byKey_.Insert(key.data(), static_cast<unsigned>(key.length()), &record);
     return &record;

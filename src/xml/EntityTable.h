@@ -24,6 +24,7 @@ enum class EntityKind : unsigned char { General, Parameter, Notation };
 
 /// An entity or a notation that the document type declares.
 struct EntityRecord {
+    EntityKind kind = EntityKind::General;
     astring name;
     astring text;  ///< the replacement text; empty for an external entity
     astring publicId;
@@ -67,6 +68,9 @@ public:
         const PlainSlot& slot = plain_[SlotOf(name)];
         return slot.name == name ? slot.record : nullptr;
     }
+
+    /// Returns all records, in the order of their declarations.
+    const std::deque<EntityRecord>& Records() const { return records_; }
 
     /// Returns the record with what it leads to: up to the first reference that leads back, if
     /// there is one, because nothing is expanded behind that. Entities that are not declared count

@@ -118,6 +118,8 @@ public:
     void ReadToEndTag();
     astring InnerXml();
     astring OuterXml(bool isEmpty);
+    /// Returns what the document type declares, or null when it has no subset.
+    const EntityTable* Entities() const { return entities_.get(); }
     int AttributeIndex() const { return attributeIndex_; }
     const astring& LookupNamespace(std::string_view prefix) const;
 

@@ -20,6 +20,7 @@ class Stream;
 namespace Xml {
 
 namespace detail {
+class ReaderAccess;
 class ReaderCore;
 }
 
@@ -401,6 +402,7 @@ public:
 
 private:
     friend class XmlAttributeRef;
+    friend class detail::ReaderAccess;
 
     const astring& NormalizedValue() const;
     void RequireStartElement();

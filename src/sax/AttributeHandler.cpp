@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "sax/AttributeHandler.h"
+
+#include <espalier/xml/XmlTextReader.h>
+
+#include "xml/ReaderAccess.h"
+#include "xml/ReaderCore.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace sax::detail {
+
+namespace {
+
+using Xml::XmlNodeType;
+using Xml::detail::ReaderAccess;
+using Xml::detail::XmlAttribute;
+
+const XmlAttribute& AttributeOf(Xml::XmlTextReader& reader, int index) {
+    return ReaderAccess::Core(reader).AttributeAt(index);
+}
+
+const astring& LocalNameOf(const XmlAttribute& attribute) {
+    const Xml::detail::NameParts& name = *attribute.name;
+    return name.local.empty() ? name.qualified : name.local;
+}
+
+std::string_view ViewOf(const char* text) { return text == nullptr ? "" : text; }
+
+}  // namespace
+
+void AttributeHandler::Load() {
+    count_ = ReaderAccess::Core(reader_).AttributeCount();
+    resolvedCount_ = 0;
+    if (isIndexed_) {
+        pairs_.Clear();
+        isIndexed_ = false;
+    }
+    for (int i = 0; i < count_; ++i) {
+        if (AttributeOf(reader_, i).holdsReferences) Resolve(i);
+    }
+}
+
+// Puts the value together from its parts.
+void AttributeHandler::Resolve(int index) {
+    if (resolvedCount_ == resolved_.size()) resolved_.emplace_back();
+    Resolved& resolved = resolved_[resolvedCount_++];
+    resolved.index = index;
+    resolved.value.clear();
+    reader_.MoveToAttribute(index);
+    while (reader_.ReadAttributeValue()) {
+        switch (reader_.NodeType()) {
+        case XmlNodeType::Text: resolved.value += reader_.Value(); break;
+        case XmlNodeType::EntityReference: reader_.ResolveEntity(); break;
+        default: break;
+        }
+    }
+    reader_.MoveToElement();
+}
+
+const char* AttributeHandler::getURI(int index) const {
+    return Has(index) ? AttributeOf(reader_, index).uri->c_str() : nullptr;
+}
+
+const char* AttributeHandler::getLocalName(int index) const {
+    return Has(index) ? LocalNameOf(AttributeOf(reader_, index)).c_str() : nullptr;
+}
+
+const char* AttributeHandler::getQName(int index) const {
+    return Has(index) ? AttributeOf(reader_, index).name->qualified.c_str() : nullptr;
+}
+
+// Declarations of attributes are not read, so all are of the type that needs none.
+const char* AttributeHandler::getType(int index) const { return Has(index) ? "CDATA" : nullptr; }
+
+const char* AttributeHandler::getValue(int index) const {
+    if (!Has(index)) return nullptr;
+    if (AttributeOf(reader_, index).holdsReferences) {
+        const auto end = resolved_.begin() + static_cast<std::ptrdiff_t>(resolvedCount_);
+        const auto found =
+            std::lower_bound(resolved_.begin(), end, index,
+                             [](const Resolved& one, int wanted) { return one.index < wanted; });
+        return found->value.c_str();
+    }
+    return ReaderAccess::Core(reader_).AttributeValue(index).c_str();
+}
+
+int AttributeHandler::getIndex(const char* qName) const {
+    const std::string_view wanted = ViewOf(qName);
+    for (int i = 0; i < count_; ++i) {
+        if (AttributeOf(reader_, i).name->qualified == wanted) return i;
+    }
+    return -1;
+}
+
+int AttributeHandler::getIndex(const char* uri, const char* localName) const {
+    const auto namesOf = [this](int i) {
+        const XmlAttribute& attribute = AttributeOf(reader_, i);
+        return AttributeNames{*attribute.uri, LocalNameOf(attribute), attribute.name->qualified};
+    };
+    if (count_ <= PairIndex::kFew) {
+        return PairIndex::Scan(count_, namesOf, ViewOf(uri), ViewOf(localName));
+    }
+    if (!isIndexed_) {
+        for (int i = 0; i < count_; ++i)
+            pairs_.Add(namesOf(i), i);
+        isIndexed_ = true;
+    }
+    return pairs_.Find(ViewOf(uri), ViewOf(localName));
+}
+
+}  // namespace sax::detail
