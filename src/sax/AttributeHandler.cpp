@@ -3,6 +3,7 @@
 
 #include <espalier/xml/XmlTextReader.h>
 
+#include "sax/ViewOf.h"
 #include "xml/ReaderAccess.h"
 #include "xml/ReaderCore.h"
 
@@ -25,8 +26,6 @@ const astring& LocalNameOf(const XmlAttribute& attribute) {
     const Xml::detail::NameParts& name = *attribute.name;
     return name.local.empty() ? name.qualified : name.local;
 }
-
-std::string_view ViewOf(const char* text) { return text == nullptr ? "" : text; }
 
 }  // namespace
 

@@ -2,16 +2,14 @@
 #include <espalier/sax/helpers/AttributesImpl.h>
 
 #include "sax/AttributeStore.h"
-
-#include <string_view>
+#include "sax/ViewOf.h"
 
 namespace sax::helpers {
 
 namespace {
 
 using detail::AttributeRecord;
-
-std::string_view ViewOf(const char* text) { return text == nullptr ? "" : text; }
+using sax::detail::ViewOf;
 
 AttributeRecord MakeRecord(const char* uri, const char* localName, const char* qName,
                            const char* type, const char* value) {

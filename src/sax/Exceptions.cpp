@@ -5,6 +5,8 @@
 #include <espalier/sax/SAXNotSupportedException.h>
 #include <espalier/sax/SAXParseException.h>
 
+#include "sax/ViewOf.h"
+
 namespace sax {
 
 SAXException::SAXException() = default;
@@ -21,8 +23,8 @@ SAXParseException::SAXParseException(const astring& message) : SAXException(mess
 SAXParseException::SAXParseException(const astring& message, const Locator* locator)
     : SAXException(message) {
     if (locator == nullptr) return;
-    publicId_ = locator->getPublicId();
-    systemId_ = locator->getSystemId();
+    publicId_ = detail::ViewOf(locator->getPublicId());
+    systemId_ = detail::ViewOf(locator->getSystemId());
     lineNumber_ = locator->getLineNumber();
     columnNumber_ = locator->getColumnNumber();
 }

@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/sax/helpers/LocatorImpl.h>
 
+#include "sax/ViewOf.h"
+
 namespace sax::helpers {
+
+using sax::detail::ViewOf;
 
 LocatorImpl::LocatorImpl() = default;
 
 LocatorImpl::LocatorImpl(const Locator* locator) {
     if (locator == nullptr) return;
-    publicId_ = locator->getPublicId();
-    systemId_ = locator->getSystemId();
+    setPublicId(locator->getPublicId());
+    setSystemId(locator->getSystemId());
     lineNumber_ = locator->getLineNumber();
     columnNumber_ = locator->getColumnNumber();
 }
@@ -22,7 +26,7 @@ const char* LocatorImpl::getSystemId() const { return systemId_.c_str(); }
 int LocatorImpl::getLineNumber() const { return lineNumber_; }
 int LocatorImpl::getColumnNumber() const { return columnNumber_; }
 
-void LocatorImpl::setPublicId(const char* publicId) { publicId_ = publicId; }
-void LocatorImpl::setSystemId(const char* systemId) { systemId_ = systemId; }
+void LocatorImpl::setPublicId(const char* publicId) { publicId_ = ViewOf(publicId); }
+void LocatorImpl::setSystemId(const char* systemId) { systemId_ = ViewOf(systemId); }
 
 }  // namespace sax::helpers

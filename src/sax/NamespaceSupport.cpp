@@ -4,16 +4,16 @@
 #include <espalier/xml/HashIterator.h>
 
 #include "sax/Messages.h"
+#include "sax/ViewOf.h"
 
 #include <memory>
-#include <string_view>
 #include <vector>
 
 namespace sax::helpers {
 
 namespace {
 
-std::string_view ViewOf(const char* text) { return text == nullptr ? "" : text; }
+using sax::detail::ViewOf;
 
 // Calls `visit` with each prefix in force, until that returns false.
 template <typename Visit>

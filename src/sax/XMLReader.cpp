@@ -5,14 +5,13 @@
 
 #include "sax/Messages.h"
 #include "sax/Parser.h"
-
-#include <string_view>
+#include "sax/ViewOf.h"
 
 namespace sax {
 
 namespace {
 
-std::string_view ViewOf(const char* text) { return text == nullptr ? "" : text; }
+using detail::ViewOf;
 
 [[noreturn]] void ThrowUnknownProperty(const char* name) {
     astring text(detail::Message::kPropertyNotRecognized);

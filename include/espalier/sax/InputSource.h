@@ -19,7 +19,8 @@ namespace sax {
 /// Says where a document comes from. Of several sources, XMLReader takes the first of this order:
 /// byte stream, file, character stream, reader, system identifier.
 ///
-/// An InputSource owns none of them: each must outlive the parse.
+/// An InputSource owns none of them: each must outlive the parse. A null pointer for an identifier is
+/// an empty text, for anything else it is none.
 class ESPALIER_EXPORT InputSource {
 public:
     InputSource();
