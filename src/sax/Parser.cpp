@@ -103,6 +103,13 @@ public:
         return names_;
     }
 
+    /// Returns the attributes of the current element, which attributes has loaded. They stay, too.
+    const Attributes& TakeAttributes() {
+        if (isOwn) return attributes;
+        keptAttributes_.setAttributes(attributes);
+        return keptAttributes_;
+    }
+
     XmlTextReader& reader;
     Xml::detail::ReaderCore& core;
     LocatorHandler locator;
@@ -116,6 +123,7 @@ private:
     Parser& parser_;
     Names names_{};
     astring kept_[3];
+    helpers::AttributesImpl keptAttributes_;
     std::optional<bool> normalization_;  // what the reader had, when it was changed
 };
 
@@ -312,7 +320,7 @@ bool Parser::ReportStart(Run& run) {
     const Run::Names& names = run.TakeNames();
     if (settings.contentHandler != nullptr) {
         settings.contentHandler->startElement(names.uri, names.local, names.qualified,
-                                              run.attributes);
+                                              run.TakeAttributes());
     }
     if (!isEmpty) {
         ++run.openElements;
@@ -334,9 +342,10 @@ bool Parser::ReportEnd(Run& run) {
 void Parser::ReportText(const Run& run, bool isBlank) const {
     if (settings.contentHandler == nullptr) return;
     const astring& text = run.reader.Value();
+    const std::size_t end = text.length();  // a handler may move a reader that is its own
     std::size_t start = 0;
     do {  // once, but for texts of gigabytes
-        const std::size_t length = std::min<std::size_t>(text.length() - start, INT_MAX);
+        const std::size_t length = std::min<std::size_t>(end - start, INT_MAX);
         const char* const part = text.c_str() + start;
         if (settings.contentHandler == nullptr) return;
         if (isBlank) {
@@ -345,7 +354,7 @@ void Parser::ReportText(const Run& run, bool isBlank) const {
             settings.contentHandler->characters(part, 0, static_cast<int>(length));
         }
         start += length;
-    } while (start < text.length());
+    } while (start < end);
 }
 
 void Parser::ReportInstruction(const Run& run) const {
@@ -356,9 +365,11 @@ void Parser::ReportInstruction(const Run& run) const {
 
 // Reports the notations and unparsed entities that the document type declares.
 void Parser::ReportDeclarations(const Run& run) const {
-    if (run.core.Entities() == nullptr) return;
-    for (const Xml::detail::EntityRecord& record : run.core.Entities()->Records()) {
-        if (settings.dtdHandler == nullptr) return;
+    // Everything is asked for anew each time: a handler may close a reader that is its own.
+    for (std::size_t i = 0; settings.dtdHandler != nullptr; ++i) {
+        const Xml::detail::EntityTable* const table = run.core.Entities();
+        if (table == nullptr || i >= table->Records().size()) return;
+        const Xml::detail::EntityRecord& record = table->Records()[i];
         const char* const publicId = record.publicId.c_str();
         const char* const systemId = record.systemId.c_str();
         if (record.kind == Xml::detail::EntityKind::Notation) {
