@@ -284,7 +284,21 @@ void Parser::ReadNodes(Run& run) {
     const auto read = [&run] { return run.core.Read(); };
     do {
         isParsing_ = AskReader(run, read);
-    } while (isParsing_ && Dispatch(run));
+    } while (isParsing_ && IsOnNode(run) && Dispatch(run));
+}
+
+// Tells whether there is a node to report. The reader, which throws its errors and returns false at
+// the end, leaves no other state behind a Read() that returned true.
+bool Parser::IsOnNode(const Run& run) const {
+    switch (run.reader.ReadState()) {
+    case XmlTextReader::Initial:
+    case XmlTextReader::Interactive: return true;
+    case XmlTextReader::Closed:
+    case XmlTextReader::EndOfFile: return false;
+    case XmlTextReader::Error: break;
+    }
+    ReportFatal(Message::kError, run.locator);
+    return false;
 }
 
 // Reports the current node. Returns whether there may be more.
@@ -306,8 +320,18 @@ bool Parser::Dispatch(Run& run) {
         standalone_ = run.reader.GetAttribute("standalone") == "yes";
         return true;
     case XmlNodeType::DocumentType: ReportDeclarations(run); return true;
-    default: return true;
+    case XmlNodeType::None:
+    case XmlNodeType::Attribute:
+    case XmlNodeType::Entity:
+    case XmlNodeType::Comment:
+    case XmlNodeType::Document:
+    case XmlNodeType::DocumentFragment:
+    case XmlNodeType::Notation:
+    case XmlNodeType::EndEntity: return true;
     }
+    isParsing_ = false;
+    ReportFatal(Message::kInternal, run.locator);
+    return false;
 }
 
 bool Parser::ReportStart(Run& run) {

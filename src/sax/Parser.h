@@ -42,6 +42,7 @@ private:
     Xml::XmlTextReader& OpenInput(const InputSource& input);
     void ParseDocument(const InputSource& input, Run& run);
     void ReadNodes(Run& run);
+    bool IsOnNode(const Run& run) const;
     bool Dispatch(Run& run);
     bool ReportStart(Run& run);
     bool ReportEnd(Run& run);
