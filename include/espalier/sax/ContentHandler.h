@@ -22,6 +22,7 @@ public:
     /// endDocument() has returned.
     virtual void setDocumentLocator(const Locator* locator) = 0;
 
+    /// Receives the beginning, once, before anything that stands in the document.
     virtual void startDocument() = 0;
 
     /// Receives the end, once, also after a fatal error that an ErrorHandler has taken. When
@@ -40,6 +41,7 @@ public:
     virtual void startElement(const char* uri, const char* localName, const char* qName,
                               const Attributes& attributes) = 0;
 
+    /// Receives an end tag, or the end of an empty-element tag, with the names of its start.
     virtual void endElement(const char* uri, const char* localName, const char* qName) = 0;
 
     /// Receives text: `length` bytes from `text + start` on. One text may come in several parts.
@@ -48,6 +50,7 @@ public:
     /// Receives text that is nothing but white space, in the same way.
     virtual void ignorableWhitespace(const char* text, int start, int length) = 0;
 
+    /// Receives a processing instruction; `data` is what follows the target and white space.
     virtual void processingInstruction(const char* target, const char* data) = 0;
 
     /// Never called by XMLReader.

@@ -13,8 +13,10 @@ public:
 
     virtual ~DTDHandler();
 
+    /// Receives a notation. An identifier that it has not is an empty string.
     virtual void notationDecl(const char* name, const char* publicId, const char* systemId) = 0;
 
+    /// Receives an entity that is no XML, with the name of its notation.
     virtual void unparsedEntityDecl(const char* name, const char* publicId, const char* systemId,
                                     const char* notationName) = 0;
 

@@ -13,7 +13,9 @@ public:
 
     virtual ~ErrorHandler();
 
+    /// Never called by XMLReader.
     virtual void warning(const SAXParseException& exception) = 0;
+    /// Never called by XMLReader.
     virtual void error(const SAXParseException& exception) = 0;
 
     /// Receives an error that ends the document. When it returns, endDocument() follows; what it

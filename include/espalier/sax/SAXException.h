@@ -19,6 +19,7 @@ public:
 
     virtual ~SAXException();
 
+    /// Returns what has gone wrong.
     const astring& getMessage() const { return message_; }
 
 private:

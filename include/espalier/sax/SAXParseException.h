@@ -27,7 +27,9 @@ public:
 
     ~SAXParseException() override;
 
+    /// Returns the public identifier of the document, or an empty string.
     const astring& getPublicId() const { return publicId_; }
+    /// Returns the system identifier of the document, or an empty string.
     const astring& getSystemId() const { return systemId_; }
     /// Returns the line, from 1 on; 0 when it is not known.
     int getLineNumber() const { return lineNumber_; }

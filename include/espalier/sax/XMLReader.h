@@ -95,13 +95,15 @@ public:
     /// SAXParseException when there is no handler. The message and the argument make one text.
     /// False at first.
     void setReportReaderErrors(bool report);
+    /// Returns what setReportReaderErrors() has set.
     bool getReportReaderErrors() const;
 
     /// Reads a document from the first source that `input` has.
     ///
-    /// A reader that is given is read from where it stands to the end of the element that it
-    /// stands in, or to the end of the document. It keeps its own settings but for normalization,
-    /// and is not closed.
+    /// A reader that is given is read from where it stands to the next end tag that has the depth
+    /// of the node it stands on, or to the end of the document: from a start tag, to the end tag of
+    /// that element, which is reported. It keeps its own settings but for normalization, which it
+    /// gets back, and is not closed. A handler may move or close it.
     ///
     /// \throws SAXException "Invalid operation" when this object is parsing already
     /// \throws SAXParseException without an ErrorHandler: "No input source found.", "Missing start

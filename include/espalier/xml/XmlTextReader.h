@@ -22,7 +22,7 @@ namespace Xml {
 namespace detail {
 class ReaderAccess;
 class ReaderCore;
-}
+}  // namespace detail
 
 /// Reads an XML document forward only, one node at a time.
 ///

@@ -21,7 +21,10 @@ public:
     /// Leaves all contexts. Declarations of namespaces are in no namespace then.
     void reset();
 
+    /// Enters a context; prefixes can be declared in it.
     void pushContext();
+    /// Leaves the context and undoes its declarations. In the outer one nothing can be declared
+    /// any more.
     void popContext();
 
     /// Declares a prefix, or with an empty one the default namespace, in this context.
@@ -58,6 +61,7 @@ public:
     /// \throws SAXException "Illegal state: setNamespaceDeclUris() was called after a context was
     ///     pushed." when a name has been processed in this context, or one has been left
     void setNamespaceDeclUris(bool value);
+    /// Tells whether it is bound.
     bool isNamespaceDeclUris() const { return declaresUris_; }
 
 private:

@@ -29,8 +29,10 @@ public:
     /// Returns the next string, which belongs to this object; null behind the last.
     const char* nextElement() { return hasMoreElements() ? elements_[next_++].c_str() : nullptr; }
 
-    /// \name All strings, for loops over a range
+    /// \name Loop over all strings
+    /// Whatever nextElement() has returned.
     /// @{
+    /// Returns the first.
     std::vector<astring>::const_iterator begin() const { return elements_.begin(); }
     std::vector<astring>::const_iterator end() const { return elements_.end(); }
     /// @}
