@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Reads the samples and the documents of Debian packages with the reader, with expat and with
-// libxml2, and compares what they tell. A document counts when expat finds it well-formed, or does
-// not know its encoding.
+// libxml2, and compares what they tell; and what XMLReader tells with what expat does. A document
+// counts when expat finds it well-formed, or does not know its encoding.
 #include "Events.h"
 #include "SameEvents.h"
 
@@ -129,6 +129,13 @@ void CompareStructure(const std::string& document, Counts& counts) {
     ++counts.structure;
 }
 
+// Compares what handlers are told, but for comments, of which they are not.
+void CompareEvents(const std::string& document, const Reading& expat) {
+    const Reading events = differential::ReadWithEvents(document);
+    EXPECT_EQ(events.error, "") << "is refused when handlers are called";
+    ExpectSameEvents(events, differential::WithoutComments(expat), "expat, without comments");
+}
+
 void CompareDocument(const std::string& document, Counts& counts) {
     const Reading expat = differential::ReadWithExpat(document, Detail::Whole);
     const bool isKnownEncoding = expat.errorCode != XML_ERROR_UNKNOWN_ENCODING;
@@ -152,6 +159,7 @@ void CompareDocument(const std::string& document, Counts& counts) {
     // the entity to be read.
     if (isKnownEncoding && !RefersToParameterEntities(document)) {
         ExpectSameEvents(ours, expat, "expat");
+        CompareEvents(document, expat);
     }
     ExpectSameEvents(ours, differential::ReadWithLibxml(document, Detail::Whole), "libxml2");
     ++counts.whole;

@@ -159,7 +159,10 @@ void ExpectAgreement(const std::string& document) {
     EXPECT_EQ(ours.error, "") << "is refused";
     EXPECT_FALSE(ours.lines.empty());
     ExpectSameEvents(ours, differential::ReadByResolving(document), "the reader, resolving");
-    ExpectSameEvents(ours, differential::ReadWithExpat(document, Detail::Whole), "expat");
+    const Reading expat = differential::ReadWithExpat(document, Detail::Whole);
+    ExpectSameEvents(ours, expat, "expat");
+    ExpectSameEvents(differential::ReadWithEvents(document), differential::WithoutComments(expat),
+                     "expat, compared with XMLReader");
     ExpectSameEvents(ours, differential::ReadWithLibxml(document, Detail::Whole), "libxml2");
 }
 

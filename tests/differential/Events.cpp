@@ -85,6 +85,24 @@ void EventList::FlushText() {
     text_.clear();
 }
 
+Reading WithoutComments(Reading reading) {
+    constexpr std::string_view kText = "text \"";
+    std::vector<std::string> kept;
+    for (std::string& line : reading.lines) {
+        if (line.starts_with("comment ")) continue;
+        const bool joins =
+            !kept.empty() && kept.back().starts_with(kText) && line.starts_with(kText);
+        if (!joins) {
+            kept.push_back(std::move(line));
+            continue;
+        }
+        kept.back().pop_back();
+        kept.back() += std::string_view(line).substr(kText.size());
+    }
+    reading.lines = std::move(kept);
+    return reading;
+}
+
 std::string ExpandedName(std::string_view uri, std::string_view localName) {
     return "{" + std::string(uri) + "}" + std::string(localName);
 }

@@ -83,6 +83,12 @@ Reading ReadByResolving(const std::string& document);
 /// Reads with the reader, with all entities expanded and nothing normalized.
 Reading ReadUnnormalized(const std::string& document);
 
+/// Reads with XMLReader, normalizing. Comments are not reported, so texts around them are one.
+Reading ReadWithEvents(const std::string& document);
+
+/// Returns what a reading tells without its comments.
+Reading WithoutComments(Reading reading);
+
 /// Reads with expat, with namespaces.
 Reading ReadWithExpat(const std::string& document, Detail detail);
 
