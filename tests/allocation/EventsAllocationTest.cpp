@@ -111,6 +111,18 @@ Ending ParseOnce(sax::XMLReader& reader, const std::string& document, std::size_
     });
 }
 
+// As ParseOnce(), from a text in memory, for which the reader gets a stream to own.
+Ending ParseTextOnce(sax::XMLReader& reader, const std::string& document) {
+    return EndingOf([&] {
+        Listener listener;
+        reader.setContentHandler(&listener);
+        reader.setDTDHandler(nullptr);
+        sax::InputSource source;
+        source.setCharacterStream(document.c_str());
+        reader.parse(source);
+    });
+}
+
 Ending ParseAnew(const std::string& document, bool reports, std::size_t* length) {
     Ending ending = Ending::Complete;
     const Ending outer = EndingOf([&] {
@@ -168,6 +180,23 @@ TEST(EventsAllocation, TheSameReaderParsesAgainAfterAFailure) {
             EXPECT_EQ(length, expectedLength);
         }
     }
+}
+
+TEST(EventsAllocation, AStreamThatTheReaderOwnsIsNotLost) {
+    const std::string document = "<a>text</a>";
+    const long failures = FailingAllocation::ForEachFailure([&](FailingAllocation& failure) {
+        Ending ending = Ending::Complete;
+        const Ending outer = EndingOf([&] {
+            sax::XMLReader reader;
+            ending = ParseTextOnce(reader, document);
+        });
+        FailingAllocation::Exempt([&] {
+            EXPECT_EQ(failure.LiveCount(), 0);
+            for (const Ending one : {outer, ending})
+                EXPECT_TRUE(IsFailureOfMemory(one) || one == Ending::Complete);
+        });
+    });
+    EXPECT_GT(failures, 5);
 }
 
 // The objects to keep: a failure leaves nothing behind, and setAttributes() nothing half done.
