@@ -3,6 +3,7 @@
 // Handlers that are replaced, parses in parses, copies, and a reader that is used again.
 #include <espalier/sax/Features.h>
 #include <espalier/sax/XMLReader.h>
+#include <espalier/xml/XmlTextReader.h>
 
 #include "sax/SaxParse.h"
 #include "support/EventRecorder.h"
@@ -11,6 +12,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -262,7 +264,7 @@ TEST(XMLReader, CopiesTakeNoParse) {
     EXPECT_EQ(recorder.lines().size(), 8U);
 }
 
-// A million elements in each other and beside each other need no stack.
+// Elements in each other need no stack.
 TEST(XMLReader, AHostileDepthIsNoMatter) {
     constexpr int kDepth = 200000;
     std::string document;
@@ -285,6 +287,51 @@ TEST(XMLReader, AHostileDepthIsNoMatter) {
     ParseText(reader, document);
     EXPECT_EQ(counter.started, kDepth);
     EXPECT_EQ(counter.ended, kDepth);
+}
+
+// Each value refers to an entity, and each attribute is looked for by its namespace.
+TEST(XMLReader, AHostileNumberOfAttributesTakesLinearTime) {
+    constexpr int kCount = 100000;
+    std::string document = "<!DOCTYPE a [<!ENTITY e 'v'>]><a";
+    for (int i = 0; i < kCount; ++i)
+        document += " x" + std::to_string(i) + "='&e;'";
+    document += "/>";
+    class Finder : public sax::helpers::DefaultHandler {
+    public:
+        int found = 0;
+        void startElement(const char*, const char*, const char*,
+                          const sax::Attributes& attributes) override {
+            for (int i = 0; i < attributes.getLength(); ++i) {
+                if (attributes.getIndex("", attributes.getLocalName(i)) == i) ++found;
+                if (std::string_view(attributes.getValue(i)) != "v") found = -kCount;
+            }
+        }
+    };
+    for (const bool isReady : {false, true}) {
+        XMLReader reader;
+        Finder finder;
+        reader.setContentHandler(&finder);
+        support::DocumentStream stream(document);
+        Xml::XmlTextReader ready;
+        if (isReady) ready.SetStream(stream.get(), false);
+        reader.parse(isReady ? sax::InputSource(&ready) : sax::InputSource(stream.get(), ""));
+        EXPECT_EQ(finder.found, kCount);
+    }
+}
+
+TEST(XMLReader, AHostileEntityIsRefused) {
+    std::string document = "<!DOCTYPE a [<!ENTITY e0 'x'>";
+    for (int i = 1; i <= 40; ++i) {
+        const std::string inner = "&e" + std::to_string(i - 1) + ";";
+        document += "<!ENTITY e" + std::to_string(i) + " '" + inner + inner + "'>";
+    }
+    document += "]>";
+    for (const char* const use : {"<a>&e40;</a>", "<a x='&e40;'/>"}) {
+        XMLReader reader;
+        EXPECT_TRUE(WhatIsThrown([&] {
+                        ParseText(reader, document + use);
+                    }).starts_with("Exception: Entity expansion limit exceeded"));
+    }
 }
 
 }  // namespace
