@@ -90,17 +90,12 @@ public:
 
     /// Returns the names of the current element. They stay while handlers work, who may move a
     /// reader that is theirs.
-    const Names& TakeNames() {
-        const astring& local = reader.LocalName().empty() ? reader.Name() : reader.LocalName();
-        if (isOwn) {
-            names_ = {reader.NamespaceURI().c_str(), local.c_str(), reader.Name().c_str()};
-        } else {
-            kept_[0] = reader.NamespaceURI();
-            kept_[1] = local;
-            kept_[2] = reader.Name();
-            names_ = {kept_[0].c_str(), kept_[1].c_str(), kept_[2].c_str()};
-        }
-        return names_;
+    Names TakeNames() {
+        const astring& name = reader.Name();
+        const astring& local = reader.LocalName().empty() ? name : reader.LocalName();
+        if (!isOwn) [[unlikely]]
+            return KeepNames(local);
+        return {reader.NamespaceURI().c_str(), local.c_str(), name.c_str()};
     }
 
     XmlTextReader& reader;
@@ -113,8 +108,14 @@ public:
     bool hasFailed = false;
 
 private:
+    Names KeepNames(const astring& local) {
+        kept_[0] = reader.NamespaceURI();
+        kept_[1] = local;
+        kept_[2] = reader.Name();
+        return {kept_[0].c_str(), kept_[1].c_str(), kept_[2].c_str()};
+    }
+
     Parser& parser_;
-    Names names_{};
     astring kept_[3];
     std::optional<bool> normalization_;  // what the reader had, when it was changed
 };
@@ -270,7 +271,7 @@ bool Parser::AskReader(Run& run, const Action& action) {
     return false;
 }
 
-// Nodes.
+// Nodes. What nearly every node goes through is inline, down to the calls of the handler.
 
 void Parser::ReadNodes(Run& run) {
     const auto read = [&run] { return run.core.Read(); };
@@ -280,14 +281,25 @@ void Parser::ReadNodes(Run& run) {
 }
 
 // Reports the current node. Returns whether there may be more.
-bool Parser::Dispatch(Run& run) {
+[[gnu::always_inline]] inline bool Parser::Dispatch(Run& run) {
     switch (run.reader.NodeType()) {
     case XmlNodeType::Element: return ReportStart(run);
     case XmlNodeType::EndElement: return ReportEnd(run);
     case XmlNodeType::Text:
     case XmlNodeType::CDATA:
-    case XmlNodeType::SignificantWhitespace: ReportText(run, false); return true;
-    case XmlNodeType::Whitespace: ReportText(run, true); return true;
+    case XmlNodeType::SignificantWhitespace:
+        ReportText(run.reader.Value(), &ContentHandler::characters);
+        return true;
+    case XmlNodeType::Whitespace:
+        ReportText(run.reader.Value(), &ContentHandler::ignorableWhitespace);
+        return true;
+    default: return DispatchRare(run);
+    }
+}
+
+// Does the same for nodes that are few.
+bool Parser::DispatchRare(Run& run) {
+    switch (run.reader.NodeType()) {
     case XmlNodeType::EntityReference:
         return AskReader(run, [&run] {
             run.reader.ResolveEntity();
@@ -302,14 +314,14 @@ bool Parser::Dispatch(Run& run) {
     }
 }
 
-bool Parser::ReportStart(Run& run) {
+[[gnu::always_inline]] inline bool Parser::ReportStart(Run& run) {
     const bool isLoaded = AskReader(run, [&run] {
         run.attributes.Load();
         return true;
     });
     if (!isLoaded) return false;
     const bool isEmpty = run.reader.IsEmptyElement();
-    const Run::Names& names = run.TakeNames();
+    const Run::Names names = run.TakeNames();
     if (settings.contentHandler != nullptr) {
         settings.contentHandler->startElement(names.uri, names.local, names.qualified,
                                               run.attributes);
@@ -322,8 +334,8 @@ bool Parser::ReportStart(Run& run) {
     return true;
 }
 
-bool Parser::ReportEnd(Run& run) {
-    const Run::Names& names = run.TakeNames();
+[[gnu::always_inline]] inline bool Parser::ReportEnd(Run& run) {
+    const Run::Names names = run.TakeNames();
     if (settings.contentHandler != nullptr) {
         settings.contentHandler->endElement(names.uri, names.local, names.qualified);
     }
@@ -331,21 +343,21 @@ bool Parser::ReportEnd(Run& run) {
     return run.reader.Depth() != run.stopDepth;
 }
 
-void Parser::ReportText(const Run& run, bool isBlank) const {
+[[gnu::always_inline]] inline void Parser::ReportText(const astring& text, TextEvent event) const {
     if (settings.contentHandler == nullptr) return;
-    const astring& text = run.reader.Value();
-    std::size_t start = 0;
-    do {  // once, but for texts of gigabytes
-        const std::size_t length = std::min<std::size_t>(text.length() - start, INT_MAX);
-        const char* const part = text.c_str() + start;
+    if (text.length() > INT_MAX) [[unlikely]]
+        return ReportLongText(text, event);
+    (settings.contentHandler->*event)(text.c_str(), 0, static_cast<int>(text.length()));
+}
+
+// Reports a text of gigabytes in parts.
+void Parser::ReportLongText(const astring& text, TextEvent event) const {
+    for (std::size_t start = 0; start < text.length();) {
         if (settings.contentHandler == nullptr) return;
-        if (isBlank) {
-            settings.contentHandler->ignorableWhitespace(part, 0, static_cast<int>(length));
-        } else {
-            settings.contentHandler->characters(part, 0, static_cast<int>(length));
-        }
+        const std::size_t length = std::min<std::size_t>(text.length() - start, INT_MAX);
+        (settings.contentHandler->*event)(text.c_str() + start, 0, static_cast<int>(length));
         start += length;
-    } while (start < text.length());
+    }
 }
 
 void Parser::ReportInstruction(const Run& run) const {
