@@ -22,12 +22,11 @@ std::string_view ViewOf(const char* text) { return text == nullptr ? "" : text; 
 
 }  // namespace
 
-void AttributeHandler::ForgetIndex() {
-    pairs_.Clear();
-    isIndexed_ = false;
-}
-
-void AttributeHandler::ResolveAll() {
+void AttributeHandler::LoadAll() {
+    if (isIndexed_) {
+        pairs_.Clear();
+        isIndexed_ = false;
+    }
     resolvedCount_ = 0;
     for (int i = 0; i < count_; ++i) {
         if (core_.AttributeAt(i).holdsReferences) Resolve(i);

@@ -24,8 +24,7 @@ public:
     /// \throws Xml::Exception for references that cannot be resolved
     void Load() {
         count_ = core_.AttributeCount();
-        if (isIndexed_) ForgetIndex();
-        if (count_ > 0) ResolveAll();
+        if (count_ > 0) LoadAll();
     }
 
     int getLength() const override { return count_; }
@@ -56,8 +55,7 @@ private:
     bool Has(int index) const {  // no negative one, as these are large without their sign
         return static_cast<unsigned>(index) < static_cast<unsigned>(count_);
     }
-    void ForgetIndex();
-    void ResolveAll();
+    void LoadAll();
     void Resolve(int index);
     const char* ResolvedValue(int index) const;
 

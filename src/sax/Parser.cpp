@@ -91,11 +91,9 @@ public:
     /// Returns the names of the current element. They stay while handlers work, who may move a
     /// reader that is theirs.
     Names TakeNames() {
-        const astring& name = reader.Name();
-        const astring& local = reader.LocalName().empty() ? name : reader.LocalName();
-        if (!isOwn) [[unlikely]]
-            return KeepNames(local);
-        return {reader.NamespaceURI().c_str(), local.c_str(), name.c_str()};
+        if (!isOwn || reader.LocalName().empty()) [[unlikely]]
+            return TakeUnusualNames();
+        return {reader.NamespaceURI().c_str(), reader.LocalName().c_str(), reader.Name().c_str()};
     }
 
     XmlTextReader& reader;
@@ -108,9 +106,9 @@ public:
     bool hasFailed = false;
 
 private:
-    Names KeepNames(const astring& local) {
+    Names TakeUnusualNames() {
         kept_[0] = reader.NamespaceURI();
-        kept_[1] = local;
+        kept_[1] = reader.LocalName().empty() ? reader.Name() : reader.LocalName();
         kept_[2] = reader.Name();
         return {kept_[0].c_str(), kept_[1].c_str(), kept_[2].c_str()};
     }
