@@ -177,7 +177,6 @@ XmlTextReader& Parser::OpenInput(const InputSource& input) {
                               input.getCharacterStream() == nullptr;
     if (bringsReader && input.getReader() != nullptr) return *input.getReader();
     if (own_ == nullptr) own_ = std::make_unique<XmlTextReader>();
-    own_->Close();
     own_->SetNamespaces(settings.namespaces);
     own_->SetEntityHandling(Xml::XmlEntityHandling::ExpandCharEntities);
     std::unique_ptr<IO::Stream> stream;
@@ -280,24 +279,27 @@ void Parser::ReadNodes(Run& run) {
 
 // Reports the current node. Returns whether there may be more.
 [[gnu::always_inline]] inline bool Parser::Dispatch(Run& run) {
-    switch (run.reader.NodeType()) {
-    case XmlNodeType::Element: return ReportStart(run);
-    case XmlNodeType::EndElement: return ReportEnd(run);
-    case XmlNodeType::Text:
-    case XmlNodeType::CDATA:
-    case XmlNodeType::SignificantWhitespace:
+    const XmlNodeType::XML_NODE_TYPE type = run.reader.NodeType();
+    if (type == XmlNodeType::Element) return ReportStart(run);
+    if (type == XmlNodeType::EndElement) return ReportEnd(run);
+    if (type == XmlNodeType::Text) {
         ReportText(run.reader.Value(), &ContentHandler::characters);
         return true;
-    case XmlNodeType::Whitespace:
+    }
+    if (type == XmlNodeType::Whitespace) {
         ReportText(run.reader.Value(), &ContentHandler::ignorableWhitespace);
         return true;
-    default: return DispatchRare(run);
     }
+    return DispatchRare(run);
 }
 
 // Does the same for nodes that are few.
 bool Parser::DispatchRare(Run& run) {
     switch (run.reader.NodeType()) {
+    case XmlNodeType::CDATA:
+    case XmlNodeType::SignificantWhitespace:
+        ReportText(run.reader.Value(), &ContentHandler::characters);
+        return true;
     case XmlNodeType::EntityReference:
         return AskReader(run, [&run] {
             run.reader.ResolveEntity();
