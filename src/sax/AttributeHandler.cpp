@@ -3,6 +3,8 @@
 
 #include <espalier/xml/XmlTextReader.h>
 
+#include "sax/ViewOf.h"
+
 #include <algorithm>
 #include <string_view>
 
@@ -17,8 +19,6 @@ const astring& LocalNameOf(const XmlAttribute& attribute) {
     const Xml::detail::NameParts& name = *attribute.name;
     return name.local.empty() ? name.qualified : name.local;
 }
-
-std::string_view ViewOf(const char* text) { return text == nullptr ? "" : text; }
 
 }  // namespace
 

@@ -96,6 +96,14 @@ public:
         return {reader.NamespaceURI().c_str(), reader.LocalName().c_str(), reader.Name().c_str()};
     }
 
+    /// Returns the attributes of the current element, which `attributes` has loaded. They stay,
+    /// too.
+    const Attributes& TakeAttributes() {
+        if (!isOwn) [[unlikely]]
+            return keptAttributes_.emplace(attributes);
+        return attributes;
+    }
+
     XmlTextReader& reader;
     Xml::detail::ReaderCore& core;
     LocatorHandler locator;
@@ -115,6 +123,7 @@ private:
 
     Parser& parser_;
     astring kept_[3];
+    std::optional<helpers::AttributesImpl> keptAttributes_;
     std::optional<bool> normalization_;  // what the reader had, when it was changed
 };
 
@@ -274,7 +283,28 @@ void Parser::ReadNodes(Run& run) {
     const auto read = [&run] { return run.core.Read(); };
     do {
         isParsing_ = AskReader(run, read);
-    } while (isParsing_ && Dispatch(run));
+    } while (isParsing_ && IsOnNode(run) && Dispatch(run));
+}
+
+// Tells whether there is a node to report.
+[[gnu::always_inline]] inline bool Parser::IsOnNode(const Run& run) const {
+    if (run.core.readState == XmlTextReader::Interactive) [[likely]]
+        return true;
+    return IsOnNodeElse(run);
+}
+
+// Does the same for the other states. The reader, which throws its errors and returns false at the
+// end, leaves none of them behind a Read() that returned true.
+bool Parser::IsOnNodeElse(const Run& run) const {
+    switch (run.core.readState) {
+    case XmlTextReader::Initial:
+    case XmlTextReader::Interactive: return true;
+    case XmlTextReader::Closed:
+    case XmlTextReader::EndOfFile: return false;
+    case XmlTextReader::Error: break;
+    }
+    ReportFatal(Message::kError, run.locator);
+    return false;
 }
 
 // Reports the current node. Returns whether there may be more.
@@ -310,8 +340,22 @@ bool Parser::DispatchRare(Run& run) {
         standalone_ = run.reader.GetAttribute("standalone") == "yes";
         return true;
     case XmlNodeType::DocumentType: ReportDeclarations(run); return true;
-    default: return true;
+    case XmlNodeType::Element:
+    case XmlNodeType::EndElement:
+    case XmlNodeType::Text:
+    case XmlNodeType::Whitespace:  // the last four have been reported
+    case XmlNodeType::None:
+    case XmlNodeType::Attribute:
+    case XmlNodeType::Entity:
+    case XmlNodeType::Comment:
+    case XmlNodeType::Document:
+    case XmlNodeType::DocumentFragment:
+    case XmlNodeType::Notation:
+    case XmlNodeType::EndEntity: return true;
     }
+    isParsing_ = false;
+    ReportFatal(Message::kInternal, run.locator);
+    return false;
 }
 
 [[gnu::always_inline]] inline bool Parser::ReportStart(Run& run) {
@@ -324,7 +368,7 @@ bool Parser::DispatchRare(Run& run) {
     const Run::Names names = run.TakeNames();
     if (settings.contentHandler != nullptr) {
         settings.contentHandler->startElement(names.uri, names.local, names.qualified,
-                                              run.attributes);
+                                              run.TakeAttributes());
     }
     if (!isEmpty) {
         ++run.openElements;
@@ -352,9 +396,10 @@ bool Parser::DispatchRare(Run& run) {
 
 // Reports a text of gigabytes in parts.
 void Parser::ReportLongText(const astring& text, TextEvent event) const {
-    for (std::size_t start = 0; start < text.length();) {
+    const std::size_t end = text.length();  // a handler may move a reader that is its own
+    for (std::size_t start = 0; start < end;) {
         if (settings.contentHandler == nullptr) return;
-        const std::size_t length = std::min<std::size_t>(text.length() - start, INT_MAX);
+        const std::size_t length = std::min<std::size_t>(end - start, INT_MAX);
         (settings.contentHandler->*event)(text.c_str() + start, 0, static_cast<int>(length));
         start += length;
     }
@@ -368,9 +413,11 @@ void Parser::ReportInstruction(const Run& run) const {
 
 // Reports the notations and unparsed entities that the document type declares.
 void Parser::ReportDeclarations(const Run& run) const {
-    if (run.core.Entities() == nullptr) return;
-    for (const Xml::detail::EntityRecord& record : run.core.Entities()->Records()) {
-        if (settings.dtdHandler == nullptr) return;
+    // Everything is asked for anew each time: a handler may close a reader that is its own.
+    for (std::size_t i = 0; settings.dtdHandler != nullptr; ++i) {
+        const Xml::detail::EntityTable* const table = run.core.Entities();
+        if (table == nullptr || i >= table->Records().size()) return;
+        const Xml::detail::EntityRecord& record = table->Records()[i];
         const char* const publicId = record.publicId.c_str();
         const char* const systemId = record.systemId.c_str();
         if (record.kind == Xml::detail::EntityKind::Notation) {

@@ -43,6 +43,8 @@ private:
     Xml::XmlTextReader& OpenInput(const InputSource& input);
     void ParseDocument(const InputSource& input, Run& run);
     void ReadNodes(Run& run);
+    bool IsOnNode(const Run& run) const;
+    bool IsOnNodeElse(const Run& run) const;
     bool Dispatch(Run& run);
     bool DispatchRare(Run& run);
     bool ReportStart(Run& run);
