@@ -186,7 +186,8 @@ XmlTextReader& Parser::OpenInput(const InputSource& input) {
                               input.getCharacterStream() == nullptr;
     if (bringsReader && input.getReader() != nullptr) return *input.getReader();
     if (own_ == nullptr) own_ = std::make_unique<XmlTextReader>();
-    if (own_->ReadState() != XmlTextReader::Closed) own_->Close();  // a parse had no memory to begin
+    // It is open when memory ran out between here and the parse.
+    if (own_->ReadState() != XmlTextReader::Closed) own_->Close();
     own_->SetNamespaces(settings.namespaces);
     own_->SetEntityHandling(Xml::XmlEntityHandling::ExpandCharEntities);
     std::unique_ptr<IO::Stream> stream;
