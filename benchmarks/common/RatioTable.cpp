@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "common/RatioTable.h"
 
-#include "common/Corpus.h"
-
 #include <string>
 
 namespace bench {
@@ -54,6 +52,14 @@ double MeanRatio(std::span<const FileResult> results, std::size_t library) {
         ratios.push_back(result.ratios[library]);
     }
     return GeometricMean(ratios);
+}
+
+std::vector<FileResult> OnlyOf(CorpusGroup group, std::span<const FileResult> results) {
+    std::vector<FileResult> chosen;
+    for (const FileResult& result : results) {
+        if (result.entry->group == group) chosen.push_back(result);
+    }
+    return chosen;
 }
 
 }  // namespace bench

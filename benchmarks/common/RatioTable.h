@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "common/Corpus.h"
 #include "common/Measure.h"
 #include "common/Table.h"
 
@@ -25,5 +26,8 @@ TableRow RatioMeanRow(const char* title, std::span<const FileResult> results);
 /// Returns the geometric mean of how many times as fast the first library is as that one.
 /// \pre `results` is not empty
 double MeanRatio(std::span<const FileResult> results, std::size_t library);
+
+/// Returns the results of the files of a group.
+std::vector<FileResult> OnlyOf(CorpusGroup group, std::span<const FileResult> results);
 
 }  // namespace bench

@@ -22,14 +22,6 @@ std::vector<TableRow> ResultRows(const std::vector<FileResult>& results) {
     return rows;
 }
 
-std::vector<FileResult> OnlyOf(CorpusGroup group, const std::vector<FileResult>& results) {
-    std::vector<FileResult> chosen;
-    for (const FileResult& result : results) {
-        if (result.entry->group == group) chosen.push_back(result);
-    }
-    return chosen;
-}
-
 std::vector<FileResult> WithoutEntities(const std::vector<FileResult>& results) {
     std::vector<FileResult> chosen;
     for (const FileResult& result : results) {

@@ -4,8 +4,6 @@
 #include <espalier/xml/XmlTextReader.h>
 
 #include "sax/ViewOf.h"
-#include "xml/ReaderAccess.h"
-#include "xml/ReaderCore.h"
 
 #include <algorithm>
 #include <string_view>
@@ -15,12 +13,7 @@ namespace sax::detail {
 namespace {
 
 using Xml::XmlNodeType;
-using Xml::detail::ReaderAccess;
 using Xml::detail::XmlAttribute;
-
-const XmlAttribute& AttributeOf(Xml::XmlTextReader& reader, int index) {
-    return ReaderAccess::Core(reader).AttributeAt(index);
-}
 
 const astring& LocalNameOf(const XmlAttribute& attribute) {
     const Xml::detail::NameParts& name = *attribute.name;
@@ -29,15 +22,14 @@ const astring& LocalNameOf(const XmlAttribute& attribute) {
 
 }  // namespace
 
-void AttributeHandler::Load() {
-    count_ = ReaderAccess::Core(reader_).AttributeCount();
-    resolvedCount_ = 0;
+void AttributeHandler::LoadAll() {
     if (isIndexed_) {
         pairs_.Clear();
         isIndexed_ = false;
     }
+    resolvedCount_ = 0;
     for (int i = 0; i < count_; ++i) {
-        if (AttributeOf(reader_, i).holdsReferences) Resolve(i);
+        if (core_.AttributeAt(i).holdsReferences) Resolve(i);
     }
 }
 
@@ -59,15 +51,15 @@ void AttributeHandler::Resolve(int index) {
 }
 
 const char* AttributeHandler::getURI(int index) const {
-    return Has(index) ? AttributeOf(reader_, index).uri->c_str() : nullptr;
+    return Has(index) ? core_.AttributeAt(index).uri->c_str() : nullptr;
 }
 
 const char* AttributeHandler::getLocalName(int index) const {
-    return Has(index) ? LocalNameOf(AttributeOf(reader_, index)).c_str() : nullptr;
+    return Has(index) ? LocalNameOf(core_.AttributeAt(index)).c_str() : nullptr;
 }
 
 const char* AttributeHandler::getQName(int index) const {
-    return Has(index) ? AttributeOf(reader_, index).name->qualified.c_str() : nullptr;
+    return Has(index) ? core_.AttributeAt(index).name->qualified.c_str() : nullptr;
 }
 
 // Declarations of attributes are not read, so all are of the type that needs none.
@@ -75,27 +67,33 @@ const char* AttributeHandler::getType(int index) const { return Has(index) ? "CD
 
 const char* AttributeHandler::getValue(int index) const {
     if (!Has(index)) return nullptr;
-    if (AttributeOf(reader_, index).holdsReferences) {
-        const auto end = resolved_.begin() + static_cast<std::ptrdiff_t>(resolvedCount_);
-        const auto found =
-            std::lower_bound(resolved_.begin(), end, index,
-                             [](const Resolved& one, int wanted) { return one.index < wanted; });
-        return found->value.c_str();
-    }
-    return ReaderAccess::Core(reader_).AttributeValue(index).c_str();
+    const XmlAttribute& attribute = core_.AttributeAt(index);
+    if (attribute.holdsReferences) [[unlikely]]
+        return ResolvedValue(index);
+    if (attribute.isRaw) [[unlikely]]
+        return core_.AttributeValue(index).c_str();
+    return attribute.value.c_str();
+}
+
+const char* AttributeHandler::ResolvedValue(int index) const {
+    const auto end = resolved_.begin() + static_cast<std::ptrdiff_t>(resolvedCount_);
+    const auto found =
+        std::lower_bound(resolved_.begin(), end, index,
+                         [](const Resolved& one, int wanted) { return one.index < wanted; });
+    return found->value.c_str();
 }
 
 int AttributeHandler::getIndex(const char* qName) const {
     const std::string_view wanted = ViewOf(qName);
     for (int i = 0; i < count_; ++i) {
-        if (AttributeOf(reader_, i).name->qualified == wanted) return i;
+        if (core_.AttributeAt(i).name->qualified == wanted) return i;
     }
     return -1;
 }
 
 int AttributeHandler::getIndex(const char* uri, const char* localName) const {
     const auto namesOf = [this](int i) {
-        const XmlAttribute& attribute = AttributeOf(reader_, i);
+        const XmlAttribute& attribute = core_.AttributeAt(i);
         return AttributeNames{*attribute.uri, LocalNameOf(attribute), attribute.name->qualified};
     };
     if (count_ <= PairIndex::kFew) {

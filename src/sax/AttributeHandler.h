@@ -5,13 +5,11 @@
 #include <espalier/sax/helpers/AttributesImpl.h>
 
 #include "sax/PairIndex.h"
+#include "xml/ReaderAccess.h"
+#include "xml/ReaderCore.h"
 
 #include <cstddef>
 #include <vector>
-
-namespace Xml {
-class XmlTextReader;
-}
 
 namespace sax::detail {
 
@@ -19,11 +17,15 @@ namespace sax::detail {
 /// values hold references to entities.
 class AttributeHandler final : public helpers::AttributesImpl {
 public:
-    explicit AttributeHandler(Xml::XmlTextReader& reader) : reader_(reader) {}
+    explicit AttributeHandler(Xml::XmlTextReader& reader)
+        : reader_(reader), core_(Xml::detail::ReaderAccess::Core(reader)) {}
 
     /// Gets ready for the element that the reader stands on.
     /// \throws Xml::Exception for references that cannot be resolved
-    void Load();
+    void Load() {
+        count_ = core_.AttributeCount();
+        if (count_ > 0) LoadAll();
+    }
 
     int getLength() const override { return count_; }
     const char* getURI(int index) const override;
@@ -50,10 +52,15 @@ private:
     };
 
     bool IsView() const override { return true; }
-    bool Has(int index) const { return index >= 0 && index < count_; }
+    bool Has(int index) const {  // no negative one, as these are large without their sign
+        return static_cast<unsigned>(index) < static_cast<unsigned>(count_);
+    }
+    void LoadAll();
     void Resolve(int index);
+    const char* ResolvedValue(int index) const;
 
     Xml::XmlTextReader& reader_;
+    Xml::detail::ReaderCore& core_;
     int count_ = 0;
     std::vector<Resolved> resolved_;  // the first resolvedCount_, by index; others keep memory
     std::size_t resolvedCount_ = 0;

@@ -90,24 +90,18 @@ public:
 
     /// Returns the names of the current element. They stay while handlers work, who may move a
     /// reader that is theirs.
-    const Names& TakeNames() {
-        const astring& local = reader.LocalName().empty() ? reader.Name() : reader.LocalName();
-        if (isOwn) {
-            names_ = {reader.NamespaceURI().c_str(), local.c_str(), reader.Name().c_str()};
-        } else {
-            kept_[0] = reader.NamespaceURI();
-            kept_[1] = local;
-            kept_[2] = reader.Name();
-            names_ = {kept_[0].c_str(), kept_[1].c_str(), kept_[2].c_str()};
-        }
-        return names_;
+    Names TakeNames() {
+        if (!isOwn || reader.LocalName().empty()) [[unlikely]]
+            return TakeUnusualNames();
+        return {reader.NamespaceURI().c_str(), reader.LocalName().c_str(), reader.Name().c_str()};
     }
 
-    /// Returns the attributes of the current element, which attributes has loaded. They stay, too.
+    /// Returns the attributes of the current element, which `attributes` has loaded. They stay,
+    /// too.
     const Attributes& TakeAttributes() {
-        if (isOwn) return attributes;
-        keptAttributes_.setAttributes(attributes);
-        return keptAttributes_;
+        if (!isOwn) [[unlikely]]
+            return keptAttributes_.emplace(attributes);
+        return attributes;
     }
 
     XmlTextReader& reader;
@@ -120,10 +114,16 @@ public:
     bool hasFailed = false;
 
 private:
+    Names TakeUnusualNames() {
+        kept_[0] = reader.NamespaceURI();
+        kept_[1] = reader.LocalName().empty() ? reader.Name() : reader.LocalName();
+        kept_[2] = reader.Name();
+        return {kept_[0].c_str(), kept_[1].c_str(), kept_[2].c_str()};
+    }
+
     Parser& parser_;
-    Names names_{};
     astring kept_[3];
-    helpers::AttributesImpl keptAttributes_;
+    std::optional<helpers::AttributesImpl> keptAttributes_;
     std::optional<bool> normalization_;  // what the reader had, when it was changed
 };
 
@@ -186,7 +186,8 @@ XmlTextReader& Parser::OpenInput(const InputSource& input) {
                               input.getCharacterStream() == nullptr;
     if (bringsReader && input.getReader() != nullptr) return *input.getReader();
     if (own_ == nullptr) own_ = std::make_unique<XmlTextReader>();
-    own_->Close();
+    // It is open when memory ran out between here and the parse.
+    if (own_->ReadState() != XmlTextReader::Closed) own_->Close();
     own_->SetNamespaces(settings.namespaces);
     own_->SetEntityHandling(Xml::XmlEntityHandling::ExpandCharEntities);
     std::unique_ptr<IO::Stream> stream;
@@ -278,7 +279,7 @@ bool Parser::AskReader(Run& run, const Action& action) {
     return false;
 }
 
-// Nodes.
+// Nodes. What nearly every node goes through is inline, down to the calls of the handler.
 
 void Parser::ReadNodes(Run& run) {
     const auto read = [&run] { return run.core.Read(); };
@@ -287,10 +288,17 @@ void Parser::ReadNodes(Run& run) {
     } while (isParsing_ && IsOnNode(run) && Dispatch(run));
 }
 
-// Tells whether there is a node to report. The reader, which throws its errors and returns false at
-// the end, leaves no other state behind a Read() that returned true.
-bool Parser::IsOnNode(const Run& run) const {
-    switch (run.reader.ReadState()) {
+// Tells whether there is a node to report.
+[[gnu::always_inline]] inline bool Parser::IsOnNode(const Run& run) const {
+    if (run.core.readState == XmlTextReader::Interactive) [[likely]]
+        return true;
+    return IsOnNodeElse(run);
+}
+
+// Does the same for the other states. The reader, which throws its errors and returns false at the
+// end, leaves none of them behind a Read() that returned true.
+bool Parser::IsOnNodeElse(const Run& run) const {
+    switch (run.core.readState) {
     case XmlTextReader::Initial:
     case XmlTextReader::Interactive: return true;
     case XmlTextReader::Closed:
@@ -302,14 +310,28 @@ bool Parser::IsOnNode(const Run& run) const {
 }
 
 // Reports the current node. Returns whether there may be more.
-bool Parser::Dispatch(Run& run) {
+[[gnu::always_inline]] inline bool Parser::Dispatch(Run& run) {
+    const XmlNodeType::XML_NODE_TYPE type = run.reader.NodeType();
+    if (type == XmlNodeType::Element) return ReportStart(run);
+    if (type == XmlNodeType::EndElement) return ReportEnd(run);
+    if (type == XmlNodeType::Text) {
+        ReportText(run.reader.Value(), &ContentHandler::characters);
+        return true;
+    }
+    if (type == XmlNodeType::Whitespace) {
+        ReportText(run.reader.Value(), &ContentHandler::ignorableWhitespace);
+        return true;
+    }
+    return DispatchRare(run);
+}
+
+// Does the same for nodes that are few.
+bool Parser::DispatchRare(Run& run) {
     switch (run.reader.NodeType()) {
-    case XmlNodeType::Element: return ReportStart(run);
-    case XmlNodeType::EndElement: return ReportEnd(run);
-    case XmlNodeType::Text:
     case XmlNodeType::CDATA:
-    case XmlNodeType::SignificantWhitespace: ReportText(run, false); return true;
-    case XmlNodeType::Whitespace: ReportText(run, true); return true;
+    case XmlNodeType::SignificantWhitespace:
+        ReportText(run.reader.Value(), &ContentHandler::characters);
+        return true;
     case XmlNodeType::EntityReference:
         return AskReader(run, [&run] {
             run.reader.ResolveEntity();
@@ -320,6 +342,10 @@ bool Parser::Dispatch(Run& run) {
         standalone_ = run.reader.GetAttribute("standalone") == "yes";
         return true;
     case XmlNodeType::DocumentType: ReportDeclarations(run); return true;
+    case XmlNodeType::Element:
+    case XmlNodeType::EndElement:
+    case XmlNodeType::Text:
+    case XmlNodeType::Whitespace:  // the last four have been reported
     case XmlNodeType::None:
     case XmlNodeType::Attribute:
     case XmlNodeType::Entity:
@@ -334,14 +360,14 @@ bool Parser::Dispatch(Run& run) {
     return false;
 }
 
-bool Parser::ReportStart(Run& run) {
+[[gnu::always_inline]] inline bool Parser::ReportStart(Run& run) {
     const bool isLoaded = AskReader(run, [&run] {
         run.attributes.Load();
         return true;
     });
     if (!isLoaded) return false;
     const bool isEmpty = run.reader.IsEmptyElement();
-    const Run::Names& names = run.TakeNames();
+    const Run::Names names = run.TakeNames();
     if (settings.contentHandler != nullptr) {
         settings.contentHandler->startElement(names.uri, names.local, names.qualified,
                                               run.TakeAttributes());
@@ -354,8 +380,8 @@ bool Parser::ReportStart(Run& run) {
     return true;
 }
 
-bool Parser::ReportEnd(Run& run) {
-    const Run::Names& names = run.TakeNames();
+[[gnu::always_inline]] inline bool Parser::ReportEnd(Run& run) {
+    const Run::Names names = run.TakeNames();
     if (settings.contentHandler != nullptr) {
         settings.contentHandler->endElement(names.uri, names.local, names.qualified);
     }
@@ -363,22 +389,22 @@ bool Parser::ReportEnd(Run& run) {
     return run.reader.Depth() != run.stopDepth;
 }
 
-void Parser::ReportText(const Run& run, bool isBlank) const {
+[[gnu::always_inline]] inline void Parser::ReportText(const astring& text, TextEvent event) const {
     if (settings.contentHandler == nullptr) return;
-    const astring& text = run.reader.Value();
+    if (text.length() > INT_MAX) [[unlikely]]
+        return ReportLongText(text, event);
+    (settings.contentHandler->*event)(text.c_str(), 0, static_cast<int>(text.length()));
+}
+
+// Reports a text of gigabytes in parts.
+void Parser::ReportLongText(const astring& text, TextEvent event) const {
     const std::size_t end = text.length();  // a handler may move a reader that is its own
-    std::size_t start = 0;
-    do {  // once, but for texts of gigabytes
-        const std::size_t length = std::min<std::size_t>(end - start, INT_MAX);
-        const char* const part = text.c_str() + start;
+    for (std::size_t start = 0; start < end;) {
         if (settings.contentHandler == nullptr) return;
-        if (isBlank) {
-            settings.contentHandler->ignorableWhitespace(part, 0, static_cast<int>(length));
-        } else {
-            settings.contentHandler->characters(part, 0, static_cast<int>(length));
-        }
+        const std::size_t length = std::min<std::size_t>(end - start, INT_MAX);
+        (settings.contentHandler->*event)(text.c_str() + start, 0, static_cast<int>(length));
         start += length;
-    } while (start < end);
+    }
 }
 
 void Parser::ReportInstruction(const Run& run) const {

@@ -38,15 +38,19 @@ public:
 
 private:
     class Run;
+    using TextEvent = void (ContentHandler::*)(const char* text, int start, int length);
 
     Xml::XmlTextReader& OpenInput(const InputSource& input);
     void ParseDocument(const InputSource& input, Run& run);
     void ReadNodes(Run& run);
     bool IsOnNode(const Run& run) const;
+    bool IsOnNodeElse(const Run& run) const;
     bool Dispatch(Run& run);
+    bool DispatchRare(Run& run);
     bool ReportStart(Run& run);
     bool ReportEnd(Run& run);
-    void ReportText(const Run& run, bool isBlank) const;
+    void ReportText(const astring& text, TextEvent event) const;
+    void ReportLongText(const astring& text, TextEvent event) const;
     void ReportInstruction(const Run& run) const;
     void ReportDeclarations(const Run& run) const;
     template <typename Action>

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+// Measures our events, our pull parser and the peers in pairs and prints the table of ratios and
+// the bars.
+#include "common/Bars.h"
+#include "common/Corpus.h"
+#include "common/RunOptions.h"
+#include "sax/EventLibrary.h"
+#include "sax/SaxReport.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr char kHelp[] =
+    "usage: espalier_sax_ratios [--rounds N] [--min-time SECONDS] [--file NAME]... [--markdown]\n"
+    "                           [--check] [--enforce]\n"
+    "\n"
+    "Reads the documents in build/corpus (or $ESPALIER_CORPUS) with every library, checks that "
+    "all\n"
+    "of them report the same events, and prints speeds, ratios and bars. Documents that declare\n"
+    "entities are left out.\n"
+    "\n"
+    "  --rounds N          rounds of all libraries (5); the median counts\n"
+    "  --min-time SECONDS  how long a library works on a file in a round, at least (0.2)\n"
+    "  --file NAME         only this file; may be repeated\n"
+    "  --markdown          print tables and lists in Markdown\n"
+    "  --check             only compare what the libraries report\n"
+    "  --enforce           exit with 3 when a bar is missed\n"
+    "\n"
+    "Exit status: 0, or 1 when a file is missing or the libraries do not report the same.\n";
+
+int Run(const bench::RunOptions& options) {
+    std::vector<bench::FileResult> results;
+    bool allAgree = true;
+    for (const bench::CorpusEntry* entry : options.entries) {
+        if (entry->group == bench::CorpusGroup::Entities) continue;
+        const bench::CorpusFile file = bench::LoadCorpusFile(*entry);
+        const std::string disagreement = bench::EventDisagreement(file);
+        if (!disagreement.empty()) {
+            std::fprintf(stderr, "%s: NOT THE SAME, not measured:\n%s", entry->title,
+                         disagreement.c_str());
+            allAgree = false;
+            continue;
+        }
+        std::fprintf(stderr, "%s: all report the same%s\n", entry->title,
+                     options.checkOnly ? "" : "; measuring");
+        if (!options.checkOnly) results.push_back(bench::MeasureEvents(file, options.measure));
+    }
+    if (options.checkOnly || results.empty()) return allAgree ? EXIT_SUCCESS : bench::kFailure;
+
+    const std::vector<bench::Bar> bars = bench::JudgeEvents(results);
+    std::printf("%s\n%s\n%s", bench::DescribeSaxSetting(options.format).c_str(),
+                bench::FormatEvents(results, options.format).c_str(),
+                bench::FormatBars(bars, options.format).c_str());
+    if (!allAgree) return bench::kFailure;
+    return options.enforce && !bench::AreMet(bars) ? bench::kBarMissed : EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return bench::RunProgram({"espalier_sax_ratios", kHelp, Run}, argc, argv, {});
+}
