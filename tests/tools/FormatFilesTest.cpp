@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <sys/stat.h>
 
 namespace {
@@ -33,10 +34,35 @@ std::size_t CountFiles(const fs::path& folder) {
         std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
 }
 
+// Returns what docs/program.md shows below a command, up to the next one.
+std::string Documented(const std::string& command) {
+    const std::string page = Content(ESPALIER_PROGRAM_PAGE);
+    const std::string prompt = "    $ " + command + "\n";
+    const std::size_t at = page.find(prompt);
+    if (at == std::string::npos) return "not there";
+    std::istringstream lines(page.substr(at + prompt.size()));
+    std::string shown;
+    for (std::string line; std::getline(lines, line) && !line.starts_with("    $ ");) {
+        if (!line.empty() && !line.starts_with("    ")) break;
+        shown += (line.empty() ? line : line.substr(4)) + "\n";
+    }
+    return shown.substr(0, shown.size() - 1);  // without the blank line at its end
+}
+
 constexpr char kBefore[] = "<a><b/></a>";
 constexpr char kAfter[] = "<a>\n  <b/>\n</a>\n";
 
 }  // namespace
+
+TEST(FormatDocumentation, ShowsWhatHappens) {
+    const TemporaryDirectory directory;
+    const std::string order = directory.Write("order.xml", Documented("cat order.xml"));
+    EXPECT_EQ(RunProgram({"format", order}).out, Documented("espalier format order.xml"));
+    EXPECT_EQ(RunProgram({"format", "--check", order}).exitCode, 1);
+    const std::string line = Documented("espalier format --to us-ascii order.xml | grep '<to>'");
+    EXPECT_NE(line, "not there");
+    EXPECT_NE(RunProgram({"format", "--to", "us-ascii", order}).out.find(line), std::string::npos);
+}
 
 TEST(FormatInPlace, ReplacesFilesAndKeepsTheirPermissions) {
     const TemporaryDirectory directory;
