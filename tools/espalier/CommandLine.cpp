@@ -19,7 +19,7 @@ namespace {
 
 // The text around the list of verbs; together they fit a screen of 24 lines and 80 columns.
 constexpr std::string_view kHelpStart =
-    "espalier reads XML documents of any size and tells what is in them.\n"
+    "espalier reads XML documents of any size, tells what is in them, formats them.\n"
     "\n"
     "Usage: espalier VERB [options] [FILE...]\n"
     "\n"
@@ -36,6 +36,7 @@ constexpr std::string_view kHelpEnd =
     "  espalier check *.xml             is every document well-formed?\n"
     "  espalier events feed.xml         every node, one a line\n"
     "  espalier events --json - <a.xml  the same for programs\n"
+    "  espalier format feed.xml         the same document, indented\n"
     "  espalier tree --counts big.xml   what is in it, and how often\n";
 
 // Options that every verb has.

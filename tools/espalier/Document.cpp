@@ -210,6 +210,11 @@ ExitCode Document::Explain(const Xml::Exception& error) {
     return CodeOf(error);
 }
 
+ExitCode Document::ExplainRefusal(Place place, ColumnCount count, std::string_view text) {
+    ExplainAt(place, text, Find(place, count));
+    return ExitCode::InputOutput;
+}
+
 Document::Trace Document::TraceError(const Xml::Exception& error) {
     const bool expands = reader_.EntityHandling() == Xml::XmlEntityHandling::ExpandEntities;
     if (!expands || !declaresEntities_) return {};

@@ -10,10 +10,12 @@
 #include "ExitCode.h"
 #include "Input.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Tool {
@@ -44,6 +46,12 @@ public:
     /// first Next().
     void ExpandDeclaredEntities();
 
+    /// Says who is shown all bytes of the document, in order, as the reader takes them. To be
+    /// called before the first Next().
+    void Observe(std::function<void(std::string_view)> observer) {
+        input_.Observe(std::move(observer));
+    }
+
     /// Says that ColumnOf() will be asked. To be called before the first Next(), with namespaces
     /// switched on or off already.
     void FollowColumns() { input_.FollowColumns(Names()); }
@@ -60,6 +68,11 @@ public:
     /// Writes about an error that Next() has thrown: where it is, what it is, the line, and where
     /// it helps the other end. Ends the reading.
     ExitCode Explain(const Xml::Exception& error);
+
+    /// Writes about something in the document that cannot be written to where it should go: where
+    /// it is, what it is, and the line. Ends the reading.
+    /// \param place with the column as `count` says
+    ExitCode ExplainRefusal(Place place, ColumnCount count, std::string_view text);
 
 private:
     MarkupTracker::Names Names() const;

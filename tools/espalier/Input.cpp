@@ -146,9 +146,11 @@ void Input::FollowColumns(MarkupTracker::Names names) {
 int Input::Read(unsigned char* buffer, int offset, int count) {
     const int read =
         window_ == nullptr ? ReadBelow(buffer, offset, count) : ReadWindow(buffer, offset, count);
-    if (columns_ != nullptr && read > 0) {
-        columns_->Take(
-            {reinterpret_cast<const char*>(buffer) + offset, static_cast<std::size_t>(read)});
+    if (read > 0) {
+        const std::string_view bytes(reinterpret_cast<const char*>(buffer) + offset,
+                                     static_cast<std::size_t>(read));
+        if (columns_ != nullptr) columns_->Take(bytes);
+        if (observer_) observer_(bytes);
     }
     return read;
 }

@@ -8,9 +8,11 @@
 #include "ReaderColumns.h"
 #include "SourceText.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Tool {
@@ -38,6 +40,12 @@ public:
     /// Says which encoding the reader has found and what it takes names for. To be called when
     /// the start of the document has been read.
     void SetEncoding(std::string_view encoding, MarkupTracker::Names names);
+
+    /// Says who is shown all bytes, in order, as they are handed on. To be called before anything
+    /// is read.
+    void Observe(std::function<void(std::string_view)> observer) {
+        observer_ = std::move(observer);
+    }
 
     /// Says that ColumnOf() will be asked. To be called before anything is read.
     void FollowColumns(MarkupTracker::Names names);
@@ -71,6 +79,7 @@ private:
     std::unique_ptr<IO::Stream> stream_;
     std::unique_ptr<Window> window_;          // null for a file that can be opened again
     std::unique_ptr<ReaderColumns> columns_;  // null unless asked for
+    std::function<void(std::string_view)> observer_;
     std::string encoding_;
     MarkupTracker::Names names_ = MarkupTracker::Names::Prefixed;
     bool failed_ = false;

@@ -16,6 +16,8 @@ bool IsOneOf(std::string_view name, std::initializer_list<std::string_view> name
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
+}  // namespace
+
 std::size_t UnitLength(SourceForm form) {
     switch (form) {
     case SourceForm::Utf16LE:
@@ -29,8 +31,6 @@ std::size_t UnitLength(SourceForm form) {
     }
     return 1;
 }
-
-}  // namespace
 
 SourceForm DetectForm(std::string_view head, std::string_view encoding) {
     using std::string_view_literals::operator""sv;

@@ -3,6 +3,7 @@
 
 #include "MarkupTracker.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -23,6 +24,9 @@ enum class SourceForm {
 /// Returns the form of a document from its first bytes and the name of the encoding that the
 /// reader found for it (empty: not known).
 SourceForm DetectForm(std::string_view head, std::string_view encoding);
+
+/// Returns how many bytes a "<" takes.
+std::size_t UnitLength(SourceForm form);
 
 /// Turns the bytes of a document into UTF-8, piece by piece, for people to read: never fails, and
 /// shows what it cannot decode as U+FFFD. UTF-8 itself is passed on as it is. A byte-order mark at
