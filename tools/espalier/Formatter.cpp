@@ -108,7 +108,7 @@ void Formatter::WriteDeclaration(std::string_view version, std::string_view enco
     std::string value = "version=" + Quoted(version);
     if (!encoding.empty()) value += " encoding=" + Quoted(encoding);
     if (!standalone.empty()) value += " standalone=" + Quoted(standalone);
-    writer_.WriteProcessingInstruction("xml", value);
+    WriteInstruction("xml", value);
 }
 
 // Written past the writer, which would insist on a root element of this name, and has one kind of
@@ -187,14 +187,28 @@ void Formatter::WriteBlank(const SourceNode& node) {
 
 void Formatter::WriteComment(const SourceNode& node) {
     TakeNote();
-    writer_.WriteComment(text_.Markup(node.value, After(node.place, kCommentStart.size())));
+    const std::string_view text = text_.Markup(node.value, After(node.place, kCommentStart.size()));
+    OnItsLine([&] { writer_.WriteComment(text); });
 }
 
 void Formatter::WriteInstruction(const SourceNode& node) {
     TakeNote();
-    writer_.WriteProcessingInstruction(
-        text_.Name(node.name, node.place),
-        text_.Markup(node.value, After(node.place, node.name.size() + 1)));
+    WriteInstruction(text_.Name(node.name, node.place),
+                     text_.Markup(node.value, After(node.place, node.name.size() + 1)));
+}
+
+void Formatter::WriteInstruction(std::string_view name, std::string_view value) {
+    OnItsLine([&] { writer_.WriteProcessingInstruction(name, value); });
+}
+
+// Writes markup for which the writer begins a line, even at its start, where one has begun.
+template <typename Action>
+void Formatter::OnItsLine(const Action& action) {
+    const bool hasBegun = writer_.GetWriteState() == Xml::WriteState::Start;
+    const Xml::Formatting formatting = writer_.GetFormatting();
+    if (hasBegun) writer_.SetFormatting(Xml::Formatting::None);
+    action();
+    writer_.SetFormatting(formatting);
 }
 
 // Notes that the innermost element has content.

@@ -58,6 +58,9 @@ private:
     void WriteBlank(const SourceNode& node);
     void WriteComment(const SourceNode& node);
     void WriteInstruction(const SourceNode& node);
+    void WriteInstruction(std::string_view name, std::string_view value);
+    template <typename Action>
+    void OnItsLine(const Action& action);
     void WritePast(std::string_view text);
     void TakeNote();
     Frame FrameOf(const SourceNode& node);
