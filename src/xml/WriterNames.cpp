@@ -131,11 +131,14 @@ void WriterCore::StartAttribute(std::string_view prefix, std::string_view localN
 void WriterCore::BeginAttribute(const AttributePlan& plan, std::string_view localName,
                                 std::string_view ns) {
     if (state_ == WriteState::Attribute) FinishAttribute();
-    const std::string_view prefix = plan.generates ? GeneratePrefix() : plan.prefix;
-    if (plan.binds || plan.generates) Declare(prefix, ns);
+    std::string_view prefix = plan.prefix;
     role_ = plan.role;
     value_.clear();
-    if (role_ == AttributeRole::Namespace) declaredPrefix_ = localName;
+    Make([&] {
+        if (plan.generates) prefix = GeneratePrefix();
+        if (plan.binds || plan.generates) Declare(prefix, ns);
+        if (role_ == AttributeRole::Namespace) declaredPrefix_ = localName;
+    });
     output_.Put(' ');
     if (!prefix.empty()) {
         output_.PutToken(prefix);
@@ -155,6 +158,10 @@ void WriterCore::CheckAttribute(AttributeRole role, std::string_view value) cons
 // Puts in force what the open attribute says. It may still go on.
 void WriterCore::SettleOpenAttribute() {
     CheckAttribute(role_, value_);
+    if (role_ != AttributeRole::Ordinary) Make([this] { TakeValue(); });
+}
+
+void WriterCore::TakeValue() {
     WriterFrame& frame = Top();
     switch (role_) {
     case AttributeRole::Ordinary: break;

@@ -23,7 +23,8 @@ void WriterCore::BeginContent() {
 
 // Remembers a part of a value that means something to the writer.
 void WriterCore::NoteValue(std::string_view text) {
-    if (state_ == WriteState::Attribute && role_ != AttributeRole::Ordinary) value_ += text;
+    const bool isNoted = state_ == WriteState::Attribute && role_ != AttributeRole::Ordinary;
+    if (isNoted) Make([&] { value_ += text; });
 }
 
 void WriterCore::PutContent(std::string_view text, bool escapes) {

@@ -8,6 +8,7 @@
 #include "xml/WriterMessages.h"
 
 #include <span>
+#include <utility>  // std::move
 
 namespace Xml {
 
@@ -29,7 +30,8 @@ XmlTextWriter::XmlTextWriter(const XmlTextWriter& other) : XmlTextWriter() {
 }
 
 XmlTextWriter& XmlTextWriter::operator=(const XmlTextWriter& other) {
-    core_->settings = other.core_->settings;
+    detail::WriterSettings settings = other.core_->settings;
+    core_->settings = std::move(settings);  // all of them, or none when memory is missing
     return *this;
 }
 
