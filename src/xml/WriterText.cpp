@@ -9,7 +9,7 @@
 #include "xml/WriterCore.h"
 #include "xml/WriterMessages.h"
 
-#include <algorithm>  // std::all_of, std::min
+#include <cstddef>
 
 namespace Xml::detail {
 
@@ -90,6 +90,18 @@ void WriterCore::Raw(std::string_view text) {
 
 // Escaping.
 
+namespace {
+
+// Returns how many bytes the character at `at` has; those that are no character count one by one.
+std::ptrdiff_t CharacterLength(const char* at, const char* end) {
+    const auto* const position = reinterpret_cast<const unsigned char*>(at);
+    const auto* const behind = reinterpret_cast<const unsigned char*>(end);
+    const bool isLong = *position > 0x7F && utf8::Check(position, behind) == utf8::Sequence::Valid;
+    return isLong ? utf8::SequenceLength(*position) : 1;
+}
+
+}  // namespace
+
 void WriterCore::PutEscaped(std::string_view text) {
     const char* at = text.data();
     const char* const end = at + text.size();
@@ -130,11 +142,7 @@ const char* WriterCore::PutSpecial(const char* at, const char* end) {
     } else if (isInValue) {
         output_.PutToken("&#xA;");
         // Deliberate: the character behind a CR goes with it, whatever it is.
-        if (character == '\r' && at != end) {
-            const auto length =
-                static_cast<std::ptrdiff_t>(utf8::SequenceLength(static_cast<unsigned char>(*at)));
-            at += std::min(length > 0 ? length : 1, end - at);
-        }
+        if (character == '\r' && at != end) at += CharacterLength(at, end);
     } else {
         output_.PutToken(settings.newLineChars);
         if (character == '\r' && at != end && *at == '\n') ++at;
