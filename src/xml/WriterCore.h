@@ -256,6 +256,7 @@ private:
 
     // The attribute that is open.
     AttributeRole role_ = AttributeRole::Ordinary;
+    char quote_ = '"';        // that began it
     astring declaredPrefix_;  // when it declares one
     astring value_;           // what has been written of it, when it means something
 };

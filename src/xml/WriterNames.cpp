@@ -146,7 +146,8 @@ void WriterCore::BeginAttribute(const AttributePlan& plan, std::string_view loca
     }
     output_.PutToken(localName);
     output_.Put('=');
-    output_.Put(settings.quoteChar);
+    quote_ = settings.quoteChar;
+    output_.Put(quote_);
     state_ = WriteState::Attribute;
 }
 
@@ -182,7 +183,7 @@ void WriterCore::TakeValue() {
 
 // Writes the end of the open attribute, which has been settled.
 void WriterCore::FinishAttribute() {
-    output_.Put(settings.quoteChar);
+    output_.Put(quote_);
     state_ = WriteState::Element;
 }
 
