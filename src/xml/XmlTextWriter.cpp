@@ -211,7 +211,7 @@ namespace {
 
 std::span<const unsigned char> BytesAt(const unsigned char* buffer, int offset, int count) {
     const IO::detail::ByteRange range = IO::detail::FoldOffset(offset, count);
-    if (range.count == 0) return {};
+    if (buffer == nullptr || range.count == 0) return {};
     return {buffer + range.offset, static_cast<std::size_t>(range.count)};
 }
 
