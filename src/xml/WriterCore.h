@@ -221,7 +221,7 @@ private:
         if (escapes) {
             PutEscaped(text);
         } else {
-            output_.PutText(text);
+            output_.PutData(text);
         }
     }
     const char* PutControl(const char* at, const char* end);

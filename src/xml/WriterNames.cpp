@@ -108,7 +108,7 @@ WriterCore::AttributePlan WriterCore::PlanAttribute(std::string_view prefix,
         return {{}, AttributeRole::DefaultNamespace};
     }
     if (prefix == "xmlns" || ns.view() == kXmlnsUri) {
-        return {prefix.empty() ? "xmlns" : prefix, AttributeRole::Namespace};
+        return {"xmlns", AttributeRole::Namespace};
     }
     if (prefix == "xml") return {prefix, RoleInXml(localName)};
     if (!prefix.empty()) return PlanPrefixed(prefix, ns);
