@@ -42,7 +42,8 @@ TEST(XmlTextWriterEncoding, CharactersThatTheEncodingLacks) {
         {latin1, [](XmlTextWriter& w) { w.WriteComment("a\xE2\x82\xACz"); }, "<r><!--a?z-->"},
         {latin1, [](XmlTextWriter& w) { w.WriteCData("a\xE2\x82\xACz"); }, "<r><![CDATA[a?z]]>"},
         {latin1, [](XmlTextWriter& w) { w.WriteProcessingInstruction("p", "\xE2\x82\xAC"); },
-         "<r><?p ?" "?>"},
+         "<r><?p ?"
+         "?>"},
         {latin1, [](XmlTextWriter& w) { w.WriteRaw("\xE2\x82\xAC&amp;"); }, "<r>?&amp;"},
         {latin1, [](XmlTextWriter& w) { w.WriteStartElement("e\xC4\x80\xC3\xA9"); }, "<r><e?\xE9"},
         {ascii, [](XmlTextWriter& w) { w.WriteString("\xC3\xA9\xE2\x82\xAC"); },
