@@ -34,7 +34,7 @@ std::size_t LengthOf(char lead) {
 void WriterOutput::Attach(IO::Stream* stream, const Encoding* encoding) {
     stream_ = stream;
     encoding_ = encoding;
-    isUtf8_ = encoding != nullptr && typeid(*encoding) == typeid(UTF8Encoding);
+    isUtf8_ = typeid(*encoding) == typeid(UTF8Encoding);
     bytesPerByte_ = isUtf8_ ? 1 : BytesPerByte(*encoding);
     used_ = 0;
     hasFailed_ = false;
