@@ -7,6 +7,7 @@
 
 #include "encoding/Codecs.h"
 #include "encoding/Utf8.h"
+#include "xml/XmlCharacters.h"
 
 #include <algorithm>  // std::clamp, std::max, std::min
 #include <typeinfo>
@@ -70,7 +71,7 @@ void WriterOutput::Encode(std::string_view slice, Missing missing) {
             slice.remove_prefix(1);
             continue;
         }
-        if (missing == Missing::BecomesReference) {
+        if (missing == Missing::BecomesReference && IsXmlCharacter(code)) {
             EncodeReference(code);
         } else {
             EncodeWritable("?");

@@ -33,6 +33,8 @@ TEST(XmlTextWriterEncoding, CharactersThatTheEncodingLacks) {
          "<r>&#x100;&#x10FFFF;"},
         {latin1, [](XmlTextWriter& w) { w.WriteAttributeString("x", "<\xE2\x82\xAC"); },
          "<r x=\"&lt;&#x20AC;\""},
+        // U+FFFF passes as text, but no reference to it is allowed (XML 1.0 [66]).
+        {latin1, [](XmlTextWriter& w) { w.WriteString("a\xEF\xBF\xBFz"); }, "<r>a?z"},
         {latin1,
          [](XmlTextWriter& w) {
              w.WriteStartElement("e", "urn:\xE2\x82\xAC");
