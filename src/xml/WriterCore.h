@@ -189,7 +189,7 @@ private:
         if (escapes) {
             PutEscaped(text);
         } else {
-            output_.PutText(text);
+            output_.PutText(text, Unwritable::Reference);
         }
     }
     const char* PutControl(const char* at, const char* end);

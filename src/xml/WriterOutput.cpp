@@ -5,9 +5,12 @@
 #include <espalier/encoding/UnicodeEncodings.h>
 #include <espalier/io/Stream.h>
 
+#include "encoding/Codecs.h"
 #include "encoding/Utf8.h"
+#include "xml/XmlCharacters.h"
 
 #include <algorithm>  // std::clamp, std::max, std::min
+#include <charconv>
 #include <typeinfo>
 #include <utility>  // std::exchange
 
@@ -23,12 +26,39 @@ std::size_t BytesPerByte(const Encoding& encoding) {
     return std::clamp<std::size_t>(encoding.GetByteCount("A", 1), 1, kMostBytes);
 }
 
+bool IsPage(const Encoding& encoding) {
+    const CodecKind kind = encoding.Codec().Kind();
+    return kind == CodecKind::SingleByte || kind == CodecKind::DoubleByte;
+}
+
+bool CanWrite(const CharCodec& codec, int code) {
+    unsigned char bytes[kMostBytes];
+    return codec.Encode(code, std::begin(bytes), std::end(bytes)) > 0;
+}
+
+// "&#x", up to six digits and ";".
+struct Reference {
+    char text[10] = {'&', '#', 'x'};
+    std::size_t length = 3;
+
+    explicit Reference(int code) {
+        constexpr int kBase = 16;
+        char* const end = std::to_chars(text + length, std::end(text), code, kBase).ptr;
+        for (char* digit = text + length; digit != end; ++digit) {
+            if (*digit >= 'a') *digit = static_cast<char>(*digit - 'a' + 'A');
+        }
+        *end = ';';
+        length = static_cast<std::size_t>(end + 1 - text);
+    }
+};
+
 }  // namespace
 
 void WriterOutput::Attach(IO::Stream* stream, const Encoding* encoding) {
     stream_ = stream;
     encoding_ = encoding;
     isUtf8_ = encoding != nullptr && typeid(*encoding) == typeid(UTF8Encoding);
+    isPage_ = encoding != nullptr && IsPage(*encoding);
     bytesPerByte_ = isUtf8_ ? 1 : BytesPerByte(*encoding);
     used_ = 0;
     hasFailed_ = false;
@@ -47,11 +77,44 @@ void WriterOutput::PutPreamble() {
 }
 
 // Encodes a slice for which there is room, as long as no byte becomes more than kMostBytes.
-void WriterOutput::Encode(std::string_view slice) {
+void WriterOutput::Encode(std::string_view slice, Unwritable unwritable) {
     if (isUtf8_) {
         Append(slice);
-        return;
+    } else if (isPage_) {
+        EncodePage(slice, unwritable);
+    } else {
+        EncodeWritable(slice);
     }
+}
+
+// Encodes a slice for an encoding that does not have all characters. What it would make of the
+// others must not be seen. A reference is at most kMostBytes times as long as its character.
+void WriterOutput::EncodePage(std::string_view slice, Unwritable unwritable) {
+    const CharCodec& page = encoding_->Codec();
+    const auto* at = reinterpret_cast<const unsigned char*>(slice.data());
+    const unsigned char* const end = at + slice.size();
+    const char* writable = slice.data();  // from here on
+    while (at != end) {
+        const auto* const begin = reinterpret_cast<const char*>(at);
+        const bool isAscii = *at < 0x80;
+        const int code = isAscii ? -1 : Utf8Codec().Decode(at, end);
+        at += std::min<std::ptrdiff_t>(utf8::SequenceLength(*at), end - at);
+        const bool isCharacter = code >= 0x80 && IsXmlCharacter(code);
+        if (isAscii || (isCharacter && CanWrite(page, code))) continue;
+
+        EncodeWritable({writable, static_cast<std::size_t>(begin - writable)});
+        writable = reinterpret_cast<const char*>(at);
+        if (unwritable == Unwritable::Reference && isCharacter) {
+            const Reference reference(code);
+            EncodeWritable({reference.text, reference.length});
+        } else {
+            EncodeWritable("?");
+        }
+    }
+    EncodeWritable({writable, static_cast<std::size_t>(slice.data() + slice.size() - writable)});
+}
+
+void WriterOutput::EncodeWritable(std::string_view slice) {
     // What the capacity counts is the encoding's own affair: bytes, or units of 2 or 4. Some want
     // room for a character more than they write.
     const auto length = static_cast<unsigned>(slice.size());
@@ -80,7 +143,7 @@ void WriterOutput::PutLong(std::string_view token) {
     }
 }
 
-void WriterOutput::PutSlices(std::string_view text) {
+void WriterOutput::PutSlices(std::string_view text, Unwritable unwritable) {
     while (!text.empty()) {
         if (Room() / 4 < std::min(text.size(), kMostBytes)) Drain();
         const std::size_t length = WholeSlice(text, Room() / 4);
@@ -88,7 +151,7 @@ void WriterOutput::PutSlices(std::string_view text) {
         if (isUtf8_ && used_ == 0 && !isLast) {
             WriteThrough(text.substr(0, length));
         } else {
-            Encode(text.substr(0, length));
+            Encode(text.substr(0, length), unwritable);
             if (!isLast) Drain();
         }
         text.remove_prefix(length);

@@ -32,6 +32,12 @@ struct ShortToken {
     std::string_view View() const { return {text, length}; }
 };
 
+/// What stands for a character that an encoding does not have.
+enum class Unwritable : unsigned char {
+    QuestionMark,  ///< "?"
+    Reference      ///< a reference such as "&#x20AC;"
+};
+
 /// Encodes what is written into a buffer of 1024 bytes and hands it to a stream.
 ///
 /// The buffer goes to the stream before what is unlikely to fit, by rules of its own for
@@ -75,11 +81,11 @@ public:
     }
 
     /// Writes a text in slices of at most a quarter of the free space.
-    void PutText(std::string_view text) {
+    void PutText(std::string_view text, Unwritable unwritable = Unwritable::QuestionMark) {
         if (isUtf8_ && text.size() <= Room() / 4) {
             Append(text);
         } else {
-            PutSlices(text);
+            PutSlices(text, unwritable);
         }
     }
 
@@ -194,14 +200,17 @@ private:
         std::memcpy(to + bytes.size() - kSize, bytes.data() + bytes.size() - kSize, kSize);
     }
     void PutLong(std::string_view token);
-    void PutSlices(std::string_view text);
+    void PutSlices(std::string_view text, Unwritable unwritable);
     void WriteThrough(std::string_view bytes);
-    void Encode(std::string_view slice);
+    void Encode(std::string_view slice, Unwritable unwritable = Unwritable::QuestionMark);
+    void EncodePage(std::string_view slice, Unwritable unwritable);
+    void EncodeWritable(std::string_view slice);
     static std::size_t WholeSlice(std::string_view text, std::size_t most);
 
     IO::Stream* stream_ = nullptr;
     const Encoding* encoding_ = nullptr;
     bool isUtf8_ = true;            // the text is copied as it is
+    bool isPage_ = false;           // there are characters that the encoding does not have
     std::size_t bytesPerByte_ = 1;  // that the encoding makes of a byte of UTF-8, at most
     bool hasFailed_ = false;
     int used_ = 0;

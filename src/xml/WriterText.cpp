@@ -114,7 +114,9 @@ void WriterCore::PutEscaped(std::string_view text) {
     EscapeFinder escapes(text, BreaksArePlain());
     while (at != end) {
         const char* const stop = escapes.Next(at);
-        if (stop != at) output_.PutText({at, static_cast<std::size_t>(stop - at)});
+        if (stop != at) {
+            output_.PutText({at, static_cast<std::size_t>(stop - at)}, Unwritable::Reference);
+        }
         if (stop == end) return;
         const ShortToken& reference = kReferences.of[static_cast<unsigned char>(*stop)];
         if (reference.length != 0) {
