@@ -143,7 +143,7 @@ TEST(XmlTextReaderCodePage, TheEuroSignOfAWindowsPageIsTheBytesC2AC) {
 // Deliberate: what has been read once is not judged again, whatever its bytes are.
 TEST(XmlTextReaderCodePage, PushedTextIsTrusted) {
     const std::string document = InWindows1252(
-        "<!DOCTYPE a [<!ENTITY e '\x96\x93x\x94<b y=\"\x96\">\x97</b>\x96'>]>"
+        "<!DOCTYPE a [<!ENTITY e '\x96\x93x\x94<b y=\"\x96\">\x97</b>'>]>"
         "<a x='\x96&e2;\x97&#x2013;\x80'>&e;\x96</a>");
     const std::string kValid = "<!ENTITY e2 '\x96'>";
     std::string whole = document;
@@ -163,7 +163,7 @@ TEST(XmlTextReaderCodePage, PushedTextIsTrusted) {
         reader.ReadNodes(1);
         EXPECT_EQ(reader->Value(), "\xC0\x94");
         reader.ReadNodes(2);
-        EXPECT_EQ(reader->Value(), "\xC0\x93\xC0\x93");
+        EXPECT_EQ(reader->Value(), "\xC0\x93");
         reader.ReadAll();
     }
 }
