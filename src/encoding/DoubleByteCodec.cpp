@@ -6,7 +6,10 @@
 #include "encoding/Utf8.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cstdint>
+#include <cstring>
 #include <span>
 
 // GB2312 and EUC-KR: ASCII, and characters of two bytes, each from A1 to FE, which are the row and
@@ -26,9 +29,92 @@ constexpr unsigned kRowSize = 94;
 // Returns the row or column that a byte stands for; kRowSize or more when it stands for none.
 constexpr unsigned IndexOf(unsigned char byte) { return byte - kFirstByte; }
 
+using PlaneCodes = std::uint16_t[kRowSize * kRowSize];
+
+// The UTF-8 of a character, its first byte in the low bits, and above it how many bytes that are;
+// 0 where no character is.
+using Sequence = std::uint32_t;
+constexpr int kLengthShift = 24;
+
+// The sequences of all pairs of bytes from 80 to FF and, behind them, of ASCII.
+constexpr std::size_t kPairs = std::size_t{1} << 14;
+constexpr std::size_t kAsciiCodes = 0x80;
+using Sequences = std::array<Sequence, kPairs + kAsciiCodes>;
+
+// Returns the index of the two bytes in the low bits of a word.
+constexpr std::size_t PairIndex(std::uint64_t word) { return (word >> 1 & 0x3F80) | (word & 0x7F); }
+
+consteval Sequences MakeSequences(const PlaneCodes& codes) {
+    Sequences sequences{};
+    for (std::uint32_t code = 0; code < kAsciiCodes; ++code)
+        sequences[kPairs + code] = 1U << kLengthShift | code;
+    for (unsigned row = 0; row < kRowSize; ++row) {
+        for (unsigned column = 0; column < kRowSize; ++column) {
+            const std::uint32_t code = codes[row * kRowSize + column];
+            const std::uint32_t last = 0x80 | (code & 0x3F);
+            const std::uint32_t middle = 0x80 | (code >> 6 & 0x3F);
+            Sequence& sequence =
+                sequences[PairIndex((kFirstByte + row) << 8 | (kFirstByte + column))];
+            if (code >= 0x800) {
+                sequence = 3U << kLengthShift | last << 16 | middle << 8 | 0xE0 | code >> 12;
+            } else if (code != 0) {
+                sequence = 2U << kLengthShift | last << 8 | 0xC0 | code >> 6;
+            }
+        }
+    }
+    return sequences;
+}
+
+constexpr int kSteps = 4;            // characters of a word, at least
+constexpr std::ptrdiff_t kWord = 8;  // bytes
+constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+
+// Returns a bit for each byte of a word that is not ASCII, in the order of the bytes.
+constexpr std::size_t HighMask(std::uint64_t word) {
+    return ((word & kHighBits) >> 7) * 0x0102040810204080U >> 56;
+}
+
+// Where a character stands in a word whose first byte is its highest, and in Sequences: its bytes
+// are brought to the low bits, and what PairIndex() makes of them is masked and added to a base.
+struct CharacterStep {
+    std::uint16_t mask;
+    std::uint16_t base;
+    unsigned char shift;
+};
+
+// The first four characters of a word.
+struct WordSteps {
+    std::array<CharacterStep, kSteps> characters{};
+    unsigned char used = 0;     // bytes that they take
+    unsigned char isWrong = 0;  // the first byte of two is followed by ASCII
+};
+
+// For each HighMask().
+constexpr auto kWordSteps = [] {
+    std::array<WordSteps, 256> table{};
+    for (unsigned mask = 0; mask < 256; ++mask) {
+        const auto isHigh = [mask](int byte) { return (mask << byte & 0x80) != 0; };
+        WordSteps& steps = table[mask];
+        for (CharacterStep& step : steps.characters) {
+            const bool isPair = isHigh(steps.used);
+            const int length = isPair ? 2 : 1;
+            if (isPair && !isHigh(steps.used + 1)) steps.isWrong = 1;
+            step.mask = isPair ? kPairs - 1 : kAsciiCodes - 1;
+            step.base = isPair ? 0 : kPairs;
+            steps.used = static_cast<unsigned char>(steps.used + length);
+            step.shift = static_cast<unsigned char>(64 - 8 * steps.used);
+        }
+    }
+    return table;
+}();
+
+constexpr Sequences kGb2312Sequences = MakeSequences(kGb2312Codes);
+constexpr Sequences kEucKrSequences = MakeSequences(kEucKrCodes);
+
 struct Plane {
-    std::span<const std::uint16_t, kRowSize * kRowSize> codes;  // 0 where no character is
-    std::span<const std::uint16_t> places;                      // in `codes`, sorted by code
+    const PlaneCodes& codes;                // 0 where no character is
+    std::span<const std::uint16_t> places;  // in `codes`, sorted by code
+    const Sequences& sequences;
 
     /// Returns the character of two bytes, or 0.
     int CodeOf(unsigned char lead, unsigned char trail) const {
@@ -46,8 +132,54 @@ struct Plane {
     }
 };
 
-constexpr Plane kGb2312Plane{kGb2312Codes, kGb2312Places};
-constexpr Plane kEucKrPlane{kEucKrCodes, kEucKrPlaces};
+constexpr Plane kGb2312Plane{kGb2312Codes, kGb2312Places, kGb2312Sequences};
+constexpr Plane kEucKrPlane{kEucKrCodes, kEucKrPlaces, kEucKrSequences};
+
+// How far a decoding has come.
+struct Progress {
+    const unsigned char* position;
+    unsigned char* destination;
+};
+
+constexpr std::ptrdiff_t kRoom = 3 * kSteps + 1;  // a byte more than a character is written
+
+std::uint64_t LoadBigEndian(const unsigned char* bytes) {
+    return __builtin_bswap64(ascii_run::LoadWord(bytes));
+}
+
+// Writes the characters of a word, which takes `used` bytes. Returns false, and does nothing, when
+// one of them is none.
+bool Write(const Sequence (&sequences)[kSteps], std::ptrdiff_t used, Progress& at) {
+    unsigned char* to = at.destination;
+    Sequence borrow = 0;  // the highest bit is set by a sequence that is 0
+    for (const Sequence sequence : sequences) {
+        borrow |= sequence - 1;
+        std::memcpy(to, &sequence, sizeof sequence);
+        to += sequence >> kLengthShift;
+    }
+    if (borrow >> 31 != 0) return false;
+    at = {at.position + used, to};
+    return true;
+}
+
+// Decodes a word of four characters of two bytes.
+bool DecodePairs(std::uint64_t word, const Sequences& table, Progress& at) {
+    const Sequence sequences[kSteps] = {table[PairIndex(word >> 48)], table[PairIndex(word >> 32)],
+                                        table[PairIndex(word >> 16)], table[PairIndex(word)]};
+    return Write(sequences, kWord, at);
+}
+
+// Decodes the first four characters of a word. Where they stand is looked up, for finding one after
+// the other takes longer.
+bool DecodeMixed(std::uint64_t word, const Sequences& table, Progress& at) {
+    const WordSteps& steps = kWordSteps[HighMask(word)];
+    Sequence sequences[kSteps];
+    for (std::size_t i = 0; i < kSteps; ++i) {
+        const CharacterStep& step = steps.characters[i];
+        sequences[i] = table[(PairIndex(word >> step.shift) & step.mask) + step.base];
+    }
+    return steps.isWrong == 0 && Write(sequences, steps.used, at);
+}
 
 class DoubleByteCharCodec final : public CharCodec {
 public:
@@ -133,11 +265,11 @@ public:
                 CopyAsciiRun(position, end, destination, destinationEnd);
                 continue;
             }
-            DecodePairs(position, end, destination, destinationEnd);
-            if (position == end) break;
-            if (*position < 0x80) continue;
-
-            // Few bytes are left, or little room, or no character stands here.
+            if constexpr (std::endian::native == std::endian::little) {
+                DecodeWords(position, end, destination, destinationEnd);
+                if (position == end) break;
+                if (*position < 0x80) continue;
+            }
             if (!IsLead(*position)) return DecodeEnd::Invalid;
             if (end - position < 2) return DecodeEnd::SourceUsed;
             const int code = plane_.CodeOf(position[0], position[1]);
@@ -175,36 +307,35 @@ private:
         return static_cast<int>(destination - start);
     }
 
-    // Decodes characters of two bytes, and single ASCII ones between them, up to two ASCII
-    // characters in a row, something invalid, or where a few bytes of source or room are left.
-    void DecodePairs(const unsigned char*& source, const unsigned char* end, unsigned char*& target,
+    static constexpr std::ptrdiff_t kRoom =
+        3 * kSteps + 1;  // a byte more than a character is written
+
+    // Decodes words that begin where a character does, up to a word of ASCII or something invalid,
+    // or while source and room last. There are two ways: for words without ASCII, and for any.
+    // Which one a word needs nothing predicts in text with spaces, so there the second is kept for
+    // a while.
+    void DecodeWords(const unsigned char*& source, const unsigned char* end, unsigned char*& target,
                      const unsigned char* targetEnd) const {
+        constexpr int kMixedWords = 4;
         // Copies: the bytes written might be those of the arguments, for all the compiler knows.
-        const unsigned char* position = source;
-        unsigned char* destination = target;
-        const std::uint16_t* const codes = plane_.codes.data();
-        const auto byte = [](unsigned bits) { return static_cast<unsigned char>(bits); };
-        while (end - position >= 3 && targetEnd - destination >= 4) {
-            const unsigned row = IndexOf(position[0]), column = IndexOf(position[1]);
-            if (row >= kRowSize || column >= kRowSize) break;
-            const unsigned code = codes[row * kRowSize + column];
-            if (code >= 0x800) {
-                destination[0] = byte(0xE0 | code >> 12);
-                destination[1] = byte(0x80 | (code >> 6 & 0x3F));
-                destination[2] = byte(0x80 | (code & 0x3F));
-                destination += 3;
-            } else if (code != 0) {
-                destination[0] = byte(0xC0 | code >> 6);
-                destination[1] = byte(0x80 | (code & 0x3F));
-                destination += 2;
-            } else {
-                break;
+        Progress at{source, target};
+        const Sequences& table = plane_.sequences;
+        int mixedWords = 0;  // still to be taken for such
+        while (end - at.position >= kWord && targetEnd - at.destination >= kRoom) {
+            const std::uint64_t word = LoadBigEndian(at.position);
+            if (mixedWords == 0) {
+                if ((word & kHighBits) == kHighBits) {
+                    if (!DecodePairs(word, table, at)) break;
+                    continue;
+                }
+                if ((word & kHighBits) == 0) break;
+                mixedWords = kMixedWords;
             }
-            position += 2;
-            if (*position < 0x80) *destination++ = *position++;
+            if (!DecodeMixed(word, table, at)) break;
+            --mixedWords;
         }
-        source = position;
-        target = destination;
+        source = at.position;
+        target = at.destination;
     }
 
     const Plane& plane_;
