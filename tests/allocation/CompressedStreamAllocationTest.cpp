@@ -119,7 +119,10 @@ TEST(CompressedStreamAllocation, ReadingGoesOnAfterAFailure) {
             ending = EndingOf([&] { stream.Read(buffer, 0, 100); });
             isDone = !failure.HasFailed();
         }
-        EXPECT_EQ(ending == Ending::Complete, isDone);
+        // What was decompressed before the failure is given first.
+        if (ending == Ending::Complete) {
+            EXPECT_EQ(stream.Position(), 100);
+        }
         stream.SetPosition(0);
         long length = 0;
         while (const int count = stream.Read(buffer, 0, 100))
@@ -153,12 +156,13 @@ TEST(CompressedStreamAllocation, EveryAllocationOfAZipMemberMayFail) {
         });
         FailingAllocation::Exempt([&] {
             EXPECT_EQ(failure.LiveCount(), 0);
-            if (failure.HasFailed()) {
-                EXPECT_TRUE(ending == Ending::BadAlloc || ending == Ending::OtherError);
-                ++failures;
+            // minizip tries again in another way what has failed once.
+            if (ending == Ending::Complete) {
+                EXPECT_EQ(length, 858);
             } else {
-                EXPECT_EQ(ending, Ending::Complete);
-                EXPECT_GT(length, 500);
+                EXPECT_TRUE(ending == Ending::BadAlloc || ending == Ending::OtherError);
+                EXPECT_TRUE(failure.HasFailed());
+                ++failures;
             }
         });
     });
