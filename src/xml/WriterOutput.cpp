@@ -5,7 +5,7 @@
 #include <espalier/encoding/UnicodeEncodings.h>
 #include <espalier/io/Stream.h>
 
-#include "encoding/Codecs.h"
+#include "encoding/CharCodec.h"
 #include "encoding/Utf8.h"
 #include "xml/XmlCharacters.h"
 
@@ -61,7 +61,7 @@ void WriterOutput::Encode(std::string_view slice, Missing missing) {
         return;
     }
     for (;;) {
-        const std::size_t length = WritableLength(slice, missing);
+        const std::size_t length = WritableLength(slice);
         EncodeWritable(slice.substr(0, length));
         slice.remove_prefix(length);
         if (slice.empty()) return;
@@ -103,7 +103,7 @@ void WriterOutput::EncodeReference(int code) {
 }
 
 // Returns how many bytes at the start of a text are characters that the encoding can write.
-std::size_t WriterOutput::WritableLength(std::string_view text, Missing missing) const {
+std::size_t WriterOutput::WritableLength(std::string_view text) const {
     const char* at = text.data();
     const char* const end = at + text.size();
     while (at != end) {
@@ -113,7 +113,7 @@ std::size_t WriterOutput::WritableLength(std::string_view text, Missing missing)
             continue;
         }
         const int code = CharacterAt(at, end);
-        if (code < 0 || !CanWrite(code, missing)) break;
+        if (code < 0 || !CanWrite(code)) break;
         at += LengthOf(*at);
     }
     return static_cast<std::size_t>(at - text.data());
@@ -127,10 +127,8 @@ int WriterOutput::CharacterAt(const char* at, const char* end) {
     return utf8::Combine(position, utf8::SequenceLength(*position));
 }
 
-bool WriterOutput::CanWrite(int code, Missing missing) const {
+bool WriterOutput::CanWrite(int code) const {
     const CharCodec& codec = encoding_->Codec();
-    // It would pass what is above ASCII, but other readers would not.
-    if (&codec == &AsciiCodec() && missing == Missing::BecomesReference) return false;
     if (codec.Kind() != CodecKind::SingleByte && codec.Kind() != CodecKind::DoubleByte) return true;
     unsigned char bytes[kMostBytes];
     return codec.Encode(code, bytes, bytes + kMostBytes) > 0;

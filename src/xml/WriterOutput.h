@@ -210,8 +210,8 @@ private:
     void Encode(std::string_view slice, Missing missing);
     void EncodeWritable(std::string_view text);
     void EncodeReference(int code);
-    std::size_t WritableLength(std::string_view text, Missing missing) const;
-    bool CanWrite(int code, Missing missing) const;
+    std::size_t WritableLength(std::string_view text) const;
+    bool CanWrite(int code) const;
     static int CharacterAt(const char* at, const char* end);
     static std::size_t WholeSlice(std::string_view text, std::size_t most);
 
