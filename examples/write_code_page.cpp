@@ -9,8 +9,8 @@
 namespace {
 
 //! [write in a code page]
-// Writes the price of a pear tree. The page has the letter U+00E9; of the euro sign the writer makes
-// a reference.
+// Writes the price of a pear tree. The page has the letter U+00E9; the writer makes a reference of
+// the euro sign.
 void WritePrice(IO::Stream& to) {
     Xml::XmlTextWriter writer(&to, Xml::Encoding::Windows_1252());
     writer.WriteStartDocument();
