@@ -307,9 +307,6 @@ private:
         return static_cast<int>(destination - start);
     }
 
-    static constexpr std::ptrdiff_t kRoom =
-        3 * kSteps + 1;  // a byte more than a character is written
-
     // Decodes words that begin where a character does, up to a word of ASCII or something invalid,
     // or while source and room last. There are two ways: for words without ASCII, and for any.
     // Which one a word needs nothing predicts in text with spaces, so there the second is kept for

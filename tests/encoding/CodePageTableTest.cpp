@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <iconv.h>
 #include <map>
 #include <optional>

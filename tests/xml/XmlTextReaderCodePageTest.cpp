@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: MIT
+#include <espalier/encoding.h>
 #include <espalier/io/Exception.h>
 #include <espalier/xml/XmlTextReader.h>
 
 #include "support/DocumentReader.h"
+#include "support/DocumentWriter.h"
+#include "support/NodeCopy.h"
 #include "support/NodeDump.h"
 #include "support/PrintAstring.h"
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
+#include <algorithm>
+#include <cctype>
 #include <fstream>
 #include <iconv.h>
 #include <iterator>
@@ -39,6 +43,7 @@ std::string Transcoded(const std::string& text, const char* from, const char* to
 }
 
 struct Page {
+    Xml::Encoding* (*shared)();
     const char* webName;
     const char* iconvName;
     const char* reported;
@@ -48,21 +53,22 @@ struct Page {
 
 // Every text has letters, other characters and those of more bytes in UTF-8 that there are.
 constexpr Page kPages[] = {
-    {"windows-1250", "CP1250", "Windows-1250", "\xC5\xBElu\xC5\xA5",
+    {Xml::Encoding::Windows_1250, "windows-1250", "CP1250", "Windows-1250", "\xC5\xBElu\xC5\xA5",
      "P\xC5\x99\xC3\xADli\xC5\xA1 \xC2\xA7 5"},
-    {"windows-1251", "CP1251", "Windows-1251", "\xD0\xB8\xD0\xBC\xD1\x8F",
-     "\xD0\x9A\xD0\xBD\xD0\xB8\xD0\xB3\xD0\xB0 \xC2\xA9"},
-    {"windows-1252", "CP1252", "Windows-1252", "caf\xC3\xA9", "na\xC3\xAFve \xC2\xBD \xC5\x93uvre"},
-    {"windows-1254", "CP1254", "Windows-1254",
+    {Xml::Encoding::Windows_1251, "windows-1251", "CP1251", "Windows-1251",
+     "\xD0\xB8\xD0\xBC\xD1\x8F", "\xD0\x9A\xD0\xBD\xD0\xB8\xD0\xB3\xD0\xB0 \xC2\xA9"},
+    {Xml::Encoding::Windows_1252, "windows-1252", "CP1252", "Windows-1252", "caf\xC3\xA9",
+     "na\xC3\xAFve \xC2\xBD \xC5\x93uvre"},
+    {Xml::Encoding::Windows_1254, "windows-1254", "CP1254", "Windows-1254",
      "a\xC4\x9F"
      "a\xC3\xA7",
      "\xC4\xB0stanbul \xC2\xB1 \xC4\xB1\xC5\x9F\xC4\xB1k"},
-    {"windows-1257", "CP1257", "Windows-1257", "\xC4\x97jimas",
+    {Xml::Encoding::Windows_1257, "windows-1257", "CP1257", "Windows-1257", "\xC4\x97jimas",
      "\xC5\xA0ventoji \xC2\xA4 \xC4\x85\xC5\xBEuolas"},
-    {"gb2312", "EUC-CN", "GB2312", "\xCE\xB1\xE3\x81\x82",
+    {Xml::Encoding::GB2312, "gb2312", "EUC-CN", "GB2312", "\xCE\xB1\xE3\x81\x82",
      "\xE4\xB8\xAD\xE6\x96\x87 \xC2\xB0 \xE2\x80\x9C"
      "a\xE2\x80\x9D\xE2\x84\x83"},
-    {"EUC-KR", "EUC-KR", "EUC-KR", "\xEC\x9D\xB4\xEB\xA6\x84",
+    {Xml::Encoding::EUC_KR, "EUC-KR", "EUC-KR", "EUC-KR", "\xEC\x9D\xB4\xEB\xA6\x84",
      "\xED\x95\x9C\xEA\xB5\xAD\xEC\x96\xB4 \xC2\xB1 \xE6\xBC\xA2 \xEF\xBF\xA6"},
 };
 
@@ -115,6 +121,40 @@ TEST(XmlTextReaderCodePage, ReportsItsEncoding) {
 
 std::string InWindows1252(const std::string& rest) {
     return "<?xml version='1.0' encoding='windows-1252'?>" + rest;
+}
+
+std::string Sample(const Page& page) {
+    std::string name = page.webName;
+    for (char& c : name)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    std::ifstream file(std::string(ESPALIER_SAMPLES) + "/encodings/" + name + ".xml",
+                       std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+// The samples, which stand on the disk as they are read, and written again as they were.
+TEST(XmlTextReaderCodePage, ReadsTheSamplesAndReadsThemAgainOnceWritten) {
+    for (const Page& page : kPages) {
+        SCOPED_TRACE(page.webName);
+        const std::string sample = Sample(page);
+        ASSERT_NE(sample.find(page.webName), std::string::npos);
+        std::string text = Transcoded(sample, page.iconvName, "UTF-8");
+        text.replace(text.find(page.webName), std::string(page.webName).size(), "UTF-8");
+        const auto body = [](const std::string& dump) { return dump.substr(dump.find("Element")); };
+        const std::string expected = body(support::DumpDocument(text));
+        EXPECT_GT(std::count(expected.begin(), expected.end(), '\n'), 25);
+        for (const int bytesPerRead : kBytesPerRead)
+            EXPECT_EQ(body(support::DumpDocument(sample, {}, bytesPerRead)), expected);
+
+        support::DocumentWriter writer(page.shared());
+        writer->SetNewLineHandling(Xml::NewLineHandling::NoHandling);
+        DocumentReader reader(sample);
+        support::CopyNodes(*reader, *writer, true);
+        const std::string written = writer.Text();
+        DocumentReader before(sample), after(written);
+        EXPECT_EQ(support::TellNodes(*after), support::TellNodes(*before));
+        EXPECT_NE(written.find(page.webName), std::string::npos);
+    }
 }
 
 // Deliberate: characters above U+07FF lose their high bits to the lead byte.
