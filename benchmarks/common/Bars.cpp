@@ -6,13 +6,22 @@
 
 namespace bench {
 
+namespace {
+
+// How many decimals a number needs, at most 2.
+int DecimalsOf(double number) {
+    if (number == std::floor(number)) return 0;
+    return number * 10 == std::floor(number * 10) ? 1 : 2;
+}
+
+}  // namespace
+
 std::string FormatBars(const std::vector<Bar>& bars, TableFormat format) {
     std::string text;
     for (const Bar& bar : bars) {
         const std::string verdict = bar.IsMet() ? "OK" : "MISS";
-        const bool isWhole = bar.wanted == std::floor(bar.wanted);
         const std::string numbers = FormatNumber(bar.measured, 2) + " " + bar.unit + ", wanted " +
-                                    FormatNumber(bar.wanted, isWhole ? 0 : 1);
+                                    FormatNumber(bar.wanted, DecimalsOf(bar.wanted));
         if (format == TableFormat::Markdown) {
             text += "- " + bar.title + ": " + numbers + " (" + verdict + ")\n";
         } else {

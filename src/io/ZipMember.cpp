@@ -4,11 +4,18 @@
 // through it, so the callbacks turn what the stream throws into failures of theirs.
 #include "io/ZipMember.h"
 
+#include <espalier/base/astring.h>
 #include <espalier/io/Exception.h>
 
 #include <climits>
+#include <zlib.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <span>
 #include <utility>
 
 namespace IO::detail {
@@ -20,6 +27,8 @@ constexpr uLong kEncrypted = 1U << 0U;  // bits of the general purpose flags (AP
 constexpr uLong kPatchData = 1U << 5U;
 constexpr uLong kMaskedHeader = 1U << 13U;
 constexpr uLong kStored = 0;
+
+constexpr ZPOS64_T kInExtraField = 0xFFFFFFFF;  // stands for a size that needs 64 bits
 
 constexpr long kCallbackFailed = -1;
 
@@ -39,6 +48,7 @@ voidpf OpenStream(voidpf opaque, const void*, int) { return opaque; }
 
 // Reads all that minizip asks for, unless the stream ends or fails.
 uLong ReadStream(voidpf opaque, voidpf, void* buffer, uLong size) {
+    const bool padsEnd = static_cast<ZipSource*>(opaque)->padsEnd;
     return WithStream<uLong>(opaque, 0, [&](Stream& stream) {
         uLong done = 0;
         while (done < size) {
@@ -47,7 +57,9 @@ uLong ReadStream(voidpf opaque, voidpf, void* buffer, uLong size) {
             if (count < 1) break;
             done += static_cast<uLong>(std::min(count, piece));
         }
-        return done;
+        if (!padsEnd || done == 0) return done;
+        std::memset(static_cast<unsigned char*>(buffer) + done, 0, size - done);
+        return size;
     });
 }
 
@@ -59,9 +71,10 @@ ZPOS64_T TellStream(voidpf opaque, voidpf) {
 }
 
 long SeekStream(voidpf opaque, voidpf, ZPOS64_T offset, int origin) {
-    if (offset > ZPOS64_T{LONG_MAX}) return kCallbackFailed;
     SeekOrigin whence = SeekOrigin::Begin;
     if (origin == ZLIB_FILEFUNC_SEEK_CUR) whence = SeekOrigin::Current;
+    // From the current position minizip also goes back, by numbers that have wrapped around.
+    if (whence != SeekOrigin::Current && offset > ZPOS64_T{LONG_MAX}) return kCallbackFailed;
     if (origin == ZLIB_FILEFUNC_SEEK_END) whence = SeekOrigin::End;
     return WithStream(opaque, kCallbackFailed, [&](Stream& stream) {
         const long position = stream.Seek(static_cast<long>(offset), whence);
@@ -74,6 +87,40 @@ int CloseStream(voidpf, voidpf) { return 0; }  // whoever made the stream closes
 // Tells minizip an error from the end.
 int HasStreamFailed(voidpf opaque, voidpf) {
     return static_cast<ZipSource*>(opaque)->hasFailed ? 1 : 0;
+}
+
+// The sizes of a member.
+struct Sizes {
+    ZPOS64_T uncompressed;
+    ZPOS64_T compressed;
+};
+
+ZPOS64_T NumberAt(std::span<const unsigned char> bytes, std::size_t position, std::size_t size) {
+    ZPOS64_T number = 0;
+    for (std::size_t i = size; i > 0; --i)
+        number = number << 8U | bytes[position + i - 1];
+    return number;
+}
+
+// Takes the sizes of more than 32 bits from the extra field that holds them (APPNOTE 4.5.3).
+// minizip itself forgets to before its version 1.2.
+void TakeSizesOf64Bits(std::span<const unsigned char> extra, Sizes& sizes) {
+    constexpr std::size_t kHeader = 4;  // number and size, 2 bytes each
+    constexpr std::size_t kSize = 8;
+    while (extra.size() >= kHeader) {
+        const std::size_t length =
+            std::min<std::size_t>(NumberAt(extra, 2, 2), extra.size() - kHeader);
+        if (NumberAt(extra, 0, 2) == 1) {
+            std::span<const unsigned char> field = extra.subspan(kHeader, length);
+            for (ZPOS64_T* size : {&sizes.uncompressed, &sizes.compressed}) {
+                if (*size != kInExtraField || field.size() < kSize) continue;
+                *size = NumberAt(field, 0, kSize);
+                field = field.subspan(kSize);
+            }
+            return;
+        }
+        extra = extra.subspan(kHeader + length);
+    }
 }
 
 }  // namespace
@@ -100,33 +147,48 @@ bool ZipMember::OpenArchive() {
 
 bool ZipMember::OpenMember(const char* name) {
     unz_file_info64 info = {};
+    std::array<char, UINT16_MAX> found;  // neither can be longer
+    std::array<unsigned char, UINT16_MAX> extra;
     if (unzLocateFile(zip_, name, kIgnoreCase) != UNZ_OK) return false;
-    if (unzGetCurrentFileInfo64(zip_, &info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK) {
+    if (unzGetCurrentFileInfo64(zip_, &info, found.data(), found.size(), extra.data(), extra.size(),
+                                nullptr, 0) != UNZ_OK) {
         return false;
     }
     // minizip itself would give the bytes of these for what they are not.
     if ((info.flag & (kEncrypted | kPatchData | kMaskedHeader)) != 0) return false;
     if (info.compression_method != kStored && info.compression_method != Z_DEFLATED) return false;
-    length_ = static_cast<long>(std::min<ZPOS64_T>(info.uncompressed_size, LONG_MAX));
-    return OpenCurrent();
+    Sizes sizes = {info.uncompressed_size, info.compressed_size};
+    TakeSizesOf64Bits(std::span(extra).first(info.size_file_extra), sizes);
+    if (info.compression_method == kStored && sizes.uncompressed != sizes.compressed) return false;
+    length_ = static_cast<long>(std::min<ZPOS64_T>(sizes.uncompressed, LONG_MAX));
+    statedChecksum_ = info.crc;
+    // minizip takes a size that it did not find for 4 GiB, and would read on beyond the archive.
+    checksHere_ = source_.padsEnd = sizes.uncompressed != info.uncompressed_size;
+    return OpenCurrent() && HasTheSameNameInFront({found.data(), info.size_filename});
 }
 
 int ZipMember::Read(unsigned char* buffer, int count) {
     if (isDamaged_) FailAtEnd();
     if (error_ < 0) return error_;
     if (!isOpen_) return position_ == length_ ? 0 : UNZ_PARAMERROR;
-    const int delivered = unzReadCurrentFile(zip_, buffer, static_cast<unsigned>(count));
+    const long wanted = std::min<long>(count, length_ - position_);
+    const int delivered = unzReadCurrentFile(zip_, buffer, static_cast<unsigned>(wanted));
     if (delivered < 0) {
         error_ = delivered;
         return delivered;
     }
     position_ += delivered;
-    if (delivered < count || position_ == length_) {
-        // The end. minizip compares the checksum when it closes a member that was read as a whole.
-        isOpen_ = false;
-        if (unzCloseCurrentFile(zip_) != UNZ_OK || position_ != length_) FailAtEnd();
-    }
+    if (checksHere_) checksum_ = crc32(checksum_, buffer, static_cast<uInt>(delivered));
+    if ((delivered < wanted || position_ == length_) && !EndsWell()) FailAtEnd();
     return delivered;
+}
+
+// Closes the member, and tells whether its data were what they should be.
+bool ZipMember::EndsWell() {
+    isOpen_ = false;
+    // minizip compares the checksum when it closes a member that it has read as a whole.
+    const bool isRight = unzCloseCurrentFile(zip_) == UNZ_OK && position_ == length_;
+    return isRight && (!checksHere_ || checksum_ == statedChecksum_);
 }
 
 bool ZipMember::Reopen() {
@@ -136,10 +198,26 @@ bool ZipMember::Reopen() {
 
 bool ZipMember::OpenCurrent() {
     position_ = 0;
+    checksum_ = 0;
     error_ = 0;
     isDamaged_ = false;
     isOpen_ = unzOpenCurrentFile(zip_) == UNZ_OK;
     return isOpen_;
+}
+
+// Tells whether the header in front of the data has that name, too: minizip looks at its length
+// alone.
+bool ZipMember::HasTheSameNameInFront(std::string_view name) {
+    const int extra = unzGetLocalExtrafield(zip_, nullptr, 0);
+    const auto data = static_cast<long>(unzGetCurrentFileZStreamPos64(zip_));
+    const long place = data - extra - static_cast<long>(name.size());
+    astring inFront;
+    inFront.resize(name.size());
+    return extra >= 0 && place >= 0 &&
+           SeekStream(&source_, nullptr, static_cast<ZPOS64_T>(place), ZLIB_FILEFUNC_SEEK_SET) ==
+               0 &&
+           ReadStream(&source_, nullptr, inFront.begin(), name.size()) == name.size() &&
+           inFront == name;
 }
 
 void ZipMember::FailAtEnd() {

@@ -6,6 +6,7 @@
 #include <minizip/unzip.h>
 
 #include <memory>
+#include <string_view>
 
 namespace IO::detail {
 
@@ -13,6 +14,7 @@ namespace IO::detail {
 struct ZipSource {
     std::unique_ptr<Stream> stream;
     bool hasFailed = false;  ///< the stream has thrown
+    bool padsEnd = false;    ///< a read that reaches beyond the end is filled up with zeros
 };
 
 /// A member of a zip archive, open for reading. The archive is any stream that can seek.
@@ -43,14 +45,19 @@ public:
 
 private:
     bool OpenCurrent();
+    bool HasTheSameNameInFront(std::string_view name);
+    bool EndsWell();
     [[noreturn]] void FailAtEnd();
 
     ZipSource source_;
     unzFile zip_ = nullptr;
-    bool isOpen_ = false;     // minizip has the member open
-    bool isDamaged_ = false;  // the end has shown that the data are not what they were
-    int error_ = 0;           // the first negative result of reading; 0 when there was none
-    long length_ = 0;         // as the directory states it
+    uLong checksum_ = 0;        // of the bytes read so far, when minizip does not check them
+    uLong statedChecksum_ = 0;  // as the directory states it
+    bool checksHere_ = false;   // minizip does not know the length, nor so where to check
+    bool isOpen_ = false;       // minizip has the member open
+    bool isDamaged_ = false;    // the end has shown that the data are not what they were
+    int error_ = 0;             // the first negative result of reading; 0 when there was none
+    long length_ = 0;           // as the directory states it
     long position_ = 0;
 };
 

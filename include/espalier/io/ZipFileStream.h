@@ -13,11 +13,12 @@ namespace detail {
 class ZipMember;
 }  // namespace detail
 
-/// Reads one member of a zip archive on disk: stored or deflated, also of more than 4 GiB.
+/// Reads one member of a zip archive on disk, stored or deflated.
 ///
 /// Members are found by name without regard to the case of ASCII letters; the first that matches
 /// counts. Names are only names: an absolute one, or one with "..", leads to nothing but the member
-/// of that name.
+/// of that name. Members of more than 4 GiB need minizip 1.2; with an older one, reading them ends
+/// in a "Read error" there, and one that begins behind the first 4 GiB of the archive is not found.
 ///
 /// Positions and lengths are those of the uncompressed data. To go back, the member is opened again
 /// and decompressed up to the new position.
