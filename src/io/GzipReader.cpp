@@ -117,15 +117,19 @@ uInt GzipReader::Produce(unsigned char* buffer, uInt room) {
 
 // Decompresses one piece of input, or what zlib holds back.
 uInt GzipReader::Inflate(unsigned char* buffer, uInt room) {
-    if (zlib_.avail_in == 0) LoadInput();
-    if (error_ != nullptr) return 0;
-    if (zlib_.avail_in == 0) {
-        Fail("unexpected end of file");
-        return 0;
+    // What zlib holds back comes first: a source such as a pipe may have no more yet.
+    if (zlib_.avail_in == 0 && !holdsOutput_) {
+        LoadInput();
+        if (error_ != nullptr) return 0;
+        if (zlib_.avail_in == 0) {
+            Fail("unexpected end of file");
+            return 0;
+        }
     }
     zlib_.next_out = buffer;
     zlib_.avail_out = room;
     const int result = inflate(&zlib_, Z_NO_FLUSH);
+    holdsOutput_ = zlib_.avail_out == 0;
     if (result == Z_STREAM_END) state_ = State::Between;
     if (result == Z_MEM_ERROR) Fail("out of memory");
     if (result == Z_DATA_ERROR) {
@@ -158,6 +162,7 @@ void GzipReader::LookForMember() {
     if (error_ != nullptr) return;
     if (zlib_.avail_in >= sizeof kMagic && std::memcmp(zlib_.next_in, kMagic, sizeof kMagic) == 0) {
         inflateReset(&zlib_);
+        holdsOutput_ = false;
         state_ = State::Member;
     } else {
         state_ = state_ == State::Start && zlib_.avail_in > 0 ? State::Plain : State::End;

@@ -44,6 +44,7 @@ private:
     long start_;            // where the source stood at first; kFailed when it cannot go back there
     z_stream zlib_ = {};    // next_in and avail_in are the compressed bytes that were read ahead
     bool isReady_ = false;  // zlib_ is initialised
+    bool holdsOutput_ = false;  // zlib may have output left that found no room
     State state_;
     bool sourceEnded_ = false;
     const char* error_ = nullptr;  // what ended the data too early; static, or zlib_'s own

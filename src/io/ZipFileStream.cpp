@@ -15,7 +15,7 @@ namespace {
 
 constexpr unsigned kReadOnly = 1;
 constexpr unsigned kDenyNothing = 3;
-constexpr long kLargestSkip = 64 * 1024;  // bytes passed over at once
+constexpr long kLargestSkip = 64L * 1024;  // bytes passed over at once
 
 constexpr char kNoArchive[] = "Archive not found";
 constexpr char kNotInArchive[] = "File not found in archive";
@@ -57,7 +57,7 @@ void ZipFileStream::Open(const char* archive, const char* member) {
 }
 
 void ZipFileStream::Open(const astring& archive, const astring& member) {
-    Close();
+    member_.reset();
     std::unique_ptr<Stream> file = OpenFile(archive);
     if (file == nullptr) Xml::Exception::ThrowException(kNoArchive);
     auto opened = std::make_unique<detail::ZipMember>(std::move(file));
@@ -94,11 +94,9 @@ long ZipFileStream::Seek(long offset, SeekOrigin origin) {
     const long position = Position();
     const long length = Length();
     long target = position;
-    switch (origin) {
-    case SeekOrigin::Begin: target = offset; break;
-    case SeekOrigin::Current: target = detail::SaturatingAdd(position, offset); break;
-    case SeekOrigin::End: target = detail::SaturatingAdd(length, offset); break;
-    }
+    if (origin == SeekOrigin::Begin) target = offset;
+    if (origin == SeekOrigin::Current) target = detail::SaturatingAdd(position, offset);
+    if (origin == SeekOrigin::End) target = detail::SaturatingAdd(length, offset);
     if (target < 0 || target > length) return position;
     if (target < position && !member_->Reopen()) {
         Xml::Exception::ThrowException("File seek failed");

@@ -73,9 +73,9 @@ ZPOS64_T TellStream(voidpf opaque, voidpf) {
 long SeekStream(voidpf opaque, voidpf, ZPOS64_T offset, int origin) {
     SeekOrigin whence = SeekOrigin::Begin;
     if (origin == ZLIB_FILEFUNC_SEEK_CUR) whence = SeekOrigin::Current;
+    if (origin == ZLIB_FILEFUNC_SEEK_END) whence = SeekOrigin::End;
     // From the current position minizip also goes back, by numbers that have wrapped around.
     if (whence != SeekOrigin::Current && offset > ZPOS64_T{LONG_MAX}) return kCallbackFailed;
-    if (origin == ZLIB_FILEFUNC_SEEK_END) whence = SeekOrigin::End;
     return WithStream(opaque, kCallbackFailed, [&](Stream& stream) {
         const long position = stream.Seek(static_cast<long>(offset), whence);
         return position < 0 ? kCallbackFailed : 0L;
@@ -103,7 +103,7 @@ ZPOS64_T NumberAt(std::span<const unsigned char> bytes, std::size_t position, st
 }
 
 // Takes the sizes of more than 32 bits from the extra field that holds them (APPNOTE 4.5.3).
-// minizip itself forgets to before its version 1.2.
+// minizip 1.1, which is Debian's, does not.
 void TakeSizesOf64Bits(std::span<const unsigned char> extra, Sizes& sizes) {
     constexpr std::size_t kHeader = 4;  // number and size, 2 bytes each
     constexpr std::size_t kSize = 8;
@@ -154,6 +154,8 @@ bool ZipMember::OpenMember(const char* name) {
                                 nullptr, 0) != UNZ_OK) {
         return false;
     }
+    // minizip compares up to a NUL; a name that holds one is another.
+    if (info.size_filename != std::strlen(name)) return false;
     // minizip itself would give the bytes of these for what they are not.
     if ((info.flag & (kEncrypted | kPatchData | kMaskedHeader)) != 0) return false;
     if (info.compression_method != kStored && info.compression_method != Z_DEFLATED) return false;

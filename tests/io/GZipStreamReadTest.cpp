@@ -203,6 +203,36 @@ TEST(GZipStreamRead, ReadGivesAllThatIsAskedForHoweverTheSourceTrickles) {
     EXPECT_TRUE(bytes == content.substr(0, 49999));
 }
 
+// A source such as a pipe may have no more before it gets an answer.
+TEST(GZipStreamRead, WhatCanBeDecompressedComesBeforeTheSourceIsAskedAgain) {
+    class Recording : public IO::MemoryStream {
+    public:
+        using MemoryStream::MemoryStream;
+        int Read(unsigned char* buffer, int offset, int count) override {
+            ++reads;
+            return MemoryStream::Read(buffer, offset, count);
+        }
+        int reads = 0;
+    };
+    const std::string whole = MakeGzip(std::string(300000, '\0'));
+    const std::string data = whole.substr(0, whole.size() - 12);
+    const std::size_t available = support::UnpackGzipStart(data).size();
+    ASSERT_GT(available, 200000U);
+    for (const int piece : {1, 1000, 20000}) {
+        Recording source(reinterpret_cast<const unsigned char*>(data.data()),
+                         static_cast<long>(data.size()));
+        GZipStream stream(&source, CompressionMode::Decompress);
+        std::vector<unsigned char> bytes(static_cast<std::size_t>(piece));
+        while (stream.Position() + piece <= static_cast<long>(available)) {
+            ASSERT_EQ(stream.Read(bytes.data(), 0, piece), piece);
+            ASSERT_EQ(source.reads, 1);
+        }
+        EXPECT_EQ(support::ReadToOutcome(stream, piece).error,
+                  "GZipStream read error: unexpected end of file");
+        EXPECT_EQ(stream.Position(), static_cast<long>(available));
+    }
+}
+
 TEST(GZipStreamRead, TheDataBeginWhereTheTargetStands) {
     const std::string data = "prefix" + MakeGzip("abc");
     IO::MemoryStream source = StreamOver(data);

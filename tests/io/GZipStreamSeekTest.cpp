@@ -149,6 +149,34 @@ TEST(GZipStreamSeek, ATargetThatCannotSeekOnlyGoesForward) {
     EXPECT_EQ(ReadAll(stream), "def");
 }
 
+TEST(GZipStreamSeek, ATargetThatCannotSeekIsNeverAskedTo) {
+    class Strict : public support::UnseekableStream {
+    public:
+        using UnseekableStream::UnseekableStream;
+        long Position() const override {
+            ADD_FAILURE() << "asked for its position";
+            return 0;
+        }
+        long Seek(long, SeekOrigin) override {
+            ADD_FAILURE() << "asked to seek";
+            return 0;
+        }
+    };
+    const std::string data = MakeGzip("abcdef");
+    IO::MemoryStream memory = StreamOver(data);
+    Strict source(memory);
+    GZipStream reading(&source, CompressionMode::Decompress);
+    EXPECT_EQ(ReadAll(reading), "abcdef");
+    EXPECT_THROW_FULL(reading.Seek(0, SeekOrigin::Begin), kSeekError, "", -1, -1);
+    RecordingStream output;
+    Strict target(output);
+    GZipStream writing(&target, CompressionMode::Compress);
+    Write(writing, "abc");
+    writing.Seek(5, SeekOrigin::Begin);
+    writing.Close();
+    EXPECT_EQ(support::UnpackGzip(output.Content()), std::string("abc\0\0", 5));
+}
+
 TEST(GZipStreamSeek, APipeOnlyGoesForward) {
     const std::string data = MakeGzip("abcdef");
     int ends[2];

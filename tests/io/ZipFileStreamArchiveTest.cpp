@@ -99,6 +99,18 @@ TEST_F(ZipFileStreamArchiveTest, NamesAreOnlyNames) {
     }
 }
 
+TEST_F(ZipFileStreamArchiveTest, ANameThatHoldsANulIsNotItsFirstPart) {
+    const std::string archive = MakeZip({{.name = std::string("a\0b", 3), .content = "abc"}});
+    EXPECT_EQ(Unzip(archive, "a"), (ReadOutcome{"", kNoMember}));
+}
+
+TEST_F(ZipFileStreamArchiveTest, TheNameInFrontOfTheDataIsTheSame) {
+    std::string archive = MakeZip({{.name = "a", .content = "abc"}});
+    archive[30] = 'b';
+    EXPECT_EQ(Unzip(archive, "a"), (ReadOutcome{"", kNoMember}));
+    EXPECT_EQ(Unzip(archive, "b"), (ReadOutcome{"", kNoMember}));
+}
+
 TEST_F(ZipFileStreamArchiveTest, TheFirstOfSeveralNamesCounts) {
     const std::string archive =
         MakeZip({{.name = "B", .content = "first"}, {.name = "b", .content = "second"}});

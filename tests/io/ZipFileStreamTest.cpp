@@ -11,6 +11,8 @@
 #include <climits>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -162,6 +164,27 @@ TEST_F(ZipFileStreamTest, OpenClosesWhatWasOpen) {
     stream.Close();
     stream.Open(astring(archive), astring("A\\B.xml"));
     EXPECT_EQ(stream.Length(), 300000);
+}
+
+TEST_F(ZipFileStreamTest, TheFileIsClosedWithTheStreamAndWhenOpeningFails) {
+    const auto openFiles = [] {
+        const auto files = std::filesystem::directory_iterator("/proc/self/fd");
+        return std::distance(begin(files), end(files));
+    };
+    const std::string archive = MakeArchive();
+    const std::string text = Make("text.zip", "This is no archive.");
+    const auto before = openFiles();
+    ZipFileStream stream(archive, std::string("stored"));
+    EXPECT_EQ(openFiles(), before + 1);
+    stream.Open(archive, std::string("empty"));
+    EXPECT_EQ(openFiles(), before + 1);
+    stream.Close();
+    EXPECT_EQ(openFiles(), before);
+    EXPECT_THROW(stream.Open(archive, std::string("missing")), Xml::Exception);
+    EXPECT_THROW(stream.Open(text, std::string("stored")), Xml::Exception);
+    EXPECT_EQ(openFiles(), before);
+    { const ZipFileStream destroyed(archive, std::string("stored")); }
+    EXPECT_EQ(openFiles(), before);
 }
 
 TEST_F(ZipFileStreamTest, DeliberateTheNamesStayThoseOfTheFirstMember) {

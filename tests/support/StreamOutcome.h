@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <espalier/io/Exception.h>
 #include <espalier/io/GZipStream.h>
 #include <espalier/io/MemoryStream.h>
 

@@ -17,8 +17,9 @@ class ZipMember;
 ///
 /// Members are found by name without regard to the case of ASCII letters; the first that matches
 /// counts. Names are only names: an absolute one, or one with "..", leads to nothing but the member
-/// of that name. Members of more than 4 GiB need minizip 1.2; with an older one, reading them ends
-/// in a "Read error" there, and one that begins behind the first 4 GiB of the archive is not found.
+/// of that name. Members of more than 4 GiB want a minizip that knows them; with 1.1, reading them
+/// ends in a "Read error" there, and one that begins behind the first 4 GiB of the archive is not
+/// found.
 ///
 /// Positions and lengths are those of the uncompressed data. To go back, the member is opened again
 /// and decompressed up to the new position.
