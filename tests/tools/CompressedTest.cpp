@@ -253,6 +253,9 @@ TEST(Compressed, FilesAreNotReplacedThen) {
         EXPECT_EQ(RunProgram({"format", "--check", name}).out, name + ": would change\n");
         EXPECT_EQ(RunProgram({"format", name}).out, "<a>\n  <b/>\n</a>\n");
     }
+    const std::string none = directory.Path().string() + "/none.zip!a";
+    EXPECT_EQ(RunProgram({"format", "--in-place", none}).errors,
+              none + ": error: Archive not found\n");
     EXPECT_EQ(Content(gzip), before);
     EXPECT_EQ(Content(zip), zipBefore);
 }

@@ -53,7 +53,7 @@ bool CanOpenAgain(const InputName& name) {
 
 bool IsCompressed(const std::string& name) {
     const InputName parsed = ParseInputName(name);
-    if (!parsed.member.empty()) return true;
+    if (!parsed.member.empty()) return Exists(parsed.file);
     if (!CanOpenAgain(parsed)) return false;
     try {
         std::array<unsigned char, 2> head{};

@@ -26,8 +26,8 @@ InputName ParseInputName(const std::string& name);
 /// Tells whether a document can be read more than once.
 bool CanOpenAgain(const InputName& name);
 
-/// Tells whether a document is a member of an archive, or a file that begins like gzip data. What
-/// can be read only once is not looked at.
+/// Tells whether a document is a member of an archive that is there, or a file that begins like
+/// gzip data. What can be read only once is not looked at.
 bool IsCompressed(const std::string& name);
 
 /// Tells whether `head` begins like gzip data (RFC 1952 section 2.3.1).
