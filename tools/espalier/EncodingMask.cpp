@@ -67,7 +67,7 @@ std::string MaskDeclaredName(PeekedStream& document) {
     std::string& head = document.Peeked();
     const std::string_view found = DeclaredName(AttributesOf(head));
     if (found.empty() || found == "UTF-8" || found == "utf-8") return {};
-    const std::string name(found);
+    std::string name(found);
     const auto position = static_cast<std::size_t>(found.data() - head.data());
     head.replace(position, name.size(), name.size(), kMask);
     return name;
