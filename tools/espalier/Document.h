@@ -40,6 +40,15 @@ public:
     /// Returns the reader: for settings before the first Next(), for the node after each.
     Xml::XmlTextReader& Reader() { return reader_; }
 
+    /// Tells whether the document has been turned into UTF-8, whether that has made a difference so
+    /// far, and whether its declaration still names the encoding that it was in.
+    bool IsChangedByRecoding() const { return input_.IsChangedByRecoding(); }
+    bool DeclaresFormerEncoding() const { return !input_.MaskedName().empty(); }
+
+    /// Returns the value of the current node as the document has it. The reader's own is another
+    /// one in the declaration of a document that has been recoded.
+    std::string Value() const;
+
     /// Says that the entities that the document declares are to be expanded. References are let
     /// pass in a document that may have declarations where nobody reads them: in a file that its
     /// document type names, or behind a reference to a parameter entity. To be called before the

@@ -64,6 +64,7 @@ public:
 
     ExitCode Run(Context& context) override {
         if (names_.empty()) names_.emplace_back("-");
+        if (inPlace_ && RefusesCompressed(context)) return ExitCode::Usage;
         SetLayout(rewriting_.layout);
         ExpectInputs(names_, context.progress);
         ExitCode worst = ExitCode::Yes;
@@ -106,6 +107,17 @@ private:
         }
     }
 
+    // Before any file is replaced.
+    bool RefusesCompressed(Context& context) const {
+        const auto compressed = std::find_if(names_.begin(), names_.end(), IsCompressed);
+        if (compressed == names_.end()) return false;
+        context.console.Complain(fmt::format(
+            "format: --in-place: {} is compressed, and only plain files can be replaced\n"
+            "Try \"espalier format --help\".",
+            *compressed));
+        return true;
+    }
+
     ExitCode FormatOne(const std::string& name, Context& context) const {
         ExitCode code = ExitCode::Yes;
         const ExitCode read = WithDocument(name, context, Roots::One, [&](Document& document) {
@@ -136,7 +148,7 @@ private:
         Comparison comparison(inPlace_ ? &*replacement : nullptr);
         Rewrite(document, rewriting_, comparison,
                 [&](std::string_view bytes) { comparison.TakeOriginal(bytes); });
-        if (!comparison.Differs()) return ExitCode::Yes;
+        if (!comparison.Differs() && !document.IsChangedByRecoding()) return ExitCode::Yes;
         if (inPlace_) {
             replacement->Commit();
             return ExitCode::Yes;

@@ -14,7 +14,9 @@ void Rewrite(Document& document, const Rewriting& rewriting, IO::Stream& out,
         observer(bytes);
     });
     source.Start();
-    Target target = Target::Same(document.Reader().Encoding().view(), source.Head());
+    Target target = document.DeclaresFormerEncoding()
+                        ? Target::Recoded(source.Head())
+                        : Target::Same(document.Reader().Encoding().view(), source.Head());
     if (rewriting.to) target = Target::Other(*rewriting.to, target);
     if (!target.HasAllCharacters()) source.TellPlaces();
     NodeQueue nodes(source);

@@ -16,8 +16,7 @@ TargetForm FormOf(std::string_view encoding, std::string_view head) {
     case SourceForm::Ucs4BE: return TargetForm::Ucs4BE;
     case SourceForm::Latin1: return TargetForm::Latin1;
     case SourceForm::Utf8:
-    case SourceForm::SingleByte:
-    case SourceForm::DoubleByte: break;
+    case SourceForm::CodePage: break;
     }
     return encoding == "ASCII" ? TargetForm::Ascii : TargetForm::Utf8;
 }
@@ -54,8 +53,12 @@ Target Target::Same(std::string_view encoding, std::string_view head) {
     return {form, BeginsWithMark(form, head), true};
 }
 
+Target Target::Recoded(std::string_view head) {
+    return {TargetForm::Utf8, BeginsWithMark(TargetForm::Utf8, head), false};
+}
+
 Target Target::Other(TargetForm form, const Target& source) {
-    if (form == source.form_) return {form, source.hasMark_, true};
+    if (form == source.form_) return {form, source.hasMark_, source.keepsName_};
     return {form, IsUtf16(form), false};
 }
 

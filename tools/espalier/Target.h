@@ -22,6 +22,9 @@ public:
     /// \param head the first bytes of the document
     static Target Same(std::string_view encoding, std::string_view head);
 
+    /// The one that a document has that has been turned into UTF-8, and declares another one.
+    static Target Recoded(std::string_view head);
+
     /// Another one, for a document that has been written in `source`.
     static Target Other(TargetForm form, const Target& source);
 
