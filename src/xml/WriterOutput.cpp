@@ -7,6 +7,7 @@
 
 #include "encoding/CharCodec.h"
 #include "encoding/Utf8.h"
+#include "xml/XmlCharacters.h"
 
 #include <algorithm>  // std::clamp, std::max, std::min
 #include <typeinfo>
