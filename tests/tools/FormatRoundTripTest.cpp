@@ -139,6 +139,8 @@ TEST_F(FormatRoundTrip, OfTheSamples) {
     std::size_t accepted = 0;
     for (const fs::directory_entry& entry : fs::directory_iterator(ESPALIER_SAMPLES)) {
         SCOPED_TRACE(entry.path());
+        // The test's own readers do not decompress.
+        if (entry.path().extension() == ".gz") continue;
         if (entry.is_regular_file()) accepted += CheckWays(ReadFile(entry.path()));
     }
     EXPECT_EQ(accepted, 8 * std::size(kWays));  // the eight documents among the samples
