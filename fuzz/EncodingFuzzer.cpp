@@ -24,9 +24,11 @@ void Require(bool condition) {
     if (!condition) std::abort();
 }
 
-const CharCodec* const kCodecs[] = {&Utf8Codec(),   &Utf16BeCodec(), &Utf16LeCodec(),
-                                    &Ucs2BeCodec(), &Ucs2LeCodec(),  &Ucs4BeCodec(),
-                                    &Ucs4LeCodec(), &AsciiCodec(),   &Latin1Codec()};
+const CharCodec* const kCodecs[] = {
+    &Utf8Codec(),        &Utf16BeCodec(),     &Utf16LeCodec(),     &Ucs2BeCodec(),
+    &Ucs2LeCodec(),      &Ucs4BeCodec(),      &Ucs4LeCodec(),      &AsciiCodec(),
+    &Latin1Codec(),      &Windows1250Codec(), &Windows1251Codec(), &Windows1252Codec(),
+    &Windows1254Codec(), &Windows1257Codec(), &Gb2312Codec(),      &EucKrCodec()};
 
 // The bulk decoding gives what the operations for one character give.
 void CheckDecodeRun(const CharCodec& codec, Source source, std::size_t room) {
@@ -67,6 +69,35 @@ void CheckRoundTrip(Source source) {
                 encoding.Codec().EncodedLength(source.data(), source.data() + source.size()));
         Require(encoding_test::InOneRun(encoding.Codec(), bytes, source.size()).text ==
                 decoded.text);
+    }
+}
+
+// Every character of a code page comes back from its code. The Windows pages write none above 2123.
+void CheckPageRoundTrip(const CharCodec& codec, Source source) {
+    constexpr int kInvalid = 1, kPartial = 2, kLastOfWindows = 2123;
+    const unsigned char* const end = source.data() + source.size();
+    for (const unsigned char* position = source.data(); position < end;) {
+        const int charClass = codec.ClassAt(position, end);
+        if (charClass == kPartial) break;
+        const int code = codec.Decode(position, end);
+        const unsigned char* const next = codec.Next(position);
+        if (*position < 0x80) {
+            Require(code == *position && next == position + 1);
+        } else if (charClass == kInvalid) {
+            Require(code == -1 && codec.Kind() == CodecKind::DoubleByte);
+            if (next > end) break;
+        }
+        if (code >= 0) {
+            unsigned char bytes[2] = {};
+            const int length = codec.Encode(code, bytes, bytes + 2);
+            if (codec.Kind() == CodecKind::SingleByte && code > kLastOfWindows) {
+                Require(length == -1);
+            } else {
+                Require(length == next - position && std::equal(position, next, bytes));
+            }
+            Require(codec.IsChar(position, code) && !codec.IsChar(position, code + 1));
+        }
+        position = next;
     }
 }
 
@@ -114,6 +145,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const Detection found = DetectEncoding(source.data(), source.size(), *codec);
         Require(found.codec != nullptr && static_cast<std::size_t>(found.skip) <= source.size());
         ResolveEncodingName(name, *codec);
+        const bool isPage =
+            codec->Kind() == CodecKind::SingleByte || codec->Kind() == CodecKind::DoubleByte;
+        if (isPage) CheckPageRoundTrip(*codec, source);
     }
     CheckRoundTrip(source);
 
@@ -122,6 +156,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                                          Xml::Encoding::Unicode(),
                                          Xml::Encoding::Latin1(),
                                          Xml::Encoding::BigEndianUnicode(),
+                                         Xml::Encoding::Windows_1251(),
+                                         Xml::Encoding::Windows_1252(),
+                                         Xml::Encoding::GB2312(),
+                                         Xml::Encoding::EUC_KR(),
                                          &ucs4Le,
                                          &ucs4Be};
     for (Xml::Encoding* from : kEncodings) {

@@ -98,6 +98,7 @@ Story Session::Run(Bytes operations) {
         ReadAll(operations);
         Require(reader_.Eof());
     } catch (const Xml::Exception& error) {
+        story_.SetEncoding(reader_.Encoding());
         story_.TellError(error);
         Require(reader_.ReadState() == XmlTextReader::Error);
         Require(error.LineNumber() >= 1 && error.LinePos() >= 1);

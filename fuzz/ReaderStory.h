@@ -18,11 +18,13 @@ inline void Require(bool condition) {
 }
 
 /// Returns the length of the character of UTF-8 that `text` starts with; 0 when it is none.
-inline std::size_t LengthOfCharacter(std::string_view text) {
+/// \param leastLead the first lead byte; C0 for the text of a Windows page, whose dashes and
+///     quotation marks are overlong
+inline std::size_t LengthOfCharacter(std::string_view text, unsigned leastLead) {
     const auto lead = static_cast<unsigned char>(text[0]);
     if (lead < 0x80) return 1;
     const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    if (lead < 0xC2 || lead > 0xF4 || text.size() < length) return 0;
+    if (lead < leastLead || lead > 0xF4 || text.size() < length) return 0;
     unsigned code = lead & (0xFFU >> (length + 1));
     for (std::size_t i = 1; i < length; ++i) {
         const auto byte = static_cast<unsigned char>(text[i]);
@@ -34,9 +36,9 @@ inline std::size_t LengthOfCharacter(std::string_view text) {
     return isShortest && !isSurrogate && code <= 0x10FFFF ? length : 0;
 }
 
-inline bool IsUtf8(std::string_view text) {
+inline bool IsUtf8(std::string_view text, unsigned leastLead = 0xC2) {
     while (!text.empty()) {
-        const std::size_t length = LengthOfCharacter(text);
+        const std::size_t length = LengthOfCharacter(text, leastLead);
         if (length == 0) return false;
         text.remove_prefix(length);
     }
@@ -47,10 +49,15 @@ inline bool IsUtf8(std::string_view text) {
 class Story {
 public:
     void Tell(std::string_view text) {
-        Require(IsUtf8(text));
+        Require(IsUtf8(text, leastLead_));
         text_ += text;
         text_ += '\x1F';
     }
+    /// Says what the document is in.
+    void SetEncoding(std::string_view name) {
+        leastLead_ = name.starts_with("Windows-") ? 0xC0 : 0xC2;
+    }
+
     void Tell(int number) { Tell(std::to_string(number)); }
 
     void TellError(const Xml::Exception& error) {
@@ -62,6 +69,7 @@ public:
 
     /// Tells all properties of the node that the reader stands on.
     void TellNode(const Xml::XmlTextReader& reader) {
+        SetEncoding(reader.Encoding());
         Tell(reader.NodeType());
         for (const astring* text : {&reader.Name(), &reader.LocalName(), &reader.Prefix(),
                                     &reader.NamespaceURI(), &reader.Value(), &reader.XmlLang()}) {
@@ -84,6 +92,7 @@ public:
     bool operator==(const Story& other) const { return text_ == other.text_; }
 
 private:
+    unsigned leastLead_ = 0xC2;
     std::string text_;
 };
 

@@ -82,6 +82,15 @@ Xml::Encoding& EncodingFor(unsigned choice) {
     return *kEncodings[choice % 8];
 }
 
+// Returns a writer with settings that can be assigned.
+const XmlTextWriter& WithoutNamespaces() {
+    static IO::MemoryStream stream;
+    static Xml::UTF8Encoding encoding(false, false);
+    static XmlTextWriter writer(&stream, &encoding);
+    writer.SetNamespaces(false);
+    return writer;
+}
+
 // A writer, and what the calls have to know of the document.
 class Session {
 public:
@@ -115,7 +124,15 @@ private:
     void Content(unsigned kind);
     void EntityRef(std::string name);
     void Markup(unsigned kind);
+    void Own(unsigned kind);
     void Rough(unsigned kind);
+
+    // Notes that an element has begun.
+    void HasStarted() {
+        hasRoot_ = true;
+        attributes_ = 0;
+        declared_.clear();
+    }
 
     std::string Name() { return IsRough() ? input_.Text() : input_.OneOf(kNames); }
 
@@ -198,7 +215,13 @@ void Session::Run() {
         switch (call % 8) {
         case 0: Document(kind); break;
         case 1: StartElement(kind); break;
-        case 2: Do([&] { writer_.WriteEndElement(); }); break;
+        case 2:
+            if (kind % 4 == 3) {
+                Own(kind / 4);
+            } else {
+                Do([&] { writer_.WriteEndElement(); });
+            }
+            break;
         case 3: Attribute(kind); break;
         case 4:
         case 5: Content(kind); break;
@@ -252,9 +275,7 @@ void Session::StartElement(unsigned kind) {
         case 4: writer_.WriteElementString(prefix, name, uri, text); break;
         default: writer_.WriteStartElement(name); break;
         }
-        hasRoot_ = true;
-        attributes_ = 0;
-        declared_.clear();
+        HasStarted();
     });
 }
 
@@ -339,6 +360,43 @@ void Session::Markup(unsigned kind) {
         const std::string text = TextWithout('?');
         Do([&] { writer_.WriteProcessingInstruction(name, text); });
     }
+    }
+}
+
+// Hands the writer texts of its own, and changes settings on the way.
+void Session::Own(unsigned kind) {
+    const char* uri = input_.OneOf(kUris);
+    const std::string name = "own" + std::to_string(attributes_++);
+    switch (kind) {
+    case 0:
+        Do([&] {
+            writer_.WriteElementString("a", writer_.GetXmlLang());
+            HasStarted();
+        });
+        break;
+    case 1: Do([&] { writer_.WriteAttributeString(name, writer_.GetXmlLang()); }); break;
+    case 2: Do([&] { writer_.WriteString(writer_.GetXmlLang()); }); break;
+    case 3:
+        Do([&] {
+            writer_.WriteStartElement(writer_.LookupPrefix(uri), "a", uri);
+            HasStarted();
+        });
+        break;
+    case 4:
+        Do([&] {
+            writer_.WriteElementString("a", writer_.LookupPrefix(uri), uri);
+            HasStarted();
+        });
+        break;
+    case 5:
+        // Its value may come in parts and end with any call, but a reader refuses most values.
+        if (IsRough()) Do([&] { writer_.WriteStartAttribute("xml", "lang", nullptr); });
+        break;
+    case 6: writer_.SetQuoteChar(writer_.GetQuoteChar() == '"' ? '\'' : '"'); break;
+    default:
+        // Namespaces may come and go within the document.
+        if (IsRough()) writer_ = (attributes_ & 1) != 0 ? WithoutNamespaces() : XmlTextWriter();
+        break;
     }
 }
 

@@ -436,6 +436,23 @@ def latin1(rng):
     return head, pieces(), "</catalogue>\n"
 
 
+def windows1251(rng):
+    # No character above U+07FF: for these our reader has other text than its peers.
+    prose = Prose(rng, CYRILLIC)
+
+    def pieces():
+        for number in itertools.count(1):
+            yield f'<статья номер="{number % 1000}" заголовок="{prose.title(2, 6)}">\n'
+            yield f'  <цена валюта="RUB">{rng.uniform(1, 99):.2f}</цена>\n'
+            for _ in range(3):
+                yield f"  <абзац>{prose.paragraph(rng.randint(1, 6))}</абзац>\n"
+            yield "</статья>\n"
+            yield CLOSED
+
+    head = '<?xml version="1.0" encoding="windows-1251"?>\n<каталог>\n'
+    return head, pieces(), "</каталог>\n"
+
+
 def utf16(rng):
     prose, russian = Prose(rng, LATIN), Prose(rng, CYRILLIC)
 
@@ -466,6 +483,7 @@ DOCUMENTS = {
     "entities": (entities, 10 * MB, "utf-8"),
     "utf16le": (utf16, 20 * MB, "utf-16-le"),
     "latin1": (latin1, 20 * MB, "iso-8859-1"),
+    "windows1251": (windows1251, 20 * MB, "cp1251"),
 }
 
 

@@ -15,6 +15,7 @@ set -euo pipefail
 # What it takes to build the library, the program and the tests.
 SETUP_BUILD=(
     cmake=cmd:cmake ninja-build=cmd:ninja "g++=cmd:g++" python3=cmd:python3
+    zlib1g-dev=header:zlib.h libminizip-dev=header:minizip/unzip.h
     libgtest-dev=header:gtest/gtest.h libcli11-dev=header:CLI/CLI.hpp libfmt-dev=header:fmt/core.h
 )
 

@@ -8,7 +8,7 @@ namespace bench {
 
 namespace {
 
-// Returns how many decimals show a number of a bar, at most two.
+// How many decimals a number needs, at most 2.
 int DecimalsOf(double number) {
     if (number == std::floor(number)) return 0;
     return number * 10 == std::floor(number * 10) ? 1 : 2;

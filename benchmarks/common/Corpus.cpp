@@ -17,6 +17,7 @@ namespace fs = std::filesystem;
 
 constexpr CorpusGroup kUtf8 = CorpusGroup::Utf8;
 constexpr CorpusGroup kOther = CorpusGroup::OtherForm;
+constexpr CorpusGroup kPage = CorpusGroup::CodePage;
 constexpr CorpusGroup kEntities = CorpusGroup::Entities;
 
 // clang-format off
@@ -35,6 +36,7 @@ constexpr CorpusEntry kEntries[] = {
     {"gtk",        "gtk.gir",        "Gtk-3.0.gir",       kUtf8,     "libgtk-3-dev",   false},
     {"utf16le",    "utf16le.xml",    "UTF-16LE",          kOther,    nullptr,          true},
     {"latin1",     "latin1.xml",     "ISO-8859-1",        kOther,    nullptr,          true},
+    {"windows1251","windows1251.xml","windows-1251",      kPage,     nullptr,          true},
     {"entities",   "entities.xml",   "entities",          kEntities, nullptr,          true},
 };
 // clang-format on

@@ -13,6 +13,7 @@ namespace bench {
 enum class CorpusGroup {
     Utf8,       ///< in the geometric means
     OtherForm,  ///< another encoding: has a bar of its own
+    CodePage,   ///< a code page, which the peers leave to iconv: has a bar of its own
     Entities,   ///< declares entities, and is read with all references replaced: has no bar
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // expat without namespaces: a declaration is an attribute like any other, and names are delivered
 // only whole. The parser is kept and reset for each further document.
+#include "reader/ExpatEncoding.h"
 #include "reader/Library.h"
 
 #include <expat.h>
@@ -28,6 +29,7 @@ public:
         XML_SetCharacterDataHandler(parser_, Characters);
         XML_SetCommentHandler(parser_, Comment);
         XML_SetProcessingInstructionHandler(parser_, Instruction);
+        XML_SetUnknownEncodingHandler(parser_, MapEncoding, nullptr);
         if (XML_Parse(parser_, document.data(), static_cast<int>(document.size()), XML_TRUE) !=
             XML_STATUS_OK) {
             throw std::runtime_error(XML_ErrorString(XML_GetErrorCode(parser_)));

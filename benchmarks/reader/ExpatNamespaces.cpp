@@ -2,6 +2,7 @@
 // expat with namespaces. A name is delivered as namespace, separator, local name. That it could add
 // the prefix (XML_SetReturnNSTriplet) is left alone: it costs it time, so prefixes and qualified
 // names are not delivered. The parser is kept and reset for each further document.
+#include "reader/ExpatEncoding.h"
 #include "reader/Library.h"
 
 #include <expat.h>
@@ -32,6 +33,7 @@ public:
         XML_SetCharacterDataHandler(parser_, Characters);
         XML_SetCommentHandler(parser_, Comment);
         XML_SetProcessingInstructionHandler(parser_, Instruction);
+        XML_SetUnknownEncodingHandler(parser_, MapEncoding, nullptr);
         if (XML_Parse(parser_, document.data(), static_cast<int>(document.size()), XML_TRUE) !=
             XML_STATUS_OK) {
             throw std::runtime_error(XML_ErrorString(XML_GetErrorCode(parser_)));

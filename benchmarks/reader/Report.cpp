@@ -81,7 +81,11 @@ std::vector<Bar> JudgeBars(const std::vector<FileResult>& allResults) {
              3, slowest->ratios[kLibxmlReader]});
     }
     for (const FileResult& result : results) {
-        if (result.entry->group == CorpusGroup::Utf8) continue;
+        if (result.entry->group == CorpusGroup::CodePage) {
+            bars.push_back({std::string("libxml2's reader, ") + result.entry->title, 4,
+                            result.ratios[kLibxmlReader]});
+        }
+        if (result.entry->group != CorpusGroup::OtherForm) continue;
         bars.push_back({std::string("expat with namespaces, ") + result.entry->title, 3,
                         result.ratios[kExpatNamespaces]});
     }

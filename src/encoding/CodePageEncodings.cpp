@@ -68,4 +68,49 @@ Latin1Encoding::Latin1Encoding(const Latin1Encoding& other) = default;
 Latin1Encoding& Latin1Encoding::operator=(const Latin1Encoding& other) = default;
 Latin1Encoding::~Latin1Encoding() = default;
 
+Windows1250Encoding::Windows1250Encoding(bool throwOnError)
+    : SingleByteEncoding("Windows-1250", "windows-1250", throwOnError) {
+    SetCodec(detail::Windows1250Codec());
+}
+
+Windows1250Encoding::Windows1250Encoding(const Windows1250Encoding& other) = default;
+Windows1250Encoding& Windows1250Encoding::operator=(const Windows1250Encoding& other) = default;
+Windows1250Encoding::~Windows1250Encoding() = default;
+
+Windows1251Encoding::Windows1251Encoding(bool throwOnError)
+    : SingleByteEncoding("Windows-1251", "windows-1251", throwOnError) {
+    SetCodec(detail::Windows1251Codec());
+}
+
+Windows1251Encoding::Windows1251Encoding(const Windows1251Encoding& other) = default;
+Windows1251Encoding& Windows1251Encoding::operator=(const Windows1251Encoding& other) = default;
+Windows1251Encoding::~Windows1251Encoding() = default;
+
+Windows1252Encoding::Windows1252Encoding(bool throwOnError)
+    : SingleByteEncoding("Windows-1252", "windows-1252", throwOnError) {
+    SetCodec(detail::Windows1252Codec());
+}
+
+Windows1252Encoding::Windows1252Encoding(const Windows1252Encoding& other) = default;
+Windows1252Encoding& Windows1252Encoding::operator=(const Windows1252Encoding& other) = default;
+Windows1252Encoding::~Windows1252Encoding() = default;
+
+Windows1254Encoding::Windows1254Encoding(bool throwOnError)
+    : SingleByteEncoding("Windows-1254", "windows-1254", throwOnError) {
+    SetCodec(detail::Windows1254Codec());
+}
+
+Windows1254Encoding::Windows1254Encoding(const Windows1254Encoding& other) = default;
+Windows1254Encoding& Windows1254Encoding::operator=(const Windows1254Encoding& other) = default;
+Windows1254Encoding::~Windows1254Encoding() = default;
+
+Windows1257Encoding::Windows1257Encoding(bool throwOnError)
+    : SingleByteEncoding("Windows-1257", "windows-1257", throwOnError) {
+    SetCodec(detail::Windows1257Codec());
+}
+
+Windows1257Encoding::Windows1257Encoding(const Windows1257Encoding& other) = default;
+Windows1257Encoding& Windows1257Encoding::operator=(const Windows1257Encoding& other) = default;
+Windows1257Encoding::~Windows1257Encoding() = default;
+
 }  // namespace Xml

@@ -17,5 +17,12 @@ const CharCodec& Ucs4BeCodec();
 const CharCodec& Ucs4LeCodec();
 const CharCodec& AsciiCodec();
 const CharCodec& Latin1Codec();
+const CharCodec& Windows1250Codec();
+const CharCodec& Windows1251Codec();
+const CharCodec& Windows1252Codec();
+const CharCodec& Windows1254Codec();
+const CharCodec& Windows1257Codec();
+const CharCodec& Gb2312Codec();
+const CharCodec& EucKrCodec();
 
 }  // namespace Xml::detail

@@ -68,7 +68,7 @@ Detection DetectEncoding(const unsigned char* bytes, std::size_t count,
 }
 
 // Encoding names. A name belongs to a group; the group decides which detected encodings it fits and
-// which codec is used from then on. To add a code page, give its group a codec in ResolveGroup().
+// which codec is used from then on. A code page fits them all.
 
 namespace {
 
@@ -236,14 +236,13 @@ const CharCodec* ResolveGroup(NameGroup group, const CharCodec& detected) {
     case NameGroup::Ascii: return When(bytes, AsciiCodec());
     case NameGroup::Utf8: return When(bytes, Utf8Codec());
     case NameGroup::Latin1: return &Latin1Codec();
-    // The code pages that cannot be read yet are refused, not misread.
-    case NameGroup::Gb2312: return nullptr;
-    case NameGroup::EucKr: return nullptr;
-    case NameGroup::Windows1250: return nullptr;
-    case NameGroup::Windows1251: return nullptr;
-    case NameGroup::Windows1252: return nullptr;
-    case NameGroup::Windows1254: return nullptr;
-    case NameGroup::Windows1257: return nullptr;
+    case NameGroup::Gb2312: return &Gb2312Codec();
+    case NameGroup::EucKr: return &EucKrCodec();
+    case NameGroup::Windows1250: return &Windows1250Codec();
+    case NameGroup::Windows1251: return &Windows1251Codec();
+    case NameGroup::Windows1252: return &Windows1252Codec();
+    case NameGroup::Windows1254: return &Windows1254Codec();
+    case NameGroup::Windows1257: return &Windows1257Codec();
     case NameGroup::Utf16: return When(utf16Be || utf16Le, detected);
     case NameGroup::Utf16Le: return When(utf16Le, detected);
     case NameGroup::Utf16Be: return When(utf16Be, detected);

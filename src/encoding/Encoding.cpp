@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/encoding/CodePageEncodings.h>
+#include <espalier/encoding/DoubleByteEncodings.h>
 #include <espalier/encoding/Encoding.h>
 #include <espalier/encoding/UnicodeEncodings.h>
 #include <espalier/io/Exception.h>
@@ -83,6 +84,41 @@ Encoding* Encoding::ASCII() {
 
 Encoding* Encoding::Latin1() {
     static Latin1Encoding instance(false);
+    return &instance;
+}
+
+Encoding* Encoding::GB2312() {
+    static Gb2312Encoding instance(false);
+    return &instance;
+}
+
+Encoding* Encoding::EUC_KR() {
+    static EucKrEncoding instance(false);
+    return &instance;
+}
+
+Encoding* Encoding::Windows_1250() {
+    static Windows1250Encoding instance(false);
+    return &instance;
+}
+
+Encoding* Encoding::Windows_1251() {
+    static Windows1251Encoding instance(false);
+    return &instance;
+}
+
+Encoding* Encoding::Windows_1252() {
+    static Windows1252Encoding instance(false);
+    return &instance;
+}
+
+Encoding* Encoding::Windows_1254() {
+    static Windows1254Encoding instance(false);
+    return &instance;
+}
+
+Encoding* Encoding::Windows_1257() {
+    static Windows1257Encoding instance(false);
     return &instance;
 }
 

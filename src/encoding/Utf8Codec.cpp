@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "encoding/AsciiMatch.h"
 #include "encoding/AsciiRun.h"
 #include "encoding/CharClass.h"
 #include "encoding/Codecs.h"
@@ -68,13 +69,7 @@ public:
 
     bool MatchAscii(const unsigned char* position, const unsigned char* end, const char* literal,
                     const unsigned char*& matchedEnd) const override {
-        while (*literal != 0 && position < end &&
-               *position == static_cast<unsigned char>(*literal)) {
-            ++position;
-            ++literal;
-        }
-        matchedEnd = position;
-        return *literal == 0;
+        return MatchAsciiBytes(position, end, literal, matchedEnd);
     }
 
     int ToUtf8(const unsigned char*& position, const unsigned char* end,

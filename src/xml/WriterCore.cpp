@@ -89,10 +89,12 @@ void WriterCore::Close() {
 
 // Frames.
 
-WriterFrame& WriterCore::Push() {
+// Enters an element.
+void WriterCore::Push(const ElementPlan& plan, std::string_view localName, std::string_view ns) {
     if (depth_ == frames_.size()) frames_.emplace_back();
     WriterFrame& frame = frames_[depth_];
     const bool isRoot = depth_ == 0;
+    frame.nameBegin = names_.length();
     frame.textsBefore = textCount_;
     frame.defaultNs = isRoot ? &empty_ : Top().defaultNs;
     frame.language = isRoot ? &empty_ : Top().language;
@@ -100,7 +102,20 @@ WriterFrame& WriterCore::Push() {
     frame.declaration = WriterFrame::Declaration::None;
     frame.isMixed = false;
     ++depth_;
-    return frame;
+    if (!plan.prefix.empty()) (names_ += plan.prefix) += ':';
+    names_ += localName;
+    namespaces_.PushContext();
+    used_.clear();
+    if (plan.binds) {
+        Declare(plan.prefix, ns);
+    } else {
+        NoteUse(plan.prefix);
+    }
+    if (plan.defaults) {
+        frame.defaultNs = Keep(ns);
+        frame.declaration = WriterFrame::Declaration::Pending;
+    }
+    written_.clear();
 }
 
 // Leaves an element. The state of the last one stays.
@@ -157,6 +172,13 @@ void WriterCore::DeclareBound() {
         WriteDeclaration({}, *frame.defaultNs);
         frame.declaration = WriterFrame::Declaration::Written;
     }
+    Make([this] { CollectBound(); });
+    for (auto ns = bound_.rbegin(); ns != bound_.rend(); ++ns)
+        WriteDeclaration((*ns)->prefix, (*ns)->uri);
+}
+
+// Finds the prefixes bound in the element that no attribute of it has declared, the latest first.
+void WriterCore::CollectBound() {
     bound_.clear();
     auto written = written_.rbegin();  // the latest comes first, as in the namespaces
     for (const sax::XmlNamespace* ns = namespaces_.FirstDeclaredNs(); ns != nullptr;
@@ -167,8 +189,6 @@ void WriterCore::DeclareBound() {
             bound_.push_back(ns);
         }
     }
-    for (auto ns = bound_.rbegin(); ns != bound_.rend(); ++ns)
-        WriteDeclaration((*ns)->prefix, (*ns)->uri);
 }
 
 void WriterCore::WriteDeclaration(std::string_view prefix, std::string_view uri) {
@@ -253,27 +273,12 @@ void WriterCore::StartElement(std::string_view prefix, std::string_view localNam
     CloseTag();
     const bool indents = Indents();
     const std::size_t outside = depth_;
-    WriterFrame& frame = Push();
-    namespaces_.PushContext();
-    used_.clear();
-    if (plan.binds) {
-        Declare(plan.prefix, ns);
-    } else {
-        NoteUse(plan.prefix);
-    }
-    if (plan.defaults) {
-        frame.defaultNs = Keep(ns);
-        frame.declaration = WriterFrame::Declaration::Pending;
-    }
-    frame.nameBegin = names_.length();
-    if (!plan.prefix.empty()) (names_ += plan.prefix) += ':';
-    names_ += localName;
+    Make([&] { Push(plan, localName, ns); });
     if (indents) NewLine(outside);
     if (!output_.PutStartTag(TopName())) {
         output_.Put('<');
         output_.PutToken(TopName());
     }
-    written_.clear();
     tagOpen_ = true;
     state_ = WriteState::Element;
 }

@@ -138,6 +138,18 @@ private:
 
     // WriterCore.cpp: checks, elements, markup.
     [[noreturn]] static void Throw(const char* message);
+
+    // Makes a change for which memory may be missing. It cannot be taken back when half of it is
+    // made, so the writer is closed then.
+    template <typename Change>
+    void Make(const Change& change) {
+        try {
+            change();
+        } catch (...) {
+            state_ = WriteState::Closed;
+            throw;
+        }
+    }
     void RequireOpen() const;
     void RequireText() const;
     bool CheckText(std::string_view text) const;
@@ -154,10 +166,11 @@ private:
                namespaces_.FirstDeclaredNs() != nullptr;
     }
     void DeclareBound();
+    void CollectBound();
     void WriteDeclaration(std::string_view prefix, std::string_view uri);
     void BeginMarkup();
     void BeginContent();
-    WriterFrame& Push();
+    void Push(const ElementPlan& plan, std::string_view localName, std::string_view ns);
     void Pop();
     const astring* Keep(std::string_view text);
     std::string_view TopName() const { return names_.view().substr(Top().nameBegin); }
@@ -182,6 +195,7 @@ private:
         if (state_ == WriteState::Attribute) SettleOpenAttribute();
     }
     void SettleOpenAttribute();
+    void TakeValue();
 
     // Settles the open attribute, which a plan must know; but what cannot be planned is refused
     // before anything has changed.
@@ -207,7 +221,7 @@ private:
         if (escapes) {
             PutEscaped(text);
         } else {
-            output_.PutText(text);
+            output_.PutData(text);
         }
     }
     const char* PutControl(const char* at, const char* end);
@@ -246,6 +260,7 @@ private:
 
     // The attribute that is open.
     AttributeRole role_ = AttributeRole::Ordinary;
+    char quote_ = '"';        // that began it
     astring declaredPrefix_;  // when it declares one
     astring value_;           // what has been written of it, when it means something
 };

@@ -108,7 +108,7 @@ WriterCore::AttributePlan WriterCore::PlanAttribute(std::string_view prefix,
         return {{}, AttributeRole::DefaultNamespace};
     }
     if (prefix == "xmlns" || ns.view() == kXmlnsUri) {
-        return {prefix.empty() ? "xmlns" : prefix, AttributeRole::Namespace};
+        return {"xmlns", AttributeRole::Namespace};
     }
     if (prefix == "xml") return {prefix, RoleInXml(localName)};
     if (!prefix.empty()) return PlanPrefixed(prefix, ns);
@@ -147,15 +147,18 @@ void WriterCore::StartAttribute(std::string_view prefix, std::string_view localN
 void WriterCore::BeginAttribute(const AttributePlan& plan, std::string_view localName,
                                 std::string_view ns) {
     if (state_ == WriteState::Attribute) FinishAttribute();
-    const std::string_view prefix = plan.generates ? GeneratePrefix() : plan.prefix;
-    if (plan.binds || plan.generates) {
-        Declare(prefix, ns);
-    } else if (plan.role != AttributeRole::Namespace) {
-        NoteUse(prefix);
-    }
+    std::string_view prefix = plan.prefix;
     role_ = plan.role;
     value_.clear();
-    if (role_ == AttributeRole::Namespace) declaredPrefix_ = localName;
+    Make([&] {
+        if (plan.generates) prefix = GeneratePrefix();
+        if (plan.binds || plan.generates) {
+            Declare(prefix, ns);
+        } else if (plan.role != AttributeRole::Namespace) {
+            NoteUse(prefix);
+        }
+        if (role_ == AttributeRole::Namespace) declaredPrefix_ = localName;
+    });
     output_.Put(' ');
     if (!prefix.empty()) {
         output_.PutToken(prefix);
@@ -163,7 +166,8 @@ void WriterCore::BeginAttribute(const AttributePlan& plan, std::string_view loca
     }
     output_.PutToken(localName);
     output_.Put('=');
-    output_.Put(settings.quoteChar);
+    quote_ = settings.quoteChar;
+    output_.Put(quote_);
     state_ = WriteState::Attribute;
 }
 
@@ -175,6 +179,10 @@ void WriterCore::CheckAttribute(AttributeRole role, std::string_view value) cons
 // Puts in force what the open attribute says. It may still go on.
 void WriterCore::SettleOpenAttribute() {
     CheckAttribute(role_, value_);
+    if (role_ != AttributeRole::Ordinary) Make([this] { TakeValue(); });
+}
+
+void WriterCore::TakeValue() {
     WriterFrame& frame = Top();
     switch (role_) {
     case AttributeRole::Ordinary: break;
@@ -195,7 +203,7 @@ void WriterCore::SettleOpenAttribute() {
 
 // Writes the end of the open attribute, which has been settled.
 void WriterCore::FinishAttribute() {
-    output_.Put(settings.quoteChar);
+    output_.Put(quote_);
     state_ = WriteState::Element;
 }
 

@@ -5,7 +5,9 @@
 #include <espalier/encoding/UnicodeEncodings.h>
 #include <espalier/io/Stream.h>
 
+#include "encoding/CharCodec.h"
 #include "encoding/Utf8.h"
+#include "xml/XmlCharacters.h"
 
 #include <algorithm>  // std::clamp, std::max, std::min
 #include <typeinfo>
@@ -23,12 +25,17 @@ std::size_t BytesPerByte(const Encoding& encoding) {
     return std::clamp<std::size_t>(encoding.GetByteCount("A", 1), 1, kMostBytes);
 }
 
+// The length of the character that a byte leads.
+std::size_t LengthOf(char lead) {
+    return static_cast<std::size_t>(utf8::SequenceLength(static_cast<unsigned char>(lead)));
+}
+
 }  // namespace
 
 void WriterOutput::Attach(IO::Stream* stream, const Encoding* encoding) {
     stream_ = stream;
     encoding_ = encoding;
-    isUtf8_ = encoding != nullptr && typeid(*encoding) == typeid(UTF8Encoding);
+    isUtf8_ = typeid(*encoding) == typeid(UTF8Encoding);
     bytesPerByte_ = isUtf8_ ? 1 : BytesPerByte(*encoding);
     used_ = 0;
     hasFailed_ = false;
@@ -46,18 +53,85 @@ void WriterOutput::PutPreamble() {
     used_ = static_cast<int>(encoding_->GetPreamble(buffer_, kCapacity));
 }
 
-// Encodes a slice for which there is room, as long as no byte becomes more than kMostBytes.
-void WriterOutput::Encode(std::string_view slice) {
+// Encodes a slice for which there is room, as long as no byte becomes more than kMostBytes. What
+// cannot be written becomes a reference, or "?".
+void WriterOutput::Encode(std::string_view slice, Missing missing) {
     if (isUtf8_) {
         Append(slice);
         return;
     }
+    for (;;) {
+        const std::size_t length = WritableLength(slice);
+        EncodeWritable(slice.substr(0, length));
+        slice.remove_prefix(length);
+        if (slice.empty()) return;
+        const int code = CharacterAt(slice.data(), slice.data() + slice.size());
+        if (code < 0) {
+            EncodeWritable("?");
+            slice.remove_prefix(1);
+            continue;
+        }
+        if (missing == Missing::BecomesReference && IsXmlCharacter(code)) {
+            EncodeReference(code);
+        } else {
+            EncodeWritable("?");
+        }
+        slice.remove_prefix(LengthOf(slice[0]));
+    }
+}
+
+void WriterOutput::EncodeWritable(std::string_view text) {
     // What the capacity counts is the encoding's own affair: bytes, or units of 2 or 4. Some want
     // room for a character more than they write.
-    const auto length = static_cast<unsigned>(slice.size());
+    const auto length = static_cast<unsigned>(text.size());
+    hasFailed_ = true;  // unless the encoding returns
     const unsigned written =
-        encoding_->GetBytes(slice.data(), length, buffer_ + used_, length + kMostBytes);
+        encoding_->GetBytes(text.data(), length, buffer_ + used_, length + kMostBytes);
+    hasFailed_ = false;
     used_ += static_cast<int>(written);
+}
+
+// "&#x7FF;" takes 3.5 bytes for each of the character, and those with more bytes take less.
+void WriterOutput::EncodeReference(int code) {
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    char reference[] = "&#x10FFFF;";
+    char* at = reference + sizeof reference - 2;  // the ";"
+    for (int rest = code; rest != 0; rest >>= 4)
+        *--at = kDigits[rest & 0xF];
+    EncodeWritable("&#x");
+    EncodeWritable(at);
+}
+
+// Returns how many bytes at the start of a text are characters that the encoding can write.
+std::size_t WriterOutput::WritableLength(std::string_view text) const {
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    while (at != end) {
+        const auto byte = static_cast<unsigned char>(*at);
+        if (byte < 0x80) {
+            ++at;
+            continue;
+        }
+        const int code = CharacterAt(at, end);
+        if (code < 0 || !CanWrite(code)) break;
+        at += LengthOf(*at);
+    }
+    return static_cast<std::size_t>(at - text.data());
+}
+
+// Returns the character above ASCII that a text begins with, or -1.
+int WriterOutput::CharacterAt(const char* at, const char* end) {
+    const auto* const position = reinterpret_cast<const unsigned char*>(at);
+    const auto* const behind = reinterpret_cast<const unsigned char*>(end);
+    if (utf8::Check(position, behind) != utf8::Sequence::Valid) return -1;
+    return utf8::Combine(position, utf8::SequenceLength(*position));
+}
+
+bool WriterOutput::CanWrite(int code) const {
+    const CharCodec& codec = encoding_->Codec();
+    if (codec.Kind() != CodecKind::SingleByte && codec.Kind() != CodecKind::DoubleByte) return true;
+    unsigned char bytes[kMostBytes];
+    return codec.Encode(code, bytes, bytes + kMostBytes) > 0;
 }
 
 // Returns how many bytes, at most `most`, are whole characters; at least one byte.
@@ -74,13 +148,13 @@ void WriterOutput::PutLong(std::string_view token) {
     while (!token.empty()) {
         if (Room() / bytesPerByte_ < std::min(token.size(), kMostBytes)) Drain();
         const std::size_t length = WholeSlice(token, Room() / bytesPerByte_);
-        Encode(token.substr(0, length));
+        Encode(token.substr(0, length), Missing::BecomesQuestionMark);
         token.remove_prefix(length);
         if (!token.empty()) Drain();
     }
 }
 
-void WriterOutput::PutSlices(std::string_view text) {
+void WriterOutput::PutSlices(std::string_view text, Missing missing) {
     while (!text.empty()) {
         if (Room() / 4 < std::min(text.size(), kMostBytes)) Drain();
         const std::size_t length = WholeSlice(text, Room() / 4);
@@ -88,7 +162,7 @@ void WriterOutput::PutSlices(std::string_view text) {
         if (isUtf8_ && used_ == 0 && !isLast) {
             WriteThrough(text.substr(0, length));
         } else {
-            Encode(text.substr(0, length));
+            Encode(text.substr(0, length), missing);
             if (!isLast) Drain();
         }
         text.remove_prefix(length);

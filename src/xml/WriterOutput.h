@@ -50,7 +50,7 @@ public:
         if (isUtf8_) {
             buffer_[used_++] = static_cast<unsigned char>(character);
         } else {
-            Encode({&character, 1});
+            EncodeWritable({&character, 1});
         }
     }
 
@@ -74,12 +74,20 @@ public:
         used_ += token.length;
     }
 
-    /// Writes a text in slices of at most a quarter of the free space.
-    void PutText(std::string_view text) {
+    /// What becomes of a character that the encoding cannot write.
+    enum class Missing : unsigned char { BecomesReference, BecomesQuestionMark };
+
+    /// Writes character data, or a part of a value, in slices of at most a quarter of the free
+    /// space. A character that the encoding cannot write becomes a reference.
+    void PutData(std::string_view text) { PutText(text, Missing::BecomesReference); }
+
+    /// Writes what may hold no references in the same way. A character that the encoding cannot
+    /// write becomes "?", in all other functions too.
+    void PutText(std::string_view text, Missing missing = Missing::BecomesQuestionMark) {
         if (isUtf8_ && text.size() <= Room() / 4) {
             Append(text);
         } else {
-            PutSlices(text);
+            PutSlices(text, missing);
         }
     }
 
@@ -156,7 +164,7 @@ public:
     /// Says that part of the output is lost.
     void GiveUp() { hasFailed_ = true; }
 
-    /// Tells whether the stream has thrown, so that part of the output is lost.
+    /// Tells whether the stream or the encoding has thrown, so that part of the output is lost.
     bool HasFailed() const { return hasFailed_; }
 
 private:
@@ -197,9 +205,14 @@ private:
         std::memcpy(to + bytes.size() - kSize, bytes.data() + bytes.size() - kSize, kSize);
     }
     void PutLong(std::string_view token);
-    void PutSlices(std::string_view text);
+    void PutSlices(std::string_view text, Missing missing);
     void WriteThrough(std::string_view bytes);
-    void Encode(std::string_view slice);
+    void Encode(std::string_view slice, Missing missing);
+    void EncodeWritable(std::string_view text);
+    void EncodeReference(int code);
+    std::size_t WritableLength(std::string_view text) const;
+    bool CanWrite(int code) const;
+    static int CharacterAt(const char* at, const char* end);
     static std::size_t WholeSlice(std::string_view text, std::size_t most);
 
     IO::Stream* stream_ = nullptr;

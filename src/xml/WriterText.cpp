@@ -9,8 +9,8 @@
 #include "xml/WriterCore.h"
 #include "xml/WriterMessages.h"
 
-#include <algorithm>  // std::min
 #include <array>
+#include <cstddef>
 
 namespace Xml::detail {
 
@@ -24,7 +24,8 @@ void WriterCore::BeginContent() {
 
 // Remembers a part of a value that means something to the writer.
 void WriterCore::NoteValue(std::string_view text) {
-    if (state_ == WriteState::Attribute && role_ != AttributeRole::Ordinary) value_ += text;
+    const bool isNoted = state_ == WriteState::Attribute && role_ != AttributeRole::Ordinary;
+    if (isNoted) Make([&] { value_ += text; });
 }
 
 void WriterCore::PutContent(std::string_view text, bool escapes) {
@@ -106,6 +107,14 @@ struct MarkReferences {
 
 constexpr MarkReferences kReferences;
 
+// Returns how many bytes the character at `at` has; those that are no character count one by one.
+std::ptrdiff_t CharacterLength(const char* at, const char* end) {
+    const auto* const position = reinterpret_cast<const unsigned char*>(at);
+    const auto* const behind = reinterpret_cast<const unsigned char*>(end);
+    const bool isLong = *position > 0x7F && utf8::Check(position, behind) == utf8::Sequence::Valid;
+    return isLong ? utf8::SequenceLength(*position) : 1;
+}
+
 }  // namespace
 
 void WriterCore::PutEscaped(std::string_view text) {
@@ -114,7 +123,7 @@ void WriterCore::PutEscaped(std::string_view text) {
     EscapeFinder escapes(text, BreaksArePlain());
     while (at != end) {
         const char* const stop = escapes.Next(at);
-        if (stop != at) output_.PutText({at, static_cast<std::size_t>(stop - at)});
+        if (stop != at) output_.PutData({at, static_cast<std::size_t>(stop - at)});
         if (stop == end) return;
         const ShortToken& reference = kReferences.of[static_cast<unsigned char>(*stop)];
         if (reference.length != 0) {
@@ -146,11 +155,7 @@ const char* WriterCore::PutControl(const char* at, const char* end) {
     } else if (isInValue) {
         output_.PutToken("&#xA;");
         // Deliberate: the character behind a CR goes with it, whatever it is.
-        if (character == '\r' && at != end) {
-            const auto length =
-                static_cast<std::ptrdiff_t>(utf8::SequenceLength(static_cast<unsigned char>(*at)));
-            at += std::min(length > 0 ? length : 1, end - at);
-        }
+        if (character == '\r' && at != end) at += CharacterLength(at, end);
     } else {
         output_.PutToken(settings.newLineChars);
         if (character == '\r' && at != end && *at == '\n') ++at;

@@ -75,8 +75,9 @@ void XmlScanner::InstallCodec(const CharCodec& codec) {
     const CharCodec& old = *codec_;
     codec_ = &codec;
     mostWhitespace_ = kBufferSize / UnitSize();
-    const bool sameBytes =
-        &codec == &old || (codec.Kind() == old.Kind() && codec.Kind() != CodecKind::SingleByte);
+    const bool isPage =
+        codec.Kind() == CodecKind::SingleByte || codec.Kind() == CodecKind::DoubleByte;
+    const bool sameBytes = &codec == &old || (codec.Kind() == old.Kind() && !isPage);
     if (sameBytes) return;
 
     SettlePlaces();
@@ -233,7 +234,7 @@ const unsigned char* XmlScanner::Within(const unsigned char* end, std::size_t ro
     if (codec_->EncodedLength(position_, end) <= room) return end;
     const unsigned char* at = position_;
     for (;;) {
-        const int length = *at < 0x80 ? 1 : std::max(1, SequenceLength(at, dataEnd_));
+        const int length = *at < 0x80 ? 1 : std::max(1, LengthAt(at));
         const std::size_t taken = codec_->EncodedLength(at, at + length);
         if (taken > room) return at;
         room -= taken;
@@ -241,11 +242,22 @@ const unsigned char* XmlScanner::Within(const unsigned char* end, std::size_t ro
     }
 }
 
+// The length of the character above ASCII that starts at `at`, before the end of the data: 0 when
+// the data ends inside of it, -1 when the bytes are no character. Only the bytes of the stream
+// itself are judged. What a codec has decoded, and what is pushed, is as it should be but for
+// kInvalidByte.
+int XmlScanner::LengthAt(const unsigned char* at) const {
+    if (direct_) return SequenceLength(at, dataEnd_);
+    if (*at == kInvalidByte && saved_.empty()) return -1;
+    return static_cast<int>(std::min<std::ptrdiff_t>(utf8::SequenceLength(*at), dataEnd_ - at));
+}
+
 // The class of the character above ASCII that starts at `at`.
 int XmlScanner::NonAsciiClass(const unsigned char* at) const {
-    const int length = SequenceLength(at, dataEnd_);
+    const int length = LengthAt(at);
     if (length < 0) return ToInt(CharClass::Invalid);
     if (length == 0) return ToInt(CharClass::Partial);
+    if (length == 1) return ToInt(CharClass::Other);
     const int code = utf8::Combine(at, length);
     const CharCodec& codec = *StreamCodec();  // a pushed text has the letters of the document
     return codec.Kind() == CodecKind::SingleByte ? codec.ClassOfScalar(code)
@@ -297,7 +309,7 @@ bool XmlScanner::Accept(std::string_view literal) {
 // Gets more input for a run that stopped at the position for none of its stops.
 // Returns false at the end of the input.
 bool XmlScanner::GoOn() {
-    if (position_ != dataEnd_ && (*position_ < 0x80 || SequenceLength(position_, dataEnd_) < 0)) {
+    if (position_ != dataEnd_ && (*position_ < 0x80 || LengthAt(position_) < 0)) {
         Throw(Message::kInvalidCharacter);
     }
     return Refill() == Fill::More;
@@ -332,7 +344,7 @@ const unsigned char* XmlScanner::SkipNameCharacters(const unsigned char* at) con
         while (IsAsciiName(*at) || (*at == ':' && !namespaces_))
             ++at;
         if (*at < 0x80 || !IsNameClass(NonAsciiClass(at))) return at;
-        at += SequenceLength(at, dataEnd_);
+        at += LengthAt(at);
     }
 }
 
@@ -369,7 +381,7 @@ const ScannedName& XmlScanner::ScanName() {
 }
 
 bool XmlScanner::NonAsciiCut(const unsigned char* at) const {
-    return *at >= 0x80 && SequenceLength(at, dataEnd_) == 0;
+    return *at >= 0x80 && LengthAt(at) == 0;
 }
 
 // Scans a name that reaches the end of the window, part by part.

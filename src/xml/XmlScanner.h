@@ -88,8 +88,11 @@ public:
 
     // Texts of entities.
 
-    /// Goes on in `text`, which consists of characters that XML allows and stays where it is until
-    /// it is popped. Lines and columns count on.
+    /// Goes on in `text`, which was scanned before and stays where it is until it is popped. Lines
+    /// and columns count on.
+    ///
+    /// Deliberate: the bytes from 80 on are ordinary characters there and never an error, since the
+    /// text that code pages give is not always UTF-8.
     void PushString(std::string_view text);
 
     /// Goes back to where the text that was pushed last stands, as if it had never been.
@@ -259,7 +262,7 @@ public:
     /// Returns the first position from `from` on that holds a stop, or no character, or a cut one.
     template <char A, char B = A, char C = A>
     const unsigned char* Find(const unsigned char* from) const {
-        return direct_ ? FindStop<A, B, C>(from, dataEnd_) : FindStopInValid<A, B, C>(from);
+        return direct_ ? FindStop<A, B, C>(from, dataEnd_) : FindInDecoded<A, B, C>(from);
     }
 
     /// Advances over characters that may stand in a name.
@@ -305,6 +308,9 @@ private:
     void SettlePlaces();
     int UnitSize() const;
     const unsigned char* Within(const unsigned char* end, std::size_t room) const;
+    template <char A, char B, char C>
+    const unsigned char* FindInDecoded(const unsigned char* from) const;
+    int LengthAt(const unsigned char* at) const;
     int NonAsciiClass(const unsigned char* at) const;
     bool NonAsciiCut(const unsigned char* at) const;
     int ClassAtPosition() const;
@@ -372,6 +378,15 @@ private:
     const unsigned char* captureFrom_ = nullptr;  // what lies before it is in captured_
     astring captured_;
 };
+
+// Does the work of Find() in a window that holds UTF-8 by other ways than the stream.
+template <char A, char B, char C>
+[[gnu::noinline]] const unsigned char* XmlScanner::FindInDecoded(const unsigned char* from) const {
+    const unsigned char* stop = FindStopInValid<A, B, C>(from);
+    while (*stop == kInvalidByte && !saved_.empty())  // means nothing in a pushed text
+        stop = FindStopInValid<A, B, C>(stop + 1);
+    return stop;
+}
 
 // Takes what stands between quotation marks, up to the closing one, A or B. `any` tells whether
 // that is anything.

@@ -68,7 +68,7 @@ XmlToken XmlScanner::DtdName() {
     } while (HaveCharacter() && SkipNameCharacters(position_) != position_);
     const bool isToken = !longName_.empty();
     if (!isToken) {
-        Take(longName_, position_ + (*position_ < 0x80 ? 1 : SequenceLength(position_, dataEnd_)));
+        Take(longName_, position_ + (*position_ < 0x80 ? 1 : LengthAt(position_)));
     }
     tokenText_ = longName_.view();
     return isToken ? XmlToken::NMTOKEN : XmlToken::ERROR;
@@ -154,7 +154,7 @@ char XmlScanner::NextDtdDelimiter() {
             ++position_;
         if (position_ != dataEnd_ && !IsForbiddenControl(*position_)) {
             if (*position_ < 0x80) return static_cast<char>(*position_++);
-            const int length = SequenceLength(position_, dataEnd_);
+            const int length = LengthAt(position_);
             if (length > 0) {
                 position_ += length;
                 continue;

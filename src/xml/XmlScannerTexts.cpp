@@ -15,6 +15,22 @@
 
 namespace Xml::detail {
 
+namespace {
+
+// Returns how many bytes of `text`, at most `most`, are whole characters. Where too many
+// continuation bytes follow each other to belong to one, that is anywhere.
+std::size_t WholeCharacters(std::string_view text, std::size_t most) {
+    constexpr std::size_t kMostContinuations = 5;
+    if (text.size() <= most) return text.size();
+    for (std::size_t back = 0; back <= std::min(most, kMostContinuations); ++back) {
+        if (!utf8::IsContinuation(static_cast<unsigned char>(text[most - back])))
+            return most - back;
+    }
+    return most;
+}
+
+}  // namespace
+
 // Texts of entities.
 
 void XmlScanner::PushString(std::string_view text) {
@@ -60,13 +76,7 @@ void XmlScanner::PopState() {
 XmlScanner::Fill XmlScanner::RefillPushed() {
     const int held = MoveToFront();
     filled_ = true;
-    std::size_t room = static_cast<std::size_t>(kBufferSize - held);
-    if (rest_.size() <= room) {
-        room = rest_.size();
-    } else {
-        while (room > 0 && utf8::IsContinuation(static_cast<unsigned char>(rest_[room])))
-            --room;
-    }
+    const std::size_t room = WholeCharacters(rest_, static_cast<std::size_t>(kBufferSize - held));
     if (room == 0) return rest_.empty() ? Fill::End : Fill::Full;
     std::memcpy(dataEnd_, rest_.data(), room);
     dataEnd_ += room;

@@ -8,6 +8,7 @@
 #include "xml/WriterMessages.h"
 
 #include <span>
+#include <utility>  // std::move
 
 namespace Xml {
 
@@ -29,7 +30,8 @@ XmlTextWriter::XmlTextWriter(const XmlTextWriter& other) : XmlTextWriter() {
 }
 
 XmlTextWriter& XmlTextWriter::operator=(const XmlTextWriter& other) {
-    core_->settings = other.core_->settings;
+    detail::WriterSettings settings = other.core_->settings;
+    core_->settings = std::move(settings);  // all of them, or none when memory is missing
     return *this;
 }
 
@@ -209,7 +211,7 @@ namespace {
 
 std::span<const unsigned char> BytesAt(const unsigned char* buffer, int offset, int count) {
     const IO::detail::ByteRange range = IO::detail::FoldOffset(offset, count);
-    if (range.count == 0) return {};
+    if (buffer == nullptr || range.count == 0) return {};
     return {buffer + range.offset, static_cast<std::size_t>(range.count)};
 }
 

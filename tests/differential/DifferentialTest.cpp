@@ -43,6 +43,7 @@ constexpr Source kSources[] = {
     {"adwaita-icon-theme", ""},
     {"introspection", "/usr/share/gir-1.0"},
     {"samples", ESPALIER_SAMPLES},
+    {"encodings", ESPALIER_SAMPLES "/encodings"},
 };
 
 bool IsDocument(const fs::path& path) {

@@ -93,6 +93,13 @@ void RandomWriting::Write(Xml::XmlTextWriter& writer, bool isWide) {
     writer.Close();
 }
 
+void RandomWriting::WriteIndented(Xml::XmlTextWriter& writer, bool isWide) {
+    writer.SetFormatting(Xml::Formatting::Indented);
+    writer.SetIndentation(static_cast<int>(Below(5)));
+    if (Below(2) == 0) writer.SetIndentChar('\t');
+    Write(writer, isWide);
+}
+
 void RandomWriting::ChooseSettings() {
     constexpr NewLineHandling::NEWLINE_HANDLING kModes[] = {
         NewLineHandling::NoHandling, NewLineHandling::Entitize, NewLineHandling::Replace};

@@ -27,6 +27,10 @@ public:
     /// Writes a document and closes the writer, which is new and has settings of its own choice.
     void Write(Xml::XmlTextWriter& writer, bool isWide);
 
+    /// The same with line breaks and indentation, which the events do not tell of: texts of nothing
+    /// but white space.
+    void WriteIndented(Xml::XmlTextWriter& writer, bool isWide);
+
     /// Returns the events for who normalizes line ends and values as XML 1.0 asks for.
     const std::vector<std::string>& StandardLines() { return standard_.Lines(); }
 

@@ -38,6 +38,17 @@ inline void AppendUtf8(std::vector<unsigned char>& bytes, int code) {
     }
 }
 
+/// Appends what text gets for a character of a single-byte encoding: above ASCII always two bytes,
+/// of which the first takes all bits but six, as far as it has them.
+inline void AppendSingleByteText(std::vector<unsigned char>& bytes, int code) {
+    if (code < 0x80) {
+        bytes.push_back(static_cast<unsigned char>(code));
+        return;
+    }
+    bytes.push_back(static_cast<unsigned char>((code / 64 | 0xC0) % 256));
+    bytes.push_back(static_cast<unsigned char>(0x80 + code % 64));
+}
+
 /// Returns how many bytes an ASCII character takes.
 inline std::ptrdiff_t UnitSize(Xml::detail::CodecKind kind) {
     switch (kind) {
@@ -68,7 +79,11 @@ inline Decoded CharacterByCharacter(const Xml::detail::CharCodec& codec,
             break;
         }
         std::vector<unsigned char> character;
-        AppendUtf8(character, code);
+        if (codec.Kind() == Xml::detail::CodecKind::SingleByte) {
+            AppendSingleByteText(character, code);
+        } else {
+            AppendUtf8(character, code);
+        }
         if (result.text.size() + character.size() > room) {
             result.end = Xml::detail::DecodeEnd::NoRoom;
             break;

@@ -41,6 +41,33 @@ inline std::vector<CodecCase> AllCodecs() {
             {"ISO-8859-1", Latin1Codec(), 1, false, 0xFF}};
 }
 
+/// The encodings whose characters stand in tables.
+struct PageCase {
+    const char* iconvName;
+    const Xml::detail::CharCodec& codec;
+};
+
+inline std::vector<PageCase> WindowsPages() {
+    using namespace Xml::detail;
+    return {{"CP1250", Windows1250Codec()},
+            {"CP1251", Windows1251Codec()},
+            {"CP1252", Windows1252Codec()},
+            {"CP1254", Windows1254Codec()},
+            {"CP1257", Windows1257Codec()}};
+}
+
+inline std::vector<PageCase> DoubleBytePages() {
+    using namespace Xml::detail;
+    return {{"EUC-CN", Gb2312Codec()}, {"EUC-KR", EucKrCodec()}};
+}
+
+inline std::vector<PageCase> AllPages() {
+    std::vector<PageCase> pages = WindowsPages();
+    for (const PageCase& page : DoubleBytePages())
+        pages.push_back(page);
+    return pages;
+}
+
 inline std::vector<CodecCase> CodecsOfKind(Xml::detail::CodecKind kind) {
     std::vector<CodecCase> cases;
     for (const CodecCase& codecCase : AllCodecs()) {

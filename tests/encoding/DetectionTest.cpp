@@ -136,11 +136,23 @@ TEST(Detection, AnInputThatBeginsWithTheLetterLIsEbcdic) {
 // codec, and what is used then.
 
 enum Detected { Ascii, Latin1, Utf8, Utf16Be, Utf16Le, Ucs2Be, Ucs2Le, Ucs4Be, Ucs4Le, kDetected };
+// What only a name installs.
+enum Page {
+    Gb2312 = kDetected,
+    EucKr,
+    Windows1250,
+    Windows1251,
+    Windows1252,
+    Windows1254,
+    Windows1257
+};
 
 const CharCodec& CodecOf(int detected) {
-    const CharCodec* const codecs[] = {&AsciiCodec(),   &Latin1Codec(),  &Utf8Codec(),
-                                       &Utf16BeCodec(), &Utf16LeCodec(), &Ucs2BeCodec(),
-                                       &Ucs2LeCodec(),  &Ucs4BeCodec(),  &Ucs4LeCodec()};
+    const CharCodec* const codecs[] = {
+        &AsciiCodec(),       &Latin1Codec(),      &Utf8Codec(),        &Utf16BeCodec(),
+        &Utf16LeCodec(),     &Ucs2BeCodec(),      &Ucs2LeCodec(),      &Ucs4BeCodec(),
+        &Ucs4LeCodec(),      &Gb2312Codec(),      &EucKrCodec(),       &Windows1250Codec(),
+        &Windows1251Codec(), &Windows1252Codec(), &Windows1254Codec(), &Windows1257Codec()};
     return *codecs[detected];
 }
 
@@ -173,16 +185,24 @@ const Group kGroups[] = {
                                                     {no,      no,      no,     no,      no,      no,     no,     Ucs4Be, Ucs4Le}},
     {{"UTF-32LE", "utf-32le"},                      {no,      no,      no,     no,      no,      no,     no,     no,     Ucs4Le}},
     {{"UTF-32BE", "utf-32be"},                      {no,      no,      no,     no,      no,      no,     no,     Ucs4Be, no}},
-    // Code pages that cannot be read yet.
-    {{"gb2312", "GB2312", "csGB2312", "ibm-1383_P110-1999", "ibm-1383_VPUA", "ibm-1383", "cp1383",
-      "1383", "EUC-CN", "ibm-eucCN", "hp15CN", "EUC-KR", "euc-kr", "KS_C_5601-1987",
-      "windows-51949", "csEUCKR", "ibm-eucKR", "KSC_5601", "5601", "ibm-970_P110_P110-2006_U2",
-      "ibm-970", "ibm-970_VPUA", "cp970", "970", "windows-1250", "Windows-1250", "cp1250",
-      "ANSI1250", "windows-1251", "Windows-1251", "cp1251", "ANSI1251", "ibm-5347_P100-1998",
-      "ibm-5347", "windows-1252", "Windows-1252", "cp1252", "ANSI1252", "windows-1254",
-      "Windows-1254", "cp1254", "ANSI1254", "iso-8859-9", "ISO-8859-9", "latin5", "latin-5",
-      "windows-1257", "Windows-1257", "cp1257", "ANSI1257"},
-                                                    {no,      no,      no,     no,      no,      no,     no,     no,     no}},
+    // A code page fits everything.
+    {{"gb2312", "GB2312", "csGB2312", "ibm-1383_P110-1999", "ibm-1383_VPUA", "ibm-1383",
+      "cp1383", "1383", "EUC-CN", "ibm-eucCN", "hp15CN"},
+                                                    {Gb2312, Gb2312, Gb2312, Gb2312, Gb2312, Gb2312, Gb2312, Gb2312, Gb2312}},
+    {{"EUC-KR", "euc-kr", "KS_C_5601-1987", "windows-51949", "csEUCKR", "ibm-eucKR", "KSC_5601",
+      "5601", "ibm-970_P110_P110-2006_U2", "ibm-970", "ibm-970_VPUA", "cp970", "970"},
+                                                    {EucKr, EucKr, EucKr, EucKr, EucKr, EucKr, EucKr, EucKr, EucKr}},
+    {{"windows-1250", "Windows-1250", "cp1250", "ANSI1250"},
+                                                    {Windows1250, Windows1250, Windows1250, Windows1250, Windows1250, Windows1250, Windows1250, Windows1250, Windows1250}},
+    {{"windows-1251", "Windows-1251", "cp1251", "ANSI1251", "ibm-5347_P100-1998", "ibm-5347"},
+                                                    {Windows1251, Windows1251, Windows1251, Windows1251, Windows1251, Windows1251, Windows1251, Windows1251, Windows1251}},
+    {{"windows-1252", "Windows-1252", "cp1252", "ANSI1252"},
+                                                    {Windows1252, Windows1252, Windows1252, Windows1252, Windows1252, Windows1252, Windows1252, Windows1252, Windows1252}},
+    {{"windows-1254", "Windows-1254", "cp1254", "ANSI1254", "iso-8859-9", "ISO-8859-9", "latin5",
+      "latin-5"},
+                                                    {Windows1254, Windows1254, Windows1254, Windows1254, Windows1254, Windows1254, Windows1254, Windows1254, Windows1254}},
+    {{"windows-1257", "Windows-1257", "cp1257", "ANSI1257"},
+                                                    {Windows1257, Windows1257, Windows1257, Windows1257, Windows1257, Windows1257, Windows1257, Windows1257, Windows1257}},
 };
 // clang-format on
 

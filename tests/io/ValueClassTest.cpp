@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The enumerations wrapped in value classes.
+#include <espalier/io/CompressionMode.h>
 #include <espalier/io/FileMode.h>
 #include <espalier/io/SeekOrigin.h>
 
@@ -11,6 +12,7 @@
 
 namespace {
 
+using IO::CompressionMode;
 using IO::FileMode;
 using IO::SeekOrigin;
 
@@ -25,15 +27,26 @@ static_assert(FileMode::Open == FileMode(FileMode::Open));
 static_assert(FileMode(FileMode::Open) == FileMode(FileMode::Open));
 static_assert(FileMode(FileMode::Open) != FileMode::Create);
 static_assert(FileMode::Create != FileMode(FileMode::Open));
+static_assert(CompressionMode(CompressionMode::Compress) == CompressionMode::Compress);
+static_assert(CompressionMode::Compress == CompressionMode(CompressionMode::Compress));
+static_assert(CompressionMode(CompressionMode::Compress) ==
+              CompressionMode(CompressionMode::Compress));
+static_assert(CompressionMode(CompressionMode::Compress) != CompressionMode::Decompress);
+static_assert(CompressionMode::Decompress != CompressionMode(CompressionMode::Compress));
+static_assert(CompressionMode() == CompressionMode::Decompress);
 
 // They convert from and to their enumeration, and to a number no sooner than that.
 static_assert(std::is_convertible_v<SeekOrigin::SEEK_ORIGIN, SeekOrigin>);
 static_assert(std::is_convertible_v<SeekOrigin, SeekOrigin::SEEK_ORIGIN>);
 static_assert(std::is_convertible_v<FileMode::FILE_MODE, FileMode>);
 static_assert(std::is_convertible_v<FileMode, FileMode::FILE_MODE>);
+static_assert(std::is_convertible_v<CompressionMode::CMODE, CompressionMode>);
+static_assert(std::is_convertible_v<CompressionMode, CompressionMode::CMODE>);
 static_assert(!std::is_convertible_v<int, SeekOrigin>);
 static_assert(!std::is_convertible_v<int, FileMode>);
-static_assert(std::is_trivially_copyable_v<SeekOrigin> && std::is_trivially_copyable_v<FileMode>);
+static_assert(!std::is_convertible_v<int, CompressionMode>);
+static_assert(std::is_trivially_copyable_v<SeekOrigin> && std::is_trivially_copyable_v<FileMode> &&
+              std::is_trivially_copyable_v<CompressionMode>);
 
 TEST(SeekOrigin, HasTheNumbersAndNamesOfItsValues) {
     const struct {
@@ -94,6 +107,35 @@ TEST(FileMode, HasTheNumbersAndNamesOfItsValues) {
         for (const auto& other : kCases) {
             EXPECT_EQ(mode == other.value, c.number == other.number);
             EXPECT_EQ(mode == FileMode(other.value), c.number == other.number);
+        }
+    }
+}
+
+TEST(CompressionMode, HasTheNumbersAndNamesOfItsValues) {
+    const struct {
+        CompressionMode::CMODE value;
+        int number;
+        std::string_view name;
+    } kCases[] = {
+        {CompressionMode::Compress, 0, "Compress"},
+        {CompressionMode::Decompress, 1, "Decompress"},
+        {static_cast<CompressionMode::CMODE>(2), 2, "?"},
+        {static_cast<CompressionMode::CMODE>(-1), -1, "?"},
+    };
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.number);
+        const CompressionMode mode = c.value;
+        EXPECT_EQ(static_cast<int>(mode), c.number);
+        EXPECT_EQ(mode.ToString(), c.name);
+        CompressionMode assigned;
+        assigned = c.value;
+        EXPECT_TRUE(assigned == mode);
+        assigned = CompressionMode();
+        assigned = mode;
+        EXPECT_TRUE(assigned == c.value);
+        for (const auto& other : kCases) {
+            EXPECT_EQ(mode == other.value, c.number == other.number);
+            EXPECT_EQ(mode == CompressionMode(other.value), c.number == other.number);
         }
     }
 }

@@ -54,6 +54,19 @@ TEST(CommandLine, HelpOfAVerbEndsInTwoExamples) {
     }
 }
 
+TEST(CommandLine, HelpTeachesWhatAllVerbsRead) {
+    const std::string help = RunProgram({"--help"}).out;
+    for (const char* const word : {"gzip", "ARCHIVE!MEMBER", "--color", "--progress"})
+        EXPECT_NE(help.find(word), std::string::npos) << word;
+    for (const char* const verb : {"check", "events", "tree", "format"}) {
+        const std::string verbHelp = RunProgram({verb, "--help"}).out;
+        for (const char* const option :
+             {"\n  --encoding NAME", "\n  --max-bytes N", "\n  --max-ratio N"})
+            EXPECT_NE(verbHelp.find(option), std::string::npos) << verb << option;
+        EXPECT_EQ(verbHelp.find("\n\n\n"), std::string::npos);
+    }
+}
+
 TEST(CommandLine, TellsTheVersion) {
     EXPECT_EQ(RunProgram({"--version"}).out, "espalier " ESPALIER_VERSION "\n");
     EXPECT_EQ(RunProgram({"--version"}).exitCode, 0);

@@ -262,6 +262,49 @@ TEST(XmlScannerInput, BytesThatAreNoCharacterAreRefusedWhenTheyAreReached) {
     }
 }
 
+// Deliberate: what is pushed is not judged again; only the length of a sequence is bounded.
+TEST(XmlScannerInput, BytesAboveAsciiInAPushedTextAreOrdinary) {
+    std::string all;
+    for (int byte = 0x80; byte <= 0xFF; ++byte)
+        all += static_cast<char>(byte);
+    std::string many;
+    for (int i = 0; i < 700; ++i)
+        many += i % 9 == 0 ? "\x80\x80\x80\x80" : "\xFD\xC0\x93";
+    const std::string kTexts[] = {"\xC0\x93",
+                                  "\xE2\x82",
+                                  "\xFF",
+                                  "a\xF0",
+                                  "\x80"
+                                  "b",
+                                  "\xFC\x80 x",
+                                  all,
+                                  many,
+                                  std::string(3000, '\x80'),
+                                  std::string(3000, '\xFF')};
+    for (const std::string& text : kTexts) {
+        for (const char* encoded : {"<r>", "\xFE\xFF\0<"}) {
+            ScannerInput scanner(std::string(encoded, 4));
+            scanner->PushString(text);
+            astring taken;
+            EXPECT_EQ(scanner->ScanText(taken), XmlToken::TEXT);
+            EXPECT_EQ(taken, text);
+            EXPECT_EQ(scanner->ScanText(taken), XmlToken::ENDENTITY);
+            scanner->PopState();
+
+            scanner->PushString("<" + text + ">");
+            EXPECT_TRUE(scanner->Accept("<"));
+            scanner->ScanName();
+            scanner->PopState();
+
+            scanner->PushString(text);
+            taken.clear();
+            EXPECT_EQ(scanner->ScanValuePart(taken), XmlToken::TEXT);
+            EXPECT_EQ(taken, text);
+            scanner->PopState();
+        }
+    }
+}
+
 TEST(XmlScannerInput, PlacesDoNotDependOnReads) {
     std::string document;
     for (int i = 0; i < 300; ++i)

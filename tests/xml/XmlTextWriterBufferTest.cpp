@@ -280,4 +280,21 @@ TEST(XmlTextWriterBuffer, EveryLengthOfTextAndMarkup) {
     EXPECT_EQ(writer.Text(), expected);
 }
 
+// An encoding gives nothing for a character that it does not have. What the buffer held before, or
+// never held, is not written in its place.
+TEST(XmlTextWriterBuffer, TheBufferIsNotDisclosed) {
+    Xml::Latin1Encoding encoding(false);
+    DocumentWriter writer(&encoding);
+    BeginContent(writer);
+    writer->WriteString("SECRETS");
+    writer.Take();
+    for (int i = 0; i < 6; ++i)
+        writer->WriteString("\xE2\x82\xAC");
+    writer->WriteString("a\xE2\x82\xAC\xE2\x82\xAC\xE2\x82\xAC");
+    std::string expected;
+    for (int i = 0; i < 6; ++i)
+        expected += "&#x20AC;";
+    EXPECT_EQ(writer.Take(), expected + "a&#x20AC;&#x20AC;&#x20AC;");
+}
+
 }  // namespace

@@ -166,6 +166,44 @@ TEST(XmlTextWriterFailure, OtherExceptionsPassThrough) {
     }
 }
 
+// An encoding of an application may throw, too.
+class FailingEncoding : public Xml::UTF8Encoding {
+public:
+    explicit FailingEncoding(int failingCall) : UTF8Encoding(false, false), left_(failingCall) {}
+
+    unsigned GetBytes(const char* text, unsigned length, unsigned char* destination,
+                      unsigned capacity) const override {
+        if (--left_ == 0) throw std::runtime_error("no such character");
+        return UTF8Encoding::GetBytes(text, length, destination, capacity);
+    }
+
+private:
+    mutable int left_;  // calls up to the one that fails
+};
+
+TEST(XmlTextWriterFailure, AtEveryCallToTheEncoding) {
+    int failures = 0;
+    for (bool isDone = false; !isDone; ++failures) {
+        SCOPED_TRACE(failures);
+        IO::MemoryStream stream;
+        FailingEncoding encoding(failures + 1);
+        XmlTextWriter writer(&stream, &encoding);
+        WriteState before = WriteState::Start;
+        isDone = true;
+        for (const WriterCalls call : kScript) {
+            before = writer.GetWriteState();
+            try {
+                call(writer);
+            } catch (const std::runtime_error&) {
+                ExpectUsableOrClosed(writer, before);
+                isDone = false;
+                break;
+            }
+        }
+    }
+    EXPECT_GT(failures, 100);
+}
+
 TEST(XmlTextWriterFailure, AWriterIsDestroyedAfterAFailure) {
     Xml::UTF8Encoding encoding;
     for (int n = 1; n < 5; ++n) {

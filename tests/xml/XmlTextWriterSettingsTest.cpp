@@ -113,6 +113,18 @@ TEST(XmlTextWriterSettings, SettingsTakeEffectAtOnce) {
     EXPECT_EQ(writer.Text(), "<r x=\"1\" y='2'>\n  <a/>\n <b/>\r</r>");
 }
 
+TEST(XmlTextWriterSettings, AnAttributeEndsWithTheQuoteThatBeganIt) {
+    DocumentWriter writer;
+    writer->WriteStartElement("r");
+    writer->WriteStartAttribute("x");
+    writer->SetQuoteChar('\'');
+    writer->WriteString("1");
+    writer->WriteStartAttribute("y");
+    writer->SetQuoteChar('"');
+    writer->WriteEndDocument();
+    EXPECT_EQ(writer.Text(), "<r x=\"1\" y=''/>");
+}
+
 TEST(XmlTextWriterSettings, NewLineCharactersAreWhiteSpace) {
     DocumentWriter writer;
     writer->SetNewLineChars("\n");

@@ -7,6 +7,7 @@ std::vector<std::unique_ptr<Verb>> AllVerbs() {
     std::vector<std::unique_ptr<Verb>> verbs;
     verbs.push_back(MakeCheck());
     verbs.push_back(MakeEvents());
+    verbs.push_back(MakeFormat());
     verbs.push_back(MakeTree());
     return verbs;
 }

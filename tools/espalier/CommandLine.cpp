@@ -2,6 +2,7 @@
 #include "CommandLine.h"
 
 #include "Choice.h"
+#include "InputArguments.h"
 #include "Verb.h"
 
 #include <CLI/CLI.hpp>
@@ -19,7 +20,7 @@ namespace {
 
 // The text around the list of verbs; together they fit a screen of 24 lines and 80 columns.
 constexpr std::string_view kHelpStart =
-    "espalier reads XML documents of any size and tells what is in them.\n"
+    "espalier reads XML documents of any size, tells what is in them, formats them.\n"
     "\n"
     "Usage: espalier VERB [options] [FILE...]\n"
     "\n"
@@ -27,18 +28,21 @@ constexpr std::string_view kHelpStart =
 
 constexpr std::string_view kHelpEnd =
     "\n"
-    "FILE may be \"-\" for standard input. Answers go to standard output, all else to\n"
-    "standard error. \"espalier VERB --help\" tells the options of a verb.\n"
+    "FILE may be \"-\" for standard input, a gzip file, or ARCHIVE!MEMBER of a zip.\n"
+    "Answers go to standard output, all else to standard error. All verbs also take\n"
+    "--color auto|always|never, --progress auto|never; VERB --help tells the rest.\n"
     "\n"
     "Exit codes: 0 yes, 1 no, 2 usage, 3 not well-formed, 4 input/output, 5 limit\n"
     "\n"
     "Examples:\n"
     "  espalier check *.xml             is every document well-formed?\n"
+    "  espalier check 'a.epub!b.opf'    and the one in this archive?\n"
     "  espalier events feed.xml         every node, one a line\n"
     "  espalier events --json - <a.xml  the same for programs\n"
+    "  espalier format feed.xml         the same document, indented\n"
     "  espalier tree --counts big.xml   what is in it, and how often\n";
 
-// Options that every verb has.
+// Options that every verb has. The general help tells them.
 struct CommonOptions {
     ColorChoice color = ColorChoice::Auto;
     bool progress = true;
@@ -69,10 +73,23 @@ std::string Complaint(const Verb& verb, std::string_view message) {
                        message.substr(0, message.find('\n')), verb.Name());
 }
 
+// Returns the help of a verb, without the options that all have and the general help tells.
+std::string VerbHelp(CLI::App& app) {
+    for (const char* const option : {"--help", "--color", "--progress"})
+        app.get_option(option)->group("");
+    std::string help = app.help();
+    const std::size_t gap = help.find("\n\n\n");  // where they would be
+    if (gap != std::string::npos) help.erase(gap, 1);
+    while (help.ends_with("\n\n"))
+        help.pop_back();
+    return help;
+}
+
 ExitCode RunVerb(Verb& verb, std::vector<std::string> arguments, Context& context) {
     CLI::App app(verb.Summary(), fmt::format("espalier {}", verb.Name()));
     CommonOptions options;
     verb.AddOptions(app);
+    AddInputOptions(app, context.input);
     AddCommonOptions(app, options);
     app.footer(verb.Footer());
     app.get_formatter()->column_width(24);
@@ -80,10 +97,7 @@ ExitCode RunVerb(Verb& verb, std::vector<std::string> arguments, Context& contex
         std::reverse(arguments.begin(), arguments.end());  // the parser takes them from the back
         app.parse(std::move(arguments));
     } catch (const CLI::CallForHelp&) {
-        std::string help = app.help();
-        while (help.ends_with("\n\n"))
-            help.pop_back();
-        context.out.Write(help);
+        context.out.Write(VerbHelp(app));
         return ExitCode::Yes;
     } catch (const CLI::ParseError& error) {
         context.console.Complain(Complaint(verb, error.what()));

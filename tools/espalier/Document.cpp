@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Document.h"
 
+#include "EncodingMask.h"
 #include "Excerpt.h"
 #include "Utf8.h"
 
@@ -119,7 +120,7 @@ ExitCode CodeOf(const Xml::Exception& error) {
 }  // namespace
 
 Document::Document(const std::string& name, Context& context, Roots roots)
-    : context_(context), input_(name, context.progress), roots_(roots) {
+    : context_(context), input_(name, context.input, context.progress), roots_(roots) {
     reader_.SetStream(&input_, false);
 }
 
@@ -131,6 +132,13 @@ bool Document::Next() {
     }
     if (more) Follow();
     return more;
+}
+
+std::string Document::Value() const {
+    const std::string_view value = reader_.Value().view();
+    const bool isMasked =
+        DeclaresFormerEncoding() && reader_.NodeType() == Xml::XmlNodeType::XmlDeclaration;
+    return isMasked ? WithoutMask(value, input_.MaskedName()) : std::string(value);
 }
 
 MarkupTracker::Names Document::Names() const {
@@ -186,7 +194,7 @@ ExitCode Document::Explain(const Xml::Exception& error) {
     if (input_.Failed() || error.LineNumber() < 1) {
         context_.console.Write(
             Headline(context_.console, input_.DisplayName(), Severity::Error, text));
-        return input_.Failed() ? ExitCode::InputOutput : CodeOf(error);
+        return input_.Failed() ? input_.Failure() : CodeOf(error);
     }
     NoteEncoding();
     const auto [reference, isUnsure] = TraceError(error);
@@ -208,6 +216,11 @@ ExitCode Document::Explain(const Xml::Exception& error) {
         ExplainOtherEnd(error, excerpt);
     }
     return CodeOf(error);
+}
+
+ExitCode Document::ExplainRefusal(Place place, ColumnCount count, std::string_view text) {
+    ExplainAt(place, text, Find(place, count));
+    return ExitCode::InputOutput;
 }
 
 Document::Trace Document::TraceError(const Xml::Exception& error) {

@@ -10,10 +10,12 @@
 #include "ExitCode.h"
 #include "Input.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Tool {
@@ -38,11 +40,26 @@ public:
     /// Returns the reader: for settings before the first Next(), for the node after each.
     Xml::XmlTextReader& Reader() { return reader_; }
 
+    /// Tells whether the document has been turned into UTF-8, whether that has made a difference so
+    /// far, and whether its declaration still names the encoding that it was in.
+    bool IsChangedByRecoding() const { return input_.IsChangedByRecoding(); }
+    bool DeclaresFormerEncoding() const { return !input_.MaskedName().empty(); }
+
+    /// Returns the value of the current node as the document has it. The reader's own is another
+    /// one in the declaration of a document that has been recoded.
+    std::string Value() const;
+
     /// Says that the entities that the document declares are to be expanded. References are let
     /// pass in a document that may have declarations where nobody reads them: in a file that its
     /// document type names, or behind a reference to a parameter entity. To be called before the
     /// first Next().
     void ExpandDeclaredEntities();
+
+    /// Says who is shown all bytes of the document, in order, as the reader takes them. To be
+    /// called before the first Next().
+    void Observe(std::function<void(std::string_view)> observer) {
+        input_.Observe(std::move(observer));
+    }
 
     /// Says that ColumnOf() will be asked. To be called before the first Next(), with namespaces
     /// switched on or off already.
@@ -60,6 +77,11 @@ public:
     /// Writes about an error that Next() has thrown: where it is, what it is, the line, and where
     /// it helps the other end. Ends the reading.
     ExitCode Explain(const Xml::Exception& error);
+
+    /// Writes about something in the document that cannot be written to where it should go: where
+    /// it is, what it is, and the line. Ends the reading.
+    /// \param place with the column as `count` says
+    ExitCode ExplainRefusal(Place place, ColumnCount count, std::string_view text);
 
 private:
     MarkupTracker::Names Names() const;

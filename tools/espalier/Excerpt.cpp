@@ -52,7 +52,13 @@ private:
     }
 
     long Column() const {
-        return count_ == ColumnCount::People ? tracker_.Column() : tracker_.ReaderColumn();
+        constexpr auto kLengthening = static_cast<long>(std::string_view("amp;").size());
+        switch (count_) {
+        case ColumnCount::People: break;
+        case ColumnCount::Reader: return tracker_.ReaderColumn();
+        case ColumnCount::Escaped: return tracker_.Column() + kLengthening * ampersands_;
+        }
+        return tracker_.Column();
     }
 
     void Find() {
@@ -67,6 +73,7 @@ private:
         if (tracker_.Line() > wanted_.line) return false;
         tracker_.Step(byte);
         if (byte == '\n' || byte == '\r') return true;
+        if (byte == '&') ++ampersands_;
         excerpt_.before.push_back(byte);
         if (excerpt_.before.size() > 2 * kKeep) {
             excerpt_.before.erase(0, kKeep);
@@ -88,6 +95,7 @@ private:
     MarkupTracker tracker_;
     Place wanted_;
     ColumnCount count_;
+    long ampersands_ = 0;  // on the line, before the place
     Excerpt excerpt_;
 };
 

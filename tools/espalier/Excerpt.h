@@ -8,8 +8,12 @@
 
 namespace Tool {
 
-/// How a column is counted: as people do, or as the reader does (see MarkupTracker).
-enum class ColumnCount { People, Reader };
+/// How a column is counted.
+enum class ColumnCount {
+    People,  ///< every character is one
+    Reader,  ///< as the reader does, who leaves out colons (see MarkupTracker)
+    Escaped  ///< as one who is shown "&amp;" for every "&" (see SourceReader)
+};
 
 /// A place found in the text of a document, with the line around it.
 struct Excerpt {

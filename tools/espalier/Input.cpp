@@ -2,37 +2,21 @@
 #include "Input.h"
 
 #include <espalier/io/Exception.h>
-#include <espalier/io/FileStream.h>
 #include <espalier/io/MemoryStream.h>
+
+#include "EncodingMask.h"
+#include "MemberStream.h"
 
 #include <algorithm>
 #include <array>
 #include <filesystem>
 #include <system_error>
-#include <unistd.h>
 
 namespace Tool {
 
 namespace {
 
 constexpr int kBlock = 65536;
-constexpr unsigned kReadOnly = 1;
-constexpr unsigned kShareAll = 3;
-
-// FileStream reads the files it opens by name ahead; a descriptor it takes as it is.
-std::unique_ptr<IO::Stream> OpenStream(const std::string& name) {
-    if (name == "-") return std::make_unique<IO::FileStream>(STDIN_FILENO, kReadOnly, false);
-    std::error_code error;
-    if (std::filesystem::is_directory(name, error)) {
-        Xml::Exception::ThrowException("Is a directory");
-    }
-    return std::make_unique<IO::FileStream>(name.c_str(), IO::FileMode::Open, kReadOnly, kShareAll);
-}
-
-bool CanOpenAgain(const std::string& name) {
-    std::error_code error;
-    return name != "-" && std::filesystem::is_regular_file(name, error);
-}
 
 struct Block {
     std::array<unsigned char, kBlock> bytes;
@@ -124,12 +108,25 @@ private:
     std::size_t next_ = 0;
 };
 
-Input::Input(const std::string& name, Progress& progress)
-    : name_(name),
+// What Input delivers, but for the mask.
+class Input::WindowStream final : public InputStream {
+public:
+    explicit WindowStream(Input& input) : input_(input) {}
+
+    int Read(unsigned char* buffer, int offset, int count) override {
+        return input_.ReadPlain(buffer, offset, count);
+    }
+
+private:
+    Input& input_;
+};
+
+Input::Input(const std::string& name, const InputOptions& options, Progress& progress)
+    : name_(ParseInputName(name)),
       displayName_(name == "-" ? "<stdin>" : name),
-      progress_(progress),
-      stream_(OpenStream(name)),
-      window_(CanOpenAgain(name) ? nullptr : std::make_unique<Window>()) {}
+      options_(options),
+      source_(OpenSource(name_, options, &progress)),
+      window_(CanOpenAgain(name_) ? nullptr : std::make_unique<Window>()) {}
 
 Input::~Input() = default;
 
@@ -145,12 +142,27 @@ void Input::FollowColumns(MarkupTracker::Names names) {
 
 int Input::Read(unsigned char* buffer, int offset, int count) {
     const int read =
-        window_ == nullptr ? ReadBelow(buffer, offset, count) : ReadWindow(buffer, offset, count);
-    if (columns_ != nullptr && read > 0) {
-        columns_->Take(
-            {reinterpret_cast<const char*>(buffer) + offset, static_cast<std::size_t>(read)});
+        IsRecoded() ? ReadMasked(buffer, offset, count) : ReadPlain(buffer, offset, count);
+    if (read > 0) {
+        const std::string_view bytes(reinterpret_cast<const char*>(buffer) + offset,
+                                     static_cast<std::size_t>(read));
+        if (columns_ != nullptr) columns_->Take(bytes);
+        if (observer_) observer_(bytes);
     }
     return read;
+}
+
+int Input::ReadMasked(unsigned char* buffer, int offset, int count) {
+    if (masked_ == nullptr) {
+        masked_ = std::make_unique<PeekedStream>(std::make_unique<WindowStream>(*this));
+        maskedName_ = MaskDeclaredName(*masked_);
+    }
+    return masked_->Read(buffer, offset, count);
+}
+
+int Input::ReadPlain(unsigned char* buffer, int offset, int count) {
+    return window_ == nullptr ? ReadBelow(buffer, offset, count)
+                              : ReadWindow(buffer, offset, count);
 }
 
 int Input::ReadWindow(unsigned char* buffer, int offset, int count) {
@@ -170,18 +182,20 @@ int Input::ReadWindow(unsigned char* buffer, int offset, int count) {
 
 int Input::ReadBelow(unsigned char* buffer, int offset, int count) {
     try {
-        const int result = stream_->Read(buffer, offset, count);
-        progress_.Advance(result);
-        return result;
+        return source_.stream->Read(buffer, offset, count);
+    } catch (const LimitReached&) {
+        failure_ = ExitCode::Limit;
+        throw;
     } catch (...) {
-        failed_ = true;
+        failure_ = ExitCode::InputOutput;
         throw;
     }
 }
 
 std::unique_ptr<SourceText> Input::Reread() {
     if (window_ == nullptr) {
-        return std::make_unique<FileText>(OpenStream(name_), encoding_, names_);
+        return std::make_unique<FileText>(OpenSource(name_, options_, nullptr).stream, encoding_,
+                                          names_);
     }
     if (window_->head.empty()) window_->head = window_->current.View().substr(0, 4);
     window_->Begin(encoding_, names_);
@@ -189,23 +203,37 @@ std::unique_ptr<SourceText> Input::Reread() {
 }
 
 std::unique_ptr<IO::Stream> Input::Reopen() {
-    if (window_ == nullptr) return OpenStream(name_);
-    if (window_->previous.count > 0) return nullptr;  // the start has been let go
-    auto stream = std::make_unique<IO::MemoryStream>();
-    stream->Write(window_->current.bytes.data(), 0, static_cast<int>(window_->current.count));
-    stream->SetPosition(0);
-    return stream;
+    std::unique_ptr<IO::Stream> again;
+    if (window_ == nullptr) {
+        again = OpenSource(name_, options_, nullptr).stream;
+    } else {
+        if (window_->previous.count > 0) return nullptr;  // the start has been let go
+        again = std::make_unique<IO::MemoryStream>();
+        again->Write(window_->current.bytes.data(), 0, static_cast<int>(window_->current.count));
+        again->Seek(0, IO::SeekOrigin::Begin);
+    }
+    if (!IsRecoded()) return again;
+    auto masked = std::make_unique<PeekedStream>(std::move(again));
+    MaskDeclaredName(*masked);
+    return masked;
 }
 
 void ExpectInputs(const std::vector<std::string>& names, Progress& progress) {
-    for (const std::string& name : names) {
+    for (const std::string& text : names) {
+        const InputName name = ParseInputName(text);
         if (!CanOpenAgain(name)) {
             progress.ExpectUnknown();
-            continue;
+        } else if (!name.member.empty()) {
+            try {
+                progress.ExpectBytes(MemberStream(name.file, name.member).StatedLength());
+            } catch (const Xml::Exception&) {
+                continue;  // told when it is opened to be read
+            }
+        } else {
+            std::error_code error;
+            const auto size = std::filesystem::file_size(name.file, error);
+            if (!error) progress.ExpectBytes(static_cast<long>(size));
         }
-        std::error_code error;
-        const auto size = std::filesystem::file_size(name, error);
-        if (!error) progress.ExpectBytes(static_cast<long>(size));
     }
 }
 

@@ -74,7 +74,7 @@ void NodeWriter::WriteText() {
     if (reader_.HasValue()) {
         out_.Write(' ');
         StartColor(kValueColor);
-        WriteQuoted(out_, reader_.Value());
+        WriteQuoted(out_, Value());
         EndColor();
     }
     if (reader_.IsEmptyElement()) out_.Write(" /");
@@ -107,7 +107,7 @@ void NodeWriter::WriteJson() {
         out_.Write(reader_.IsEmptyElement() ? ",\"empty\":true" : ",\"empty\":false");
     }
     if (WritesAttributesWithin()) WriteJsonAttributes();
-    if (reader_.HasValue()) WriteMember(",\"value\":", reader_.Value());
+    if (reader_.HasValue()) WriteMember(",\"value\":", Value());
     out_.Write('}');
 }
 
@@ -136,6 +136,12 @@ void NodeWriter::StartColor(std::string_view color) {
 
 void NodeWriter::EndColor() {
     if (colored_) out_.Write(kNoColor);
+}
+
+std::string_view NodeWriter::Value() {
+    if (reader_.NodeType() != Xml::XmlNodeType::XmlDeclaration) return reader_.Value();
+    declaration_ = document_.Value();
+    return declaration_;
 }
 
 // Returns the column of the current node or attribute as people count it.

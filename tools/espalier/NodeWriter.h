@@ -43,6 +43,7 @@ private:
     void StartColor(std::string_view color);
     void EndColor();
     long Column() const;
+    std::string_view Value();
 
     Output& out_;
     Document& document_;
@@ -50,6 +51,7 @@ private:
     NodeForm form_;
     AttributePlace attributes_;
     bool colored_;
+    std::string declaration_;  // the value of one, see Document::Value()
 };
 
 }  // namespace Tool

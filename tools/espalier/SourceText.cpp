@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "SourceText.h"
 
+#include <espalier/encoding/Encoding.h>
+
 #include "Utf8.h"
 
 #include <algorithm>
-#include <initializer_list>
+#include <array>
 
 namespace Tool {
 
@@ -12,9 +14,7 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-bool IsOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
+}  // namespace
 
 std::size_t UnitLength(SourceForm form) {
     switch (form) {
@@ -24,13 +24,10 @@ std::size_t UnitLength(SourceForm form) {
     case SourceForm::Ucs4BE: return 4;
     case SourceForm::Utf8:
     case SourceForm::Latin1:
-    case SourceForm::SingleByte:
-    case SourceForm::DoubleByte: break;
+    case SourceForm::CodePage: break;
     }
     return 1;
 }
-
-}  // namespace
 
 SourceForm DetectForm(std::string_view head, std::string_view encoding) {
     using std::string_view_literals::operator""sv;
@@ -42,24 +39,32 @@ SourceForm DetectForm(std::string_view head, std::string_view encoding) {
     }
     if (head.starts_with("\xFF\xFE"sv) || head.starts_with("<\0"sv)) return SourceForm::Utf16LE;
     if (head.starts_with("\xFE\xFF"sv) || head.starts_with("\0<"sv)) return SourceForm::Utf16BE;
-    if (encoding == "ISO-8859-1") return SourceForm::Latin1;
-    if (IsOneOf(encoding, {"GB2312", "EUC-KR"})) return SourceForm::DoubleByte;
-    if (IsOneOf(encoding, {"", "UTF-8", "ASCII"})) return SourceForm::Utf8;
-    return SourceForm::SingleByte;
+    return encoding == "ISO-8859-1" ? SourceForm::Latin1 : SourceForm::Utf8;
 }
 
 std::string_view SourceDecoder::Decode(std::string_view bytes) {
     text_.clear();
     if (form_ == SourceForm::Utf8) {
-        if (atStart_ && bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
+        const bool drops = atStart_ && badBytes_ == BadBytes::Shown;
+        if (drops && bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
         atStart_ = atStart_ && bytes.empty();
         return bytes;
     }
-    if (UnitLength(form_) == 1) {
-        DecodeBytes(bytes);
-    } else {
+    if (UnitLength(form_) > 1) {
         DecodeUnits(bytes);
+    } else if (page_ != nullptr) {
+        DecodePage(bytes);
+    } else {
+        DecodeLatin1(bytes);
     }
+    return text_;
+}
+
+std::string_view SourceDecoder::Finish() {
+    text_.clear();
+    if (surrogate_ != 0 || !rest_.empty()) AppendBad();
+    surrogate_ = 0;
+    rest_.clear();
     return text_;
 }
 
@@ -92,28 +97,59 @@ void SourceDecoder::AppendUnit(char32_t unit) {
             AppendCharacter(text_, 0x10000 + ((first - 0xD800) << 10) + (unit - 0xDC00));
             return;
         }
-        AppendCharacter(text_, kReplacement);
+        AppendBad();
     }
     if (isFirstHalf && UnitLength(form_) == 2) {
         surrogate_ = unit;
+    } else if (isFirstHalf || isSecondHalf || unit > 0x10FFFF) {
+        AppendBad();
     } else {
-        AppendCharacter(text_,
-                        isFirstHalf || isSecondHalf || unit > 0x10FFFF ? kReplacement : unit);
+        AppendCharacter(text_, unit);
     }
 }
 
-void SourceDecoder::DecodeBytes(std::string_view bytes) {
+void SourceDecoder::DecodeLatin1(std::string_view bytes) {
+    for (const char byte : bytes)
+        AppendCharacter(text_, static_cast<unsigned char>(byte));
+}
+
+void SourceDecoder::DecodePage(std::string_view bytes) {
     for (const char byte : bytes) {
-        const char32_t code = static_cast<unsigned char>(byte);
-        if (code < 0x80 || form_ == SourceForm::Latin1) {
-            rest_.clear();
-            AppendCharacter(text_, code);
-        } else if (form_ == SourceForm::DoubleByte && rest_.empty()) {
-            rest_.push_back(byte);
-        } else {
-            rest_.clear();
-            AppendCharacter(text_, kReplacement);
+        if (rest_.empty() && static_cast<unsigned char>(byte) < 0x80) {
+            text_.push_back(byte);
+            continue;
         }
+        rest_.push_back(byte);
+        while (!rest_.empty() && DecodeRest())
+            continue;
+    }
+}
+
+// Decodes one character of `rest_`; false when it needs more bytes.
+bool SourceDecoder::DecodeRest() {
+    std::array<unsigned char, 8> character;
+    unsigned consumed = 0;
+    const unsigned length = Xml::Encoding::ConvertChar(
+        page_, Xml::Encoding::UTF8(), reinterpret_cast<const unsigned char*>(rest_.data()),
+        static_cast<unsigned>(rest_.size()), character.data(),
+        static_cast<unsigned>(character.size()), consumed);
+    if (consumed == 0) return false;
+    const std::string_view text(reinterpret_cast<const char*>(character.data()), length);
+    // No byte above 0x7F stands for a question mark but one that is no character.
+    if (text == "?" && rest_.front() != '?') {
+        AppendBad();
+    } else {
+        text_.append(text);
+    }
+    rest_.erase(0, consumed);
+    return true;
+}
+
+void SourceDecoder::AppendBad() {
+    if (badBytes_ == BadBytes::Kept) {
+        text_.push_back('\xFF');
+    } else {
+        AppendCharacter(text_, kReplacement);
     }
 }
 

@@ -1,19 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <espalier/encoding/Forward.h>
+
 #include "MarkupTracker.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace Tool {
 
-/// How the bytes of a document are to be read in order to show them.
+/// How the bytes of a document are to be read.
 enum class SourceForm {
     Utf8,
     Latin1,
-    SingleByte,  ///< a byte is a character; above 0x7F it is not known which
-    DoubleByte,  ///< two bytes above 0x7F are a character; it is not known which
+    CodePage,  ///< ASCII, and characters of one or two bytes above 0x7F
     Utf16LE,
     Utf16BE,
     Ucs4LE,
@@ -24,23 +26,44 @@ enum class SourceForm {
 /// reader found for it (empty: not known).
 SourceForm DetectForm(std::string_view head, std::string_view encoding);
 
-/// Turns the bytes of a document into UTF-8, piece by piece, for people to read: never fails, and
-/// shows what it cannot decode as U+FFFD. UTF-8 itself is passed on as it is. A byte-order mark at
-/// the start is dropped.
+/// Returns how many bytes a "<" takes.
+std::size_t UnitLength(SourceForm form);
+
+/// What becomes of bytes that cannot be decoded.
+enum class BadBytes {
+    Shown,  ///< U+FFFD, for people to see
+    Kept    ///< a byte that is none in UTF-8, for a reader to refuse
+};
+
+/// Turns the bytes of a document into UTF-8, piece by piece. Never fails. A byte-order mark at the
+/// start is dropped. UTF-8 itself is passed on as it is, but when it is to be shown, without such a
+/// mark.
 class SourceDecoder {
 public:
-    explicit SourceDecoder(SourceForm form) : form_(form) {}
+    /// \param page the encoding of SourceForm::CodePage, not owned
+    explicit SourceDecoder(SourceForm form, Xml::Encoding* page = nullptr,
+                           BadBytes badBytes = BadBytes::Shown)
+        : form_(form), page_(page), badBytes_(badBytes) {}
 
     /// Decodes `bytes`, which go on where the last ones ended.
     /// \return text that is valid until the next call
     std::string_view Decode(std::string_view bytes);
 
+    /// Decodes what is left at the end of the document, which is cut.
+    /// \return text that is valid until the next call
+    std::string_view Finish();
+
 private:
     void DecodeUnits(std::string_view bytes);
     void AppendUnit(char32_t unit);
-    void DecodeBytes(std::string_view bytes);
+    void DecodeLatin1(std::string_view bytes);
+    void DecodePage(std::string_view bytes);
+    bool DecodeRest();
+    void AppendBad();
 
     SourceForm form_;
+    Xml::Encoding* page_;
+    BadBytes badBytes_;
     bool atStart_ = true;     // nothing has been decoded yet
     std::string rest_;        // bytes of a unit that was cut
     char32_t surrogate_ = 0;  // first half of a pair that was cut

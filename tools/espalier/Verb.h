@@ -41,6 +41,7 @@ public:
 
 std::unique_ptr<Verb> MakeCheck();
 std::unique_ptr<Verb> MakeEvents();
+std::unique_ptr<Verb> MakeFormat();
 std::unique_ptr<Verb> MakeTree();
 
 /// Returns all verbs, in the order of the help.

@@ -58,4 +58,61 @@ public:
     ~Latin1Encoding() override;
 };
 
+// The Windows pages. Each writes the characters up to U+084B that it has; those above it, quotation
+// marks, dashes, the euro sign and the like, it only reads. A writer writes them as references.
+
+/// Windows-1250, the Latin letters of Central Europe: encoding name "Windows-1250", web name
+/// "windows-1250".
+class ESPALIER_EXPORT Windows1250Encoding : public SingleByteEncoding {
+public:
+    explicit Windows1250Encoding(bool throwOnError);
+    Windows1250Encoding(const Windows1250Encoding& other);
+    Windows1250Encoding& operator=(const Windows1250Encoding& other);
+
+    ~Windows1250Encoding() override;
+};
+
+/// Windows-1251, Cyrillic letters: encoding name "Windows-1251", web name "windows-1251".
+class ESPALIER_EXPORT Windows1251Encoding : public SingleByteEncoding {
+public:
+    explicit Windows1251Encoding(bool throwOnError);
+    Windows1251Encoding(const Windows1251Encoding& other);
+    Windows1251Encoding& operator=(const Windows1251Encoding& other);
+
+    ~Windows1251Encoding() override;
+};
+
+/// Windows-1252, the Latin letters of Western Europe: encoding name "Windows-1252", web name
+/// "windows-1252".
+class ESPALIER_EXPORT Windows1252Encoding : public SingleByteEncoding {
+public:
+    explicit Windows1252Encoding(bool throwOnError);
+    Windows1252Encoding(const Windows1252Encoding& other);
+    Windows1252Encoding& operator=(const Windows1252Encoding& other);
+
+    ~Windows1252Encoding() override;
+};
+
+/// Windows-1254, the Latin letters of Turkish and of Western Europe: encoding name "Windows-1254",
+/// web name "windows-1254".
+class ESPALIER_EXPORT Windows1254Encoding : public SingleByteEncoding {
+public:
+    explicit Windows1254Encoding(bool throwOnError);
+    Windows1254Encoding(const Windows1254Encoding& other);
+    Windows1254Encoding& operator=(const Windows1254Encoding& other);
+
+    ~Windows1254Encoding() override;
+};
+
+/// Windows-1257, the Latin letters of the Baltic languages: encoding name "Windows-1257", web name
+/// "windows-1257".
+class ESPALIER_EXPORT Windows1257Encoding : public SingleByteEncoding {
+public:
+    explicit Windows1257Encoding(bool throwOnError);
+    Windows1257Encoding(const Windows1257Encoding& other);
+    Windows1257Encoding& operator=(const Windows1257Encoding& other);
+
+    ~Windows1257Encoding() override;
+};
+
 }  // namespace Xml

@@ -77,6 +77,13 @@ public:
     static Encoding* BigEndianUnicode();
     static Encoding* ASCII();
     static Encoding* Latin1();
+    static Encoding* GB2312();
+    static Encoding* EUC_KR();
+    static Encoding* Windows_1250();
+    static Encoding* Windows_1251();
+    static Encoding* Windows_1252();
+    static Encoding* Windows_1254();
+    static Encoding* Windows_1257();
     /// @}
 
     /// Converts bytes from one encoding to another, until the source is used up, the destination

@@ -7,12 +7,15 @@
 namespace IO {
 
 class BufferedStream;
+class CompressionMode;
 class FileMode;
 class FileStream;
+class GZipStream;
 class MemoryStream;
 class SeekOrigin;
 class Stream;
 class StringStream;
+class ZipFileStream;
 
 }  // namespace IO
 

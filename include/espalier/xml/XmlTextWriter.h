@@ -45,7 +45,8 @@ class XmlTextReader;
 ///
 /// Every text is UTF-8, and may be given as astring, `const char*`, std::string_view or
 /// std::string; a null pointer is an empty text. The names of elements and attributes are not
-/// checked, nor are "]]>" in a CDATA section, "--" in a comment and "?>" in an instruction.
+/// checked, nor whether an element has two attributes of one name, nor are "]]>" in a CDATA
+/// section, "--" in a comment and "?>" in an instruction.
 ///
 /// Each error is an Xml::Exception with the text given here, an empty argument, and -1 for line and
 /// position. It leaves the writer as it was before the call. When the stream throws instead, part
@@ -133,10 +134,11 @@ public:
     /// Returns the xml:space of the innermost open element; SpaceNone without one.
     XmlSpace GetXmlSpace() const;
 
-    /// Returns the xml:lang of the innermost open element, or empty.
+    /// Returns the xml:lang of the innermost open element, or empty. Valid until that ends.
     const astring& GetXmlLang() const;
 
-    /// Returns a prefix that is bound to a namespace here; empty when there is none.
+    /// Returns a prefix that is bound to a namespace here; empty when there is none. Valid until
+    /// the element ends that has declared it.
     const astring& LookupPrefix(TextArgument ns) const;
 
     /// Hands what has been written to the stream and flushes that.
@@ -144,7 +146,8 @@ public:
     void Flush();
 
     /// Ends the document, hands it to the stream and flushes that.
-    /// \throws Xml::Exception "Invalid Operation: Writer already closed"
+    /// \throws Xml::Exception "Invalid Operation: Writer already closed"; "Bad attribute: Invalid
+    ///     xml:space value" of an attribute that is open, with nothing changed
     void Close();
 
     /// @}

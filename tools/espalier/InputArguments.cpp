@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "InputArguments.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <charconv>
+#include <limits>
+#include <string>
+
+namespace Tool {
+
+namespace {
+
+// Returns the number at the start of `text`, which loses it; none when there is none above 0.
+std::optional<long> TakeNumber(std::string_view& text) {
+    long number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || number < 1) return std::nullopt;
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    return number;
+}
+
+void SetEncoding(const std::string& name, InputOptions& options) {
+    options.encoding = FindInputEncoding(name);
+    if (options.encoding != nullptr) return;
+    std::string names;
+    for (const InputEncoding& encoding : InputEncodings())
+        names.append(names.empty() ? "" : ", ").append(encoding.name);
+    throw CLI::ValidationError("--encoding", fmt::format("\"{}\" is none of {}", name, names));
+}
+
+void SetMostBytes(const std::string& text, InputOptions& options) {
+    options.limits.bytes = ParseByteCount(text);
+    if (options.limits.bytes) return;
+    throw CLI::ValidationError(
+        "--max-bytes", fmt::format("\"{}\" is no number of bytes such as 500, 64K, 10M, 2G", text));
+}
+
+void SetRatio(const std::string& text, InputOptions& options) {
+    std::string_view rest = text;
+    const std::optional<long> ratio = TakeNumber(rest);
+    if (!ratio || !rest.empty()) {
+        throw CLI::ValidationError("--max-ratio",
+                                   fmt::format("\"{}\" is no number from 1 on", text));
+    }
+    options.limits.ratio = *ratio;
+}
+
+}  // namespace
+
+std::optional<long> ParseByteCount(std::string_view text) {
+    const std::optional<long> number = TakeNumber(text);
+    if (!number || text.size() > 1) return std::nullopt;
+    long unit = 1;
+    if (!text.empty()) {
+        constexpr std::string_view kUnits = "kmg";
+        const char letter =
+            text.front() >= 'a' ? text.front() : static_cast<char>(text.front() + 32);
+        const std::size_t power = kUnits.find(letter);
+        if (power == std::string_view::npos) return std::nullopt;
+        unit = 1L << (10 * (power + 1));
+    }
+    if (*number > std::numeric_limits<long>::max() / unit) return std::nullopt;
+    return *number * unit;
+}
+
+void AddInputOptions(CLI::App& app, InputOptions& options) {
+    app.add_option_function<std::string>(
+           "--encoding", [&options](const std::string& name) { SetEncoding(name, options); },
+           "read as this encoding, whatever the document says")
+        ->option_text("NAME");
+    app.add_option_function<std::string>(
+           "--max-bytes", [&options](const std::string& text) { SetMostBytes(text, options); },
+           "stop behind N bytes (NK, NM, NG), uncompressed")
+        ->option_text("N");
+    app.add_option_function<std::string>(
+           "--max-ratio", [&options](const std::string& text) { SetRatio(text, options); },
+           "stop at N times the compressed size (default 200)")
+        ->option_text("N");
+}
+
+}  // namespace Tool

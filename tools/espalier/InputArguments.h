@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "InputOptions.h"
+
+#include <optional>
+#include <string_view>
+
+namespace CLI {
+class App;
+}
+
+namespace Tool {
+
+/// Adds the options that say how documents are read: --encoding, --max-bytes, --max-ratio.
+/// \param options what they are written to when they are parsed; not owned
+void AddInputOptions(CLI::App& app, InputOptions& options);
+
+/// Returns a number of bytes, which may end in K, M or G; none when it is no such number or 0.
+std::optional<long> ParseByteCount(std::string_view text);
+
+}  // namespace Tool

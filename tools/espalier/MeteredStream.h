@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "InputStream.h"
+#include "Progress.h"
+
+#include <memory>
+#include <utility>
+
+namespace Tool {
+
+/// Counts what is read, for the progress line and for whoever asks.
+class MeteredStream final : public InputStream {
+public:
+    /// \param progress not owned, must live longer; null for none
+    MeteredStream(std::unique_ptr<IO::Stream> next, Progress* progress)
+        : next_(std::move(next)), progress_(progress) {}
+
+    /// Returns how many bytes have been read.
+    long Count() const { return count_; }
+
+    int Read(unsigned char* buffer, int offset, int count) override {
+        const int read = next_->Read(buffer, offset, count);
+        count_ += read;
+        if (progress_ != nullptr) progress_->Advance(read);
+        return read;
+    }
+
+private:
+    std::unique_ptr<IO::Stream> next_;
+    Progress* progress_;
+    long count_ = 0;
+};
+
+}  // namespace Tool
