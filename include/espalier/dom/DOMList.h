@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <algorithm>  // std::copy, std::copy_backward, std::find
+#include <memory>
+#include <type_traits>
+
+namespace Dom {
+
+/// A list that owns what its pointers lead to.
+///
+/// Clear() and the destructor delete the items. Who removes an item owns it from then on.
+///
+/// \tparam Pointer a pointer to a class with a virtual destructor
+template <typename Pointer>
+class DOMList {
+    static_assert(std::is_pointer_v<Pointer>);
+
+public:
+    DOMList() = default;
+    DOMList(const DOMList&) = delete;
+    DOMList& operator=(const DOMList&) = delete;
+
+    // The order of the virtual functions is part of the binary interface: append, never reorder.
+
+    virtual ~DOMList() { Clear(); }
+
+    unsigned Length() const { return count_; }
+    /// Returns item `index`, from 0 on, or null when there are not as many.
+    Pointer Item(unsigned long index) const { return index < count_ ? items_[index] : nullptr; }
+
+    /// Adds an item at the end and takes it over; when memory is out, the caller keeps it.
+    void AddItem(Pointer item) { AddItemAt(count_, item); }
+    /// Adds an item before item `index`, or at the end when there are not as many.
+    void AddItemAt(unsigned long index, Pointer item) {
+        if (count_ == capacity_) Grow();
+        const unsigned at = index < count_ ? static_cast<unsigned>(index) : count_;
+        std::copy_backward(begin() + at, end(), end() + 1);
+        items_[at] = item;
+        ++count_;
+    }
+
+    /// Takes the first item equal to `item` out; nothing happens when there is none.
+    void RemoveItem(Pointer item) {
+        RemoveItemAt(static_cast<unsigned long>(std::find(begin(), end(), item) - begin()));
+    }
+    /// Takes item `index` out; nothing happens when there are not as many.
+    void RemoveItemAt(unsigned long index) {
+        if (index >= count_) return;
+        std::copy(begin() + index + 1, end(), begin() + index);
+        --count_;
+    }
+
+    /// Deletes all items.
+    void Clear() {
+        while (count_ > 0)
+            delete items_[--count_];
+    }
+
+    /// \name Iteration
+    /// @{
+    Pointer* begin() { return items_.get(); }
+    Pointer* end() { return items_.get() + count_; }
+    const Pointer* begin() const { return items_.get(); }
+    const Pointer* end() const { return items_.get() + count_; }
+    /// @}
+
+private:
+    static constexpr unsigned kStep = 16;
+
+    void Grow() {
+        auto items = std::make_unique<Pointer[]>(capacity_ + kStep);
+        std::copy(begin(), end(), items.get());
+        items_ = std::move(items);
+        capacity_ += kStep;
+    }
+
+    std::unique_ptr<Pointer[]> items_;
+    unsigned count_ = 0;
+    unsigned capacity_ = 0;
+};
+
+}  // namespace Dom

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// What the inline functions of Dom::Node see of its representation.
+
+#include <espalier/base/Export.h>
+#include <espalier/base/astring.h>
+#include <espalier/dom/Forward.h>
+#include <espalier/dom/NodeList.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+/// \cond
+namespace Dom::detail {
+
+/// A name with its namespace, held once per document.
+struct NodeName {
+    astring qualified;
+    const astring* uri;  // never null
+    std::size_t colon;   // where the first ":" is; npos without one
+    DocumentData* data;  // of the document that holds the name
+    std::size_t hash;
+    const NodeName* chain;  // the next name with such a hash
+
+    std::string_view Prefix() const {
+        return colon == astring::npos ? std::string_view() : qualified.view().substr(0, colon);
+    }
+    std::string_view LocalName() const {
+        return colon == astring::npos ? qualified.view() : qualified.view().substr(colon + 1);
+    }
+    ESPALIER_EXPORT Document* Owner() const;
+};
+
+/// The marks of a node.
+class NodeFlags {
+protected:
+    enum Flag : std::uint32_t {
+        ReadOnly = 1,
+        ValueBearing = 2,  // the last word is a value
+        OtherFirst = 4,    // FirstChild() differs from the true first child
+        ImpliedText = 8,   // an attribute whose single text child has not been asked for
+        SlowFirst = OtherFirst | ImpliedText,
+        OtherPrevious = 16,       // PreviousSibling() differs from the true one
+        OtherNext = 32,           // NextSibling() differs from the true one
+        IsTarget = 64,            // some other node's link differs and leads here
+        InPool = 128,             // the memory is the document's
+        SharedValue = 256,        // the value is not the node's own
+        OwnsBuffer = 512,         // the value may hold memory outside of the pool
+        IsSpecified = 1024,       // of an attribute
+        InMap = 2048,             // of an attribute: its element's map holds it
+        FieldIsEmpty = 4096,      // of an attribute: NodeValue() is empty although there is a value
+        IsOrphan = 8192,          // of an attribute: its owner element has another in its place
+        HasOrphans = 16384,       // of an element that some orphans name
+        NeedsDestruction = 32768  // counted by the document: to be destroyed one by one
+    };
+
+    bool Has(Flag flag) const { return (flags_ & flag) != 0; }
+    void Set(Flag flag, bool value = true) { flags_ = value ? flags_ | flag : flags_ & ~flag; }
+
+private:
+    std::uint32_t flags_ = 0;
+};
+
+/// The list of the children of a node, which holds the link to the first one, too.
+class ChildList {
+protected:
+    NodeList list;
+};
+
+}  // namespace Dom::detail
+/// \endcond
