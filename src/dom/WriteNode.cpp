@@ -22,7 +22,11 @@
 #include <espalier/xml/XmlNsSupport.h>
 #include <espalier/xml/XmlTextWriter.h>
 
+#include "dom/AttributeTable.h"
+#include "dom/NodeAccess.h"
+
 #include <new>  // std::bad_alloc
+#include <span>
 #include <string_view>
 
 namespace Dom {
@@ -46,10 +50,20 @@ astring Spaced(std::string_view text, std::string_view pair) {
     return spaced;
 }
 
-Node* NextChild(const Node& node) {
-    ChildRange::Iterator next(const_cast<Node*>(&node));
-    ++next;
-    return next == ChildRange::Iterator() ? nullptr : &*next;
+using detail::NodeAccess;
+using Attribute = detail::AttributeTable::Entry;
+
+std::span<const Attribute> AttributesOf(const Element& element) {
+    const detail::AttributeTable* const table = NodeAccess::Table(element);
+    return table == nullptr ? std::span<const Attribute>() : table->All();
+}
+
+// Tells whether the attribute has a reference among its children.
+bool HasReference(const Attr& attribute) {
+    const Node* part = NodeAccess::First(attribute);
+    while (part != nullptr && part->NodeType() != DOMNodeType::ENTITY_REFERENCE_NODE)
+        part = NodeAccess::Next(*part);
+    return part != nullptr;
 }
 
 class TreeWriter {
@@ -74,10 +88,12 @@ private:
     void StartUnprefixed(const Element& element, bool declaresDefault);
     void StartPrefixed(const Element& element);
     bool IsDeclaredHere(const sax::XmlNamespace& binding) const;
-    bool IsFollowed(const AttributeView& attribute);
+    bool KeepsPrefix(const detail::NodeName& name) const;
     void WriteAttributes(const Element& element);
-    void WriteAttribute(const AttributeView& attribute);
+    void StartAttribute(const detail::NodeName& name, bool keepsPrefix);
+    void WriteAttribute(const Attribute& attribute, bool keepsPrefix);
     void WriteAlone(const Attr& attribute);
+    void WriteParts(const Attr& attribute);
     void Follow(std::string_view prefix, std::string_view uri);
 
     Xml::XmlTextWriter& writer_;
@@ -100,13 +116,13 @@ void TreeWriter::Write(const Node& root) {
     const Node* node = &root;
     bool isNew = true;
     for (;;) {
-        if (isNew && Begin(*node) && !node->Children().empty()) {
-            node = &*node->Children().begin();
+        if (isNew && Begin(*node) && NodeAccess::First(*node) != nullptr) {
+            node = NodeAccess::First(*node);
             continue;
         }
         End(*node);
         if (node == &root) return;
-        const Node* const next = NextChild(*node);
+        const Node* const next = NodeAccess::Next(*node);
         isNew = next != nullptr;
         node = isNew ? next : node->ParentNode();
     }
@@ -225,14 +241,16 @@ void TreeWriter::BeginElement(const Element& element) {
 // is among them.
 bool TreeWriter::FollowDeclarations(const Element& element) {
     bool declaresDefault = false;
-    for (const AttributeView attribute : element.AttributeViews()) {
-        if (attribute.Prefix() == kXmlns) {
-            Follow(attribute.LocalName(), attribute.Value());
-        } else if (attribute.Name() == kXmlns) {
+    for (const Attribute& attribute : AttributesOf(element)) {
+        const detail::NodeName& name = attribute.Name();
+        if (name.Prefix() == kXmlns) {
+            Follow(name.LocalName(), attribute.Value());
+        } else if (name.qualified == kXmlns) {
             declaresDefault = true;
             // On an element without a namespace it is an attribute like others: the tree was
             // loaded without namespaces, and the elements below have none either.
-            Follow({}, element.NamespaceURI().empty() ? std::string_view() : attribute.Value());
+            Follow({},
+                   element.NamespaceURI().empty() ? std::string_view() : attribute.Value().view());
         }
     }
     return declaresDefault;
@@ -277,51 +295,83 @@ bool TreeWriter::IsDeclaredHere(const sax::XmlNamespace& binding) const {
 
 // Attributes.
 
-// Tells whether the attribute can be written with the prefix that it has.
-bool TreeWriter::IsFollowed(const AttributeView& attribute) {
-    const bool isPlain = attribute.NamespaceURI().empty() || attribute.Name() == kXmlns ||
-                         attribute.Prefix() == "xml" || attribute.Prefix() == kXmlns;
+// Tells whether an attribute of that name can be written as it is named.
+bool TreeWriter::KeepsPrefix(const detail::NodeName& name) const {
+    const bool isPlain = name.uri->empty() || name.qualified == kXmlns || name.Prefix() == "xml" ||
+                         name.Prefix() == kXmlns;
     if (isPlain || !namespaces_) return true;
-    if (attribute.Prefix().empty()) return false;
-    const sax::XmlNamespace* const bound = scope_.FindPrefix(attribute.Prefix());
-    return bound == nullptr || bound->uri == attribute.NamespaceURI();
+    if (name.Prefix().empty()) return false;
+    const sax::XmlNamespace* const bound = scope_.FindPrefix(name.Prefix());
+    return bound == nullptr || bound->uri == *name.uri;
 }
 
 void TreeWriter::WriteAttributes(const Element& element) {
     bool hasOthers = false;
-    for (const AttributeView attribute : element.AttributeViews()) {
-        if (IsFollowed(attribute)) {
-            WriteAttribute(attribute);
+    for (const Attribute& attribute : AttributesOf(element)) {
+        if (KeepsPrefix(attribute.Name())) {
+            WriteAttribute(attribute, true);
         } else {
             hasOthers = true;
         }
     }
     if (!hasOthers) return;
     // Last, when all prefixes of the tag are known, those for which the writer finds one.
-    for (const AttributeView attribute : element.AttributeViews()) {
-        if (IsFollowed(attribute)) continue;
-        writer_.WriteAttributeString(attribute.LocalName(), attribute.NamespaceURI(),
-                                     attribute.Value());
+    for (const Attribute& attribute : AttributesOf(element)) {
+        if (!KeepsPrefix(attribute.Name())) WriteAttribute(attribute, false);
     }
 }
 
-void TreeWriter::WriteAttribute(const AttributeView& attribute) {
-    const std::string_view prefix = attribute.Prefix();
-    const astring& uri = attribute.NamespaceURI();
-    const bool isSpecial = prefix == kXmlns || prefix == "xml";
-    if (!namespaces_ || attribute.Name() == kXmlns || (uri.empty() && !isSpecial)) {
-        writer_.WriteAttributeString(attribute.Name(), attribute.Value());
-    } else if (isSpecial) {
-        writer_.WriteAttributeString(prefix, attribute.LocalName(), nullptr, attribute.Value());
+void TreeWriter::StartAttribute(const detail::NodeName& name, bool keepsPrefix) {
+    const std::string_view prefix = name.Prefix();
+    if (!namespaces_ || name.qualified == kXmlns) {
+        writer_.WriteStartAttribute(name.qualified);
+    } else if (prefix == kXmlns || prefix == "xml") {
+        writer_.WriteStartAttribute(prefix, name.LocalName(), nullptr);
+    } else if (name.uri->empty()) {
+        writer_.WriteStartAttribute(name.qualified);
+    } else if (keepsPrefix) {
+        writer_.WriteStartAttribute(prefix, name.LocalName(), *name.uri);
     } else {
-        writer_.WriteAttributeString(prefix, attribute.LocalName(), uri, attribute.Value());
+        writer_.WriteStartAttribute(name.LocalName(), *name.uri);
     }
+}
+
+void TreeWriter::WriteAttribute(const Attribute& attribute, bool keepsPrefix) {
+    const detail::NodeName& name = attribute.Name();
+    const Attr* const node = attribute.Node();
+    if (node != nullptr && HasReference(*node)) {
+        StartAttribute(name, keepsPrefix);
+        WriteParts(*node);
+    } else if (name.uri->empty() && name.Prefix().empty()) {
+        writer_.WriteAttributeString(name.qualified, attribute.Value());
+        return;
+    } else {
+        StartAttribute(name, keepsPrefix);
+        writer_.WriteString(attribute.Value());
+    }
+    writer_.WriteEndAttribute();
 }
 
 void TreeWriter::WriteAlone(const Attr& attribute) {
-    writer_.WriteStartAttribute(attribute.NodeName());
-    writer_.WriteString(attribute.Value());
+    const detail::NodeName& name = NodeAccess::Name(attribute);
+    StartAttribute(name, KeepsPrefix(name));
+    WriteParts(attribute);
     writer_.WriteEndAttribute();
+}
+
+void TreeWriter::WriteParts(const Attr& attribute) {
+    if (!HasReference(attribute)) {
+        writer_.WriteString(attribute.Value());
+        return;
+    }
+    for (const Node* part = NodeAccess::First(attribute); part != nullptr;
+         part = NodeAccess::Next(*part)) {
+        if (part->NodeType() == DOMNodeType::ENTITY_REFERENCE_NODE) {
+            writer_.WriteEntityRef(part->NodeName());
+        } else {
+            writer_.WriteString(part->NodeValue());
+        }
+    }
 }
 
 }  // namespace
