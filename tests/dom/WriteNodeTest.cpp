@@ -47,9 +47,9 @@ TEST(WriteNode, ADocumentBeginsWithADeclaration) {
     Document document;
     document.LoadXml("<!--1--><a><b>t</b></a><?p 2?>");
     EXPECT_EQ(Written(document),
-              R"(<?xml version="1.0" encoding="utf-8"?><!--1--><a><b>t</b></a><?p 2?>)");
+              R"(<?xml version="1.0" encoding="UTF-8"?><!--1--><a><b>t</b></a><?p 2?>)");
     document.SetXmlStandalone(true);
-    EXPECT_EQ(Written(document), R"(<?xml version="1.0" encoding="utf-8" standalone="yes"?>)"
+    EXPECT_EQ(Written(document), R"(<?xml version="1.0" encoding="UTF-8" standalone="yes"?>)"
                                  R"(<!--1--><a><b>t</b></a><?p 2?>)");
 }
 
@@ -60,7 +60,7 @@ TEST(WriteNode, ADocumentAddsToWhatHasBegun) {
     begun->WriteStartDocument(false);
     WriteNode(document, *begun);
     EXPECT_EQ(begun.Text(),
-              R"(<?xml version="1.0" encoding="utf-8" standalone="no"?><!--1--><a/>)");
+              R"(<?xml version="1.0" encoding="UTF-8" standalone="no"?><!--1--><a/>)");
 
     MemoryWriter inside;
     inside->WriteStartElement("r");
@@ -70,7 +70,7 @@ TEST(WriteNode, ADocumentAddsToWhatHasBegun) {
 }
 
 TEST(WriteNode, AnEmptyDocumentIsADeclaration) {
-    EXPECT_EQ(Written(Document()), R"(<?xml version="1.0" encoding="utf-8"?>)");
+    EXPECT_EQ(Written(Document()), R"(<?xml version="1.0" encoding="UTF-8"?>)");
 }
 
 TEST(WriteNode, TheTypeOfADocumentIsWrittenWhenItNamesTheRoot) {
@@ -89,7 +89,7 @@ TEST(WriteNode, TheTypeOfADocumentIsWrittenWhenItNamesTheRoot) {
         const std::string_view root = c.root;
         const Document document(root == "a" ? "" : "urn:u", root, &type, nullptr);
         EXPECT_EQ(Written(document),
-                  std::string(R"(<?xml version="1.0" encoding="utf-8"?>)") + c.written);
+                  std::string(R"(<?xml version="1.0" encoding="UTF-8"?>)") + c.written);
     }
 }
 
@@ -99,7 +99,7 @@ TEST(WriteNode, ATypeThatIsAChildIsWrittenWhereItStands) {
     document.AppendChild(new Dom::DocumentType("a", "", "s", &document));
     document.AppendChild(document.CreateElement("a"));
     EXPECT_EQ(Written(document),
-              R"(<?xml version="1.0" encoding="utf-8"?><!--c--><!DOCTYPE a SYSTEM "s"><a/>)");
+              R"(<?xml version="1.0" encoding="UTF-8"?><!--c--><!DOCTYPE a SYSTEM "s"><a/>)");
 }
 
 TEST(WriteNode, BlankTextsOutsideOfElementsAreLeftOut) {
@@ -107,7 +107,7 @@ TEST(WriteNode, BlankTextsOutsideOfElementsAreLeftOut) {
     document.AppendChild(document.CreateTextNode("\n"));
     document.AppendChild(document.CreateElement("a"));
     document.AppendChild(document.CreateTextNode(""));
-    EXPECT_EQ(Written(document), R"(<?xml version="1.0" encoding="utf-8"?><a/>)");
+    EXPECT_EQ(Written(document), R"(<?xml version="1.0" encoding="UTF-8"?><a/>)");
     document.AppendChild(document.CreateTextNode("x "));
     EXPECT_THROW_TEXT(Written(document), "Invalid Operation: Text not allowed in this state", -1,
                       -1);
@@ -387,7 +387,7 @@ TEST(WriteNode, AnOpenElementsNamespacesAreInForce) {
     WriteNode(*b, *writer);
     WriteNode(*c, *writer);
     writer->WriteEndElement();
-    EXPECT_EQ(writer.Text(), R"(<r xmlns="urn:d" xmlns:p="urn:p"><b p:x="1"/><p:c/></r>)");
+    EXPECT_EQ(writer.Text(), R"(<r xmlns:p="urn:p" xmlns="urn:d"><b p:x="1"/><p:c/></r>)");
 
     MemoryWriter other;
     other->WriteStartElement("r");
