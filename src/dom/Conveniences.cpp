@@ -23,6 +23,7 @@ namespace Dom {
 
 using detail::AttributeTable;
 using detail::NodeAccess;
+using detail::NodeName;
 
 namespace {
 
@@ -89,7 +90,6 @@ private:
     Node* Import(const Element& element) const;
     Attr* Import(const NodeName& name, std::string_view value) const;
 
-    using NodeName = detail::NodeName;
     Document& document_;
 };
 

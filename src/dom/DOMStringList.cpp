@@ -11,7 +11,7 @@ const astring& DOMStringList::Item(std::size_t index) const {
 }
 
 bool DOMStringList::Contains(std::string_view string) const {
-    return std::ranges::find(strings_, string) != strings_.end();
+    return std::ranges::any_of(strings_, [string](const astring& one) { return one == string; });
 }
 
 }  // namespace Dom

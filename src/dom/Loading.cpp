@@ -6,7 +6,7 @@
 #include <espalier/dom/Document.h>
 #include <espalier/io/FileMode.h>
 #include <espalier/io/FileStream.h>
-#include <espalier/io/StringStream.h>
+#include <espalier/io/MemoryStream.h>
 #include <espalier/xml/XmlTextReader.h>
 
 #include "dom/DirectBuilder.h"
@@ -51,8 +51,8 @@ void Document::Load(std::string_view uri) {
 }
 
 void Document::LoadXml(std::string_view xml, std::string_view uri) {
-    const astring text(xml);
-    IO::StringStream stream(text, false);
+    IO::MemoryStream stream(reinterpret_cast<const unsigned char*>(xml.data()),
+                            static_cast<long>(xml.size()));
     LoadStream(*this, stream, uri);
 }
 

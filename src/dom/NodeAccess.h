@@ -18,7 +18,8 @@ namespace Dom::detail {
 /// What the code of this layer does with nodes beyond their interface.
 class NodeAccess {
 public:
-    using Flag = NodeFlags::Flag;
+    using Flag = Node::Flag;
+    static constexpr Flag kImpliedText = Node::ImpliedText;
 
     static DocumentData& Data(const Node& node) { return *node.name_->data; }
     static const NodeName& Name(const Node& node) { return *node.name_; }
@@ -143,6 +144,9 @@ public:
         document.xmlVersion_ = version;
         document.xmlEncoding_ = encoding;
         document.xmlStandalone_ = standalone;
+    }
+    static void SetLoadedVersion(Document& document, std::string_view version) {
+        document.xmlVersion_ = version;
     }
     static void SetInputEncoding(Document& document, std::string_view encoding) {
         document.inputEncoding_ = encoding;

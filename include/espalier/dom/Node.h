@@ -55,7 +55,7 @@ public:
     /// element has clones of the attributes. The caller owns it.
     ///
     /// Deliberate: a clone never has children, whatever `deep` says. CloneTree() copies them too.
-    virtual Node* CloneNode(bool deep);
+    virtual Node* CloneNode(bool deep) = 0;
 
     /// \name Properties
     /// @{
