@@ -129,9 +129,7 @@ void DirectBuilder::AddValue(Node& parent, const NodeName* name) {
 }
 
 void DirectBuilder::AddText(Node& parent) {
-    astring* const value = reader_.NodeType() == XmlNodeType::Text
-                               ? data_.PlaceValue(reader_.Value())
-                               : data_.PlaceWhitespace(reader_.Value());
+    astring* const value = data_.PlaceShared(reader_.Value());
     Text* const text =
         NodeAccess::MakeLinked<Text>(data_, data_.Name(DocumentData::FixedName::Text));
     NodeAccess::SetSharedValue(*text, value);

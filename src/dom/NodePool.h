@@ -52,7 +52,7 @@ private:
     static constexpr std::size_t kFirstChunk = 2048;
     static constexpr std::size_t kUsualChunk = 64 * 1024 - 64;
     static constexpr std::size_t kLargestChunk = 64 * 1024 * 1024;
-    static constexpr std::size_t kShare = 8;  // of all memory, that a chunk of a large pool takes
+    static constexpr std::size_t kShare = 16;  // of all memory, that a chunk of a large pool takes
 
     struct FreeBlock {
         FreeBlock* next;
