@@ -23,6 +23,7 @@ const astring& LocalNameOf(const XmlAttribute& attribute) {
 }  // namespace
 
 void AttributeHandler::LoadAll() {
+    count_ = core_.AttributeCount();
     if (isIndexed_) {
         pairs_.Clear();
         isIndexed_ = false;
