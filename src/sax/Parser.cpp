@@ -56,10 +56,7 @@ public:
           stopDepth(isOwn ? -1 : source.Depth()),
           parser_(parser) {}
 
-    ~Run() {
-        StopReading();
-        if (isOwn) reader.Close();
-    }
+    ~Run() { StopReading(); }
 
     Run(const Run&) = delete;
     Run& operator=(const Run&) = delete;
@@ -99,9 +96,9 @@ public:
     /// Returns the attributes of the current element, which `attributes` has loaded. They stay,
     /// too.
     const Attributes& TakeAttributes() {
-        if (!isOwn) [[unlikely]]
-            return keptAttributes_.emplace(attributes);
-        return attributes;
+        if (isOwn || attributes.getLength() == 0) [[likely]]
+            return attributes;
+        return keptAttributes_.emplace(attributes);
     }
 
     XmlTextReader& reader;
@@ -186,8 +183,6 @@ XmlTextReader& Parser::OpenInput(const InputSource& input) {
                               input.getCharacterStream() == nullptr;
     if (bringsReader && input.getReader() != nullptr) return *input.getReader();
     if (own_ == nullptr) own_ = std::make_unique<XmlTextReader>();
-    // It is open when memory ran out between here and the parse.
-    if (own_->ReadState() != XmlTextReader::Closed) own_->Close();
     own_->SetNamespaces(settings.namespaces);
     own_->SetEntityHandling(Xml::XmlEntityHandling::ExpandCharEntities);
     std::unique_ptr<IO::Stream> stream;
@@ -209,10 +204,13 @@ XmlTextReader& Parser::OpenInput(const InputSource& input) {
 void Parser::Parse(const InputSource& input) {
     if (isBusy_) throw SAXException(Message::kInvalidOperation);
     struct Busy {
-        bool& flag;
-        explicit Busy(bool& busy) : flag(busy) { flag = true; }
-        ~Busy() { flag = false; }
-    } const busy(isBusy_);
+        Parser& parser;
+        explicit Busy(Parser& busy) : parser(busy) { parser.isBusy_ = true; }
+        ~Busy() {
+            if (parser.own_ != nullptr) parser.own_->Close();
+            parser.isBusy_ = false;
+        }
+    } const busy(*this);
     Run run(*this, OpenInput(input), input);
     ParseDocument(input, run);
     if (settings.contentHandler != nullptr) settings.contentHandler->endDocument();
