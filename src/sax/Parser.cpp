@@ -16,12 +16,12 @@
 #include "sax/AttributeHandler.h"
 #include "sax/LocatorHandler.h"
 #include "sax/Messages.h"
+#include "sax/TextParts.h"
 #include "xml/ReaderAccess.h"
 #include "xml/ReaderCore.h"
 
 #include <climits>
 
-#include <algorithm>  // std::min
 #include <cstring>
 #include <optional>
 
@@ -396,10 +396,11 @@ bool Parser::DispatchRare(Run& run) {
 
 // Reports a text of gigabytes in parts.
 void Parser::ReportLongText(const astring& text, TextEvent event) const {
-    const std::size_t end = text.length();  // a handler may move a reader that is its own
-    for (std::size_t start = 0; start < end;) {
+    const std::size_t end = text.length();
+    // A handler that moves a reader of its own has another text put in the place of this one.
+    for (std::size_t start = 0; start < end && text.length() == end;) {
         if (settings.contentHandler == nullptr) return;
-        const std::size_t length = std::min<std::size_t>(end - start, INT_MAX);
+        const std::size_t length = PartLength(text, start, INT_MAX);
         (settings.contentHandler->*event)(text.c_str() + start, 0, static_cast<int>(length));
         start += length;
     }
