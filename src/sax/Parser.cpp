@@ -185,6 +185,7 @@ XmlTextReader& Parser::OpenInput(const InputSource& input) {
     if (own_ == nullptr) own_ = std::make_unique<XmlTextReader>();
     own_->SetNamespaces(settings.namespaces);
     own_->SetEntityHandling(Xml::XmlEntityHandling::ExpandCharEntities);
+    own_->SetEntityLimits(settings.entityLimits);
     std::unique_ptr<IO::Stream> stream;
     if (input.getByteStream() != nullptr) {
         own_->SetStream(input.getByteStream(), false);
