@@ -8,7 +8,8 @@
 #include <vector>
 
 /// \file
-/// Files of cases for the reader: documents with the nodes that they have.
+/// Files of cases for the reader: documents with the nodes that they have. Those for the events are
+/// of the same form, with "--- events" in the place of "--- nodes".
 ///
 ///     === an empty element yields no end element {namespaces off; whitespace none}
 ///     <a x="1"/>
@@ -36,19 +37,23 @@ struct ReaderCase {
     /// Returns the document in UTF-8.
     std::string Document() const;
 
-    /// \throws std::invalid_argument for an unknown setting
+    /// Returns the settings one by one.
+    std::vector<std::string> SettingTexts() const;
+
+    /// \throws std::invalid_argument for a setting that is none of the reader
     ReaderSettings Settings() const;
 
     Forms AllowedForms() const;
 };
 
 struct CaseFile {
+    std::string mark;  ///< between a document and what is expected of it
     std::string heading;
     std::vector<ReaderCase> cases;
 
     /// Reads a file.
     /// \throws std::runtime_error when it cannot be read or has not the form described above
-    static CaseFile Load(const std::string& fileName);
+    static CaseFile Load(const std::string& fileName, const std::string& mark = "--- nodes");
 
     void Save(const std::string& fileName) const;
 };
