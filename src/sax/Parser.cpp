@@ -53,6 +53,8 @@ public:
           locator(source, input),
           attributes(source),
           isOwn(&source == parser.own_.get()),
+          // Deliberate: a reader that stands on a start tag has read it, so it is not reported. The
+          // end tag is, and ends the parse, as does any other at the depth of the first node.
           stopDepth(isOwn ? -1 : source.Depth()),
           parser_(parser) {}
 
