@@ -43,8 +43,8 @@ astring With(const char* message, std::string_view name) {
 
 }  // namespace
 
-/// One parse: its reader and what belongs to it. Whatever ends it, the reader is left as it was
-/// found, and the parser is ready for the next.
+/// One parse: its reader and what belongs to it. Whatever ends it, the settings of the reader are
+/// left as they were found.
 class Parser::Run {
 public:
     Run(Parser& parser, XmlTextReader& source, const InputSource& input)
@@ -206,6 +206,7 @@ XmlTextReader& Parser::OpenInput(const InputSource& input) {
 
 void Parser::Parse(const InputSource& input) {
     if (isBusy_) throw SAXException(Message::kInvalidOperation);
+    // Made before anything is opened: whatever ends the parse, the parser is ready for the next.
     struct Busy {
         Parser& parser;
         explicit Busy(Parser& busy) : parser(busy) { parser.isBusy_ = true; }
