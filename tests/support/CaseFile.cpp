@@ -3,6 +3,9 @@
 
 #include "support/EscapedText.h"
 
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -124,6 +127,19 @@ void CaseFile::Save(const std::string& fileName) const {
         out << mark << "\n" << readerCase.expected;
     }
     if (!out.flush()) throw std::runtime_error("cannot write " + fileName);
+}
+
+std::vector<std::string> CaseFileNames(const std::string& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        names.push_back(entry.path().stem().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+bool IsCaseUpdate() {
+    const char* const update = std::getenv("ESPALIER_UPDATE_CASES");
+    return update != nullptr && std::string_view(update) == "1";
 }
 
 }  // namespace support

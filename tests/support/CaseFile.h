@@ -4,6 +4,7 @@
 #include "support/DocumentForms.h"
 #include "support/ReaderSettings.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -57,5 +58,17 @@ struct CaseFile {
 
     void Save(const std::string& fileName) const;
 };
+
+/// How many cases a file has, so that none is lost unseen.
+struct CaseCount {
+    const char* name;  ///< of the file, without extension
+    std::size_t cases;
+};
+
+/// Returns the names of the files of a folder, without extension, in their order.
+std::vector<std::string> CaseFileNames(const std::string& folder);
+
+/// Tells whether files of cases are to be written anew: whether ESPALIER_UPDATE_CASES is 1.
+bool IsCaseUpdate();
 
 }  // namespace support
