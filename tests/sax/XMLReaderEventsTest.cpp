@@ -168,6 +168,27 @@ TEST(XMLReaderAttributes, AreThoseOfTheirElementAlone) {
     EXPECT_EQ(element, 4);
 }
 
+// So many that they are indexed; the next elements have others, and few.
+TEST(XMLReaderAttributes, AreFoundByNamespaceInTheirElementAlone) {
+    std::string forwards;
+    std::string backwards;
+    for (int i = 0; i < 20; ++i) {
+        const std::string one = " l" + std::to_string(i) + "='x'";
+        forwards += one;
+        backwards = one + backwards;
+    }
+    int element = 0;
+    CheckAttributes("<a" + forwards + " only='x'><b" + backwards + "/><c" + backwards +
+                        "/><d l1='x' l0='x'/><e/></a>",
+                    [&element](const sax::Attributes& attributes) {
+                        for (int i = 0; i < attributes.getLength(); ++i)
+                            EXPECT_EQ(attributes.getIndex("", attributes.getLocalName(i)), i);
+                        EXPECT_EQ(attributes.getIndex("", "only"), element == 0 ? 20 : -1);
+                        ++element;
+                    });
+    EXPECT_EQ(element, 5);
+}
+
 // Copies of all kinds, also by the type that the object has beneath the interface.
 TEST(XMLReaderAttributes, CanBeKeptInCopies) {
     using sax::helpers::AttributesImpl;
