@@ -121,6 +121,10 @@ public:
     /// Returns what the document type declares, or null when it has no subset.
     const EntityTable* Entities() const { return entities_.get(); }
     int AttributeIndex() const { return attributeIndex_; }
+    /// Returns the name of the element that the reader stands on.
+    XmlName& ElementName() const { return *Top().name; }
+    /// Returns a number that changes with the namespaces that are declared.
+    unsigned long NamespaceGeneration() const { return nsSupport_.Generation(); }
     const astring& LookupNamespace(std::string_view prefix) const;
 
 private:

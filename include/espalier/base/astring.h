@@ -63,6 +63,13 @@ public:
     using Standard = std::basic_string<Char>;
     /// @}
 
+    /// A buffer that somebody else owns, with a text in it.
+    struct Placed {
+        Char* buffer;      ///< outlives the string, and those that it is moved to
+        size_type length;  ///< of the text, which a NUL follows
+        size_type room;    ///< of the buffer, a multiple of 16 bytes
+    };
+
     /// "Not found", and "to the end" where a count is wanted.
     static constexpr size_type npos = Standard::npos;
 
@@ -74,6 +81,10 @@ public:
     BasicString(View text) : BasicString() { append(text); }
     BasicString(const Standard& text) : BasicString(View(text)) {}
     explicit BasicString(TstrCharacterRange range) : BasicString(View(range)) {}
+    /// Makes a string whose text is in the buffer of somebody else. A longer text gets another
+    /// buffer, and so does the text of a copy.
+    explicit BasicString(Placed text) noexcept
+        : data_(text.buffer), length_(text.length), capacity_((text.room - 1) | kIsPlaced) {}
     BasicString(const BasicString& other) : BasicString(other.view()) {}
     BasicString(BasicString&& other) noexcept : BasicString() { Take(other); }
     ~BasicString() { Free(); }
@@ -243,7 +254,9 @@ public:
     const Char* data() const noexcept { return data_; }
     size_type length() const noexcept { return length_; }
     size_type size() const noexcept { return length_; }
-    size_type capacity() const noexcept { return IsInside() ? kBlock - 1 : capacity_; }
+    size_type capacity() const noexcept {
+        return IsInside() ? kBlock - 1 : capacity_ & ~kIsPlaced;
+    }
     bool empty() const noexcept { return length_ == 0; }
     /// @}
 
@@ -378,7 +391,8 @@ private:
     }
 
     void Free() noexcept {
-        if (!IsInside()) std::allocator<Char>().deallocate(data_, capacity_ + 1);
+        if (IsInside() || (capacity_ & kIsPlaced) != 0) return;
+        std::allocator<Char>().deallocate(data_, capacity_ + 1);
     }
 
     // Takes the text of `other`, which becomes empty; this string's own text is gone already.
@@ -396,6 +410,7 @@ private:
     }
 
     static constexpr size_type kMostCharacters = npos / (2 * sizeof(Char)) - kBlock;
+    static constexpr size_type kIsPlaced = ~(npos >> 1);  // in the capacity: not to be freed
 
     Char* data_ = inside_;
     size_type length_ = 0;

@@ -44,7 +44,13 @@ public:
 
 private:
     friend class NamedNodeMap;
+    friend class Node;
     friend class detail::NodeAccess;
+
+    // Made in the pool, without a value.
+    explicit Attr(const detail::NodeName* name);
+
+    Node* MakeImpliedText();
 
     Element* ownerElement_ = nullptr;
     mutable std::unique_ptr<astring> joined_;  // the value, when it is that of several children

@@ -36,6 +36,9 @@ public:
 protected:
     CharacterData(DOM_NODE_TYPE type, std::string_view name, std::string_view data,
                   Document* ownerDocument);
+    /// \cond
+    CharacterData(DOM_NODE_TYPE type, const detail::NodeName* name);
+    /// \endcond
 };
 
 }  // namespace Dom

@@ -2,14 +2,17 @@
 #pragma once
 
 #include <algorithm>  // std::copy, std::copy_backward, std::find
+#include <cstddef>
 #include <memory>
 #include <type_traits>
+#include <utility>  // std::move
 
 namespace Dom {
 
 /// A list that owns what its pointers lead to.
 ///
-/// Clear() and the destructor delete the items. Who removes an item owns it from then on.
+/// Clear() and the destructor delete the items. Who removes an item owns it from then on. Indexes
+/// are compared before they are narrowed, so one beyond 32 bits is never an item.
 ///
 /// \tparam Pointer a pointer to a class with a virtual destructor
 template <typename Pointer>
@@ -26,6 +29,8 @@ public:
     virtual ~DOMList() { Clear(); }
 
     unsigned Length() const { return count_; }
+    /// Returns how many items there is room for: a multiple of 16.
+    unsigned Capacity() const { return capacity_; }
     /// Returns item `index`, from 0 on, or null when there are not as many.
     Pointer Item(unsigned long index) const { return index < count_ ? items_[index] : nullptr; }
 
@@ -33,10 +38,11 @@ public:
     void AddItem(Pointer item) { AddItemAt(count_, item); }
     /// Adds an item before item `index`, or at the end when there are not as many.
     void AddItemAt(unsigned long index, Pointer item) {
-        if (count_ == capacity_) Grow();
         const unsigned at = index < count_ ? static_cast<unsigned>(index) : count_;
-        std::copy_backward(begin() + at, end(), end() + 1);
-        items_[at] = item;
+        if (count_ == capacity_) Grow();
+        Pointer* const items = items_.get();
+        std::copy_backward(items + at, items + count_, items + count_ + 1);
+        items[at] = item;
         ++count_;
     }
 
@@ -47,7 +53,8 @@ public:
     /// Takes item `index` out; nothing happens when there are not as many.
     void RemoveItemAt(unsigned long index) {
         if (index >= count_) return;
-        std::copy(begin() + index + 1, end(), begin() + index);
+        Pointer* const items = items_.get();
+        std::copy(items + index + 1, items + count_, items + index);
         --count_;
     }
 
@@ -59,8 +66,6 @@ public:
 
     /// \name Iteration
     /// @{
-    Pointer* begin() { return items_.get(); }
-    Pointer* end() { return items_.get() + count_; }
     const Pointer* begin() const { return items_.get(); }
     const Pointer* end() const { return items_.get() + count_; }
     /// @}
@@ -68,16 +73,24 @@ public:
 private:
     static constexpr unsigned kStep = 16;
 
+    // The capacity grows by steps; the memory behind it by half, so that filling a list takes
+    // linear time.
     void Grow() {
-        auto items = std::make_unique<Pointer[]>(capacity_ + kStep);
-        std::copy(begin(), end(), items.get());
-        items_ = std::move(items);
-        capacity_ += kStep;
+        const unsigned capacity = capacity_ + kStep;
+        if (capacity > size_) {
+            const std::size_t size = std::max<std::size_t>(capacity, size_ + size_ / 2);
+            auto items = std::make_unique<Pointer[]>(size);
+            std::copy(begin(), end(), items.get());
+            items_ = std::move(items);
+            size_ = size;
+        }
+        capacity_ = capacity;
     }
 
     std::unique_ptr<Pointer[]> items_;
     unsigned count_ = 0;
     unsigned capacity_ = 0;
+    std::size_t size_ = 0;  // of the array; not less than the capacity
 };
 
 }  // namespace Dom

@@ -171,9 +171,14 @@ protected:
     /// "name" is `name`.
     NodeList GetElementsByName(std::string_view name) const;
 
+    /// Takes over what CloneNode() copies besides the implementation and the document type.
+    void CopyProperties(const Document& other);
+
 private:
     friend class detail::NodeAccess;
     friend class Node;
+
+    void CheckVersion(std::string_view version) const;
 
     astring documentURI_;
     astring inputEncoding_;

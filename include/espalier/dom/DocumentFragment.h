@@ -14,6 +14,12 @@ public:
 
     void* QueryInterface(const char* name) override;
     Node* CloneNode(bool deep) override;
+
+private:
+    friend class detail::NodeAccess;
+
+    // Made in the pool, without a value.
+    explicit DocumentFragment(const detail::NodeName* name);
 };
 
 }  // namespace Dom

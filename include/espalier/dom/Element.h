@@ -97,6 +97,9 @@ private:
     friend class Node;
     friend class detail::NodeAccess;
 
+    // Made in the pool, without a value.
+    explicit Element(const detail::NodeName* name);
+
     detail::AttributeTable& Table();
 };
 

@@ -12,6 +12,12 @@ public:
 
     void* QueryInterface(const char* name) override;
     Node* CloneNode(bool deep) override;
+
+private:
+    friend class detail::NodeAccess;
+
+    // Made in the pool, without a value.
+    explicit EntityReference(const detail::NodeName* name);
 };
 
 }  // namespace Dom

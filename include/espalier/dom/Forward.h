@@ -40,6 +40,7 @@ class StyleSheetListImpl;
 namespace detail {
 class AttributeTable;
 class DocumentData;
+struct ListPlace;
 class NodeAccess;
 struct NodeName;
 }  // namespace detail

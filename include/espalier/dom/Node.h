@@ -55,7 +55,7 @@ public:
     /// element has clones of the attributes. The caller owns it.
     ///
     /// Deliberate: a clone never has children, whatever `deep` says. CloneTree() copies them too.
-    virtual Node* CloneNode(bool deep);
+    virtual Node* CloneNode(bool deep) = 0;
 
     /// \name Properties
     /// @{
@@ -181,8 +181,9 @@ public:
     /// As ReplaceChild(), with the same errors, but all links tell of it.
     Node* ExchangeChild(Node* newChild, Node* oldChild);
 
-    /// Destroys the node; nothing happens to a null pointer.
+    /// Destroys the node, or the one that is given; nothing happens to a null pointer.
     void DestroyNode();
+    static void DestroyNode(Node* node);
 
     /// @}
     /// \name Conveniences
@@ -216,9 +217,7 @@ public:
     /// \cond
     // Memory: nodes that a document makes lie in its pool, others on the heap.
     static void* operator new(std::size_t size);
-    static void* operator new(std::size_t size, detail::DocumentData& data);
     static void operator delete(void* memory);
-    static void operator delete(void* memory, detail::DocumentData& data);
     static void operator delete(Node* node, std::destroying_delete_t);
     /// \endcond
 
@@ -226,8 +225,12 @@ protected:
     /// \param ownerDocument may be null for a document and for a document type
     Node(DOM_NODE_TYPE type, std::string_view namespaceURI, std::string_view name,
          Document* ownerDocument);
-    /// Makes a document, which is named "#document" and has no owner.
+    /// \cond
+    // Makes a document, which is named "#document" and has no owner.
     explicit Node(detail::DocumentData& data);
+    // Made in the pool.
+    Node(DOM_NODE_TYPE type, const detail::NodeName* name);
+    /// \endcond
 
     /// \throws DOMException 7 "This node is read-only"
     void CheckReadOnly() const;
@@ -246,9 +249,18 @@ private:
 
     /// What stands in the last word, which depends on the class.
     union Rest {
-        astring* value;                      // HasValue()
+        astring* value;                      // not of elements
         detail::AttributeTable* attributes;  // of elements; null without any
     };
+
+    // What an operation that takes a child in says.
+    struct ChildMessages;
+    void CheckNewChild(const Node* newChild, const ChildMessages& messages) const;
+    void CheckDocumentChild(const Node& newChild) const;
+    bool IsSameDocument(const Node& node) const;
+    bool IsAtOrBelow(const Node& ancestor) const;
+    Node* MoveBefore(Node* newChild, Node* refChild, bool told);
+    Node* MoveInto(Node* newChild, Node* oldChild, bool told);
 
     bool HasValue() const { return Has(ValueBearing); }
     static const astring& EmptyText();

@@ -71,6 +71,7 @@ private:
     const Filter* GetFilter() const;
     Node* First() const;
     Node* Next(const Node* node) const;
+    detail::ListPlace* Place() const;
 
     std::uintptr_t word_ = IsRoot;
 };

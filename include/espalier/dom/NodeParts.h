@@ -23,7 +23,8 @@ struct NodeName {
     std::size_t colon;   // where the first ":" is; npos without one
     DocumentData* data;  // of the document that holds the name
     std::size_t hash;
-    const NodeName* chain;  // the next name with such a hash
+    NodeName* chain;        // the next name with such a hash
+    mutable astring* lastValue;  // of an attribute that was loaded; null before
 
     std::string_view Prefix() const {
         return colon == astring::npos ? std::string_view() : qualified.view().substr(0, colon);
@@ -51,16 +52,23 @@ protected:
         OwnsBuffer = 512,         // the value may hold memory outside of the pool
         IsSpecified = 1024,       // of an attribute
         InMap = 2048,             // of an attribute: its element's map holds it
-        FieldIsEmpty = 4096,      // of an attribute: NodeValue() is empty although there is a value
-        IsOrphan = 8192,          // of an attribute: its owner element has another in its place
-        HasOrphans = 16384,       // of an element that some orphans name
-        NeedsDestruction = 32768  // counted by the document: to be destroyed one by one
+        IsOrphan = 4096,          // of an attribute: its owner element has another in its place
+        HasOrphans = 8192,       // of an element that some orphans name
+        NeedsDestruction = 16384  // counted by the document: to be destroyed one by one
     };
 
     bool Has(Flag flag) const { return (flags_ & flag) != 0; }
     void Set(Flag flag, bool value = true) { flags_ = value ? flags_ | flag : flags_ & ~flag; }
 
+    // The size of a node in the pool stands above the flags.
+    std::size_t PoolSize() const { return flags_ >> kSizeShift; }
+    void SetPoolSize(std::size_t size) {
+        flags_ |= static_cast<std::uint32_t>(size << kSizeShift) | InPool;
+    }
+
 private:
+    static constexpr int kSizeShift = 16;
+
     std::uint32_t flags_ = 0;
 };
 

@@ -20,6 +20,12 @@ public:
 
     const astring& Target() const { return NodeName(); }
     const astring& Data() const { return NodeValue(); }
+
+private:
+    friend class detail::NodeAccess;
+
+    // Made in the pool, without a value.
+    explicit ProcessingInstruction(const detail::NodeName* name);
 };
 
 }  // namespace Dom

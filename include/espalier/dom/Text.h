@@ -24,6 +24,15 @@ public:
 
 protected:
     Text(DOM_NODE_TYPE type, std::string_view name, std::string_view data, Document* ownerDocument);
+    /// \cond
+    Text(DOM_NODE_TYPE type, const detail::NodeName* name);
+    /// \endcond
+
+private:
+    friend class detail::NodeAccess;
+
+    // Made in the pool, without a value.
+    explicit Text(const detail::NodeName* name);
 };
 
 }  // namespace Dom

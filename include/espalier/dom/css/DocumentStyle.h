@@ -15,6 +15,10 @@ public:
 
     // The order of the virtual functions is part of the binary interface: append, never reorder.
 
+    /// Returns this object as "Dom::StyleSheets::DocumentStyle" or, for short, "DocumentStyle"; a
+    /// document as what a document is, too; null for other names.
+    virtual void* QueryInterface(const char* name);
+
     virtual ~DocumentStyle();
 
     /// Returns the style sheets of the document.

@@ -7,10 +7,14 @@
 #include <espalier/dom/css/MediaList.h>
 
 #include <string_view>
+#include <vector>
 
 namespace Dom::StyleSheets {
 
 /// What all kinds of style sheets have in common.
+///
+/// A sheet belongs to the node that made it or to the lists that it was added to. Any of them may
+/// delete it, and so may anybody else: the others forget it then.
 class ESPALIER_EXPORT StyleSheet {
 public:
     StyleSheet(const StyleSheet&) = delete;
@@ -44,6 +48,9 @@ protected:
                std::string_view href, std::string_view title);
 
 private:
+    friend class LinkStyle;
+    friend class StyleSheetListImpl;
+
     astring type_;
     bool disabled_ = false;
     Node* ownerNode_;
@@ -51,6 +58,8 @@ private:
     astring href_;
     astring title_;
     MediaList media_;
+    LinkStyle* keeper_ = nullptr;             // whose Sheet() this is; null when nobody's
+    std::vector<StyleSheetListImpl*> lists_;  // that hold this sheet
 };
 
 }  // namespace Dom::StyleSheets

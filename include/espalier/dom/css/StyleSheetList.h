@@ -12,6 +12,19 @@ class ESPALIER_EXPORT StyleSheetList : public DOMList<StyleSheet*> {
 public:
     StyleSheetList();
     ~StyleSheetList() override;
+
+    // The order of the virtual functions is part of the binary interface: append, never reorder.
+
+    /// Returns this object as the class `name`, for example "Dom::StyleSheets::StyleSheetList", or
+    /// null when it is none.
+    virtual void* QueryInterface(const char* name);
+
+protected:
+    using DOMList<StyleSheet*>::AddItem;
+    using DOMList<StyleSheet*>::AddItemAt;
+    using DOMList<StyleSheet*>::RemoveItem;
+    using DOMList<StyleSheet*>::RemoveItemAt;
+    using DOMList<StyleSheet*>::Clear;
 };
 
 }  // namespace Dom::StyleSheets

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "dom/DocumentData.h"
+
+#include <espalier/dom/Document.h>
+
+#include "dom/NodeAccess.h"
+
+#include <cstring>
+#include <new>
+
+namespace Dom::detail {
+
+DocumentData::DocumentData(Document* owner) : document(owner) {
+    if (owner == nullptr) return;
+    freeNodes = 1;  // the document
+    Name(FixedName::Document);
+}
+
+DocumentData& DocumentData::Of(Document* document) {
+    return document != nullptr ? NodeAccess::Data(*document) : *new DocumentData(nullptr);
+}
+
+const NodeName* DocumentData::Name(FixedName name) {
+    static constexpr std::array<std::string_view, 5> kTexts = {
+        "#document", "#text", "#cdata-section", "#comment", "#document-fragment"};
+    const auto index = static_cast<std::size_t>(name);
+    if (fixedNames_[index] == nullptr) fixedNames_[index] = names.Intern({}, kTexts[index]);
+    return fixedNames_[index];
+}
+
+astring DocumentData::PlaceText(std::string_view text) {
+    constexpr std::size_t kBlock = 16;
+    if (text.size() < kBlock) return astring(text);
+    const std::size_t room = (text.size() / kBlock + 1) * kBlock;
+    auto* const buffer = static_cast<char*>(pool.AllocateForGood(room));
+    std::memcpy(buffer, text.data(), text.size());
+    buffer[text.size()] = '\0';
+    return astring(astring::Placed{buffer, text.size(), room});
+}
+
+astring* DocumentData::PlaceValue(std::string_view text) {
+    return new (pool.AllocateForGood(sizeof(astring))) astring(PlaceText(text));
+}
+
+astring* DocumentData::PlaceWhitespace(std::string_view text) {
+    const std::size_t last = text.empty() ? 0 : static_cast<unsigned char>(text.back());
+    astring*& slot = whitespace_[(text.size() * 3 + last) % kWhitespaceSlots];
+    if (slot == nullptr || *slot != text) slot = PlaceValue(text);
+    return slot;
+}
+
+void DocumentData::ClearWhenUnused() {
+    if (freeNodes != 1) return;
+    names.Clear();
+    pool.Clear();
+    fixedNames_.fill(nullptr);
+    whitespace_.fill(nullptr);
+    NodeAccess::SetName(*document, Name(FixedName::Document));
+}
+
+}  // namespace Dom::detail
+
+Dom::Document* Dom::detail::NodeName::Owner() const { return data->document; }

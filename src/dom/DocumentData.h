@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <espalier/base/astring.h>
+#include <espalier/dom/Forward.h>
+#include <espalier/dom/NodeParts.h>
+
+#include "dom/ListPlace.h"
+#include "dom/NodeNames.h"
+#include "dom/NodePool.h"
+#include "dom/OtherLinks.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace Dom::detail {
+
+/// What the nodes of a document share: memory, names, and what is remembered beside the tree. It
+/// lives as long as the document and, after that, as long as there are nodes that were not in its
+/// tree.
+class DocumentData {
+public:
+    /// Names that are not interned but made with the document.
+    enum class FixedName { Document, Text, CDATASection, Comment, Fragment };
+
+    /// \param document null for a node that is made without one
+    explicit DocumentData(Document* document);
+    DocumentData(const DocumentData&) = delete;
+    DocumentData& operator=(const DocumentData&) = delete;
+
+    /// Returns the data of a document, or new ones for null.
+    static DocumentData& Of(Document* document);
+
+    Document* document;
+    NodePool pool;
+    NodeNames names{*this, pool};
+    OtherLinks otherLinks;
+    ListPlace childListPlace;     ///< in the list of children that was used last
+    std::uint64_t stamp = 0;      ///< raised by every change of the tree
+    std::size_t freeNodes = 0;    ///< nodes that are in no tree and no map; the document, too
+    std::size_t ownMemory = 0;    ///< nodes that are not freed with the pool alone
+    /// Attributes that name an element although another attribute has taken their place.
+    std::unordered_map<const Element*, std::vector<Attr*>> orphans;
+
+    const NodeName* Name(FixedName name);
+
+    /// Returns the text with its characters in the pool; they are freed with all others.
+    astring PlaceText(std::string_view text);
+    /// Returns the text, in the pool; it is freed with all others.
+    astring* PlaceValue(std::string_view text);
+    /// As PlaceValue(); equal texts of white space mostly are one.
+    astring* PlaceWhitespace(std::string_view text);
+
+    /// Forgets all names and frees all memory when only the document itself is left.
+    void ClearWhenUnused();
+
+    /// Counts a node out; who is gone with the document is deleted with its last node.
+    void Release() {
+        if (--freeNodes == 0 && document == nullptr) delete this;
+    }
+
+private:
+    static constexpr std::size_t kWhitespaceSlots = 32;
+
+    std::array<const NodeName*, 5> fixedNames_{};
+    std::array<astring*, kWhitespaceSlots> whitespace_{};
+};
+
+}  // namespace Dom::detail

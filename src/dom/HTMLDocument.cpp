@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#include <espalier/dom/HTMLDocument.h>
+
+#include <espalier/dom/Element.h>
+
+#include "dom/InterfaceName.h"
+
+#include <memory>
+
+namespace Dom {
+
+HTMLDocument::HTMLDocument(DocumentType* doctype, DOMImplementation* implementation)
+    : Document(doctype, implementation) {}
+
+HTMLDocument::HTMLDocument(std::string_view namespaceURI, std::string_view qualifiedName,
+                           DocumentType* doctype, DOMImplementation* implementation)
+    : HTMLDocument(doctype, implementation) {
+    AppendChild(HTMLDocument::CreateElementNS(namespaceURI, qualifiedName));
+}
+
+HTMLDocument::~HTMLDocument() = default;
+
+void* HTMLDocument::QueryInterface(const char* name) {
+    return detail::IsInterface(name, "Dom::HTMLDocument") ? this : Document::QueryInterface(name);
+}
+
+Node* HTMLDocument::CloneNode(bool /*deep*/) {
+    auto clone = std::unique_ptr<HTMLDocument>(new HTMLDocument(Doctype(), Implementation()));
+    clone->CopyProperties(*this);
+    return clone.release();
+}
+
+}  // namespace Dom

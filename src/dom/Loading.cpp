@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+
+/// \file
+/// How a document is loaded.
+
+#include <espalier/dom/Document.h>
+#include <espalier/io/FileMode.h>
+#include <espalier/io/FileStream.h>
+#include <espalier/io/MemoryStream.h>
+#include <espalier/xml/XmlTextReader.h>
+
+#include "dom/DirectBuilder.h"
+#include "dom/FactoryBuilder.h"
+#include "dom/NodeAccess.h"
+#include "dom/TreeLoader.h"
+
+#include <typeinfo>
+
+namespace Dom {
+
+namespace {
+
+// Loads what a stream holds, in the way of a document that is loaded by its name.
+void LoadStream(Document& document, IO::Stream& stream, std::string_view uri) {
+    Xml::XmlTextReader reader;
+    reader.SetStream(&stream, false);
+    reader.SetWhitespaceHandling(Xml::XmlTextReader::WsSignificant);
+    reader.SetNormalization(true);
+    document.Load(reader, uri);
+}
+
+}  // namespace
+
+void Document::Load(Xml::XmlTextReader& reader, std::string_view uri) {
+    SetDocumentURI(uri);
+    detail::NodeAccess::DestroyChildren(*this);
+    detail::DocumentData& data = detail::NodeAccess::Data(*this);
+    data.ClearWhenUnused();
+    ++data.stamp;  // once for all nodes; nobody has seen the list of those that come
+    if (typeid(*this) == typeid(Document)) {
+        detail::TreeLoader<detail::DirectBuilder>(*this, reader).Load();
+    } else {
+        detail::TreeLoader<detail::FactoryBuilder>(*this, reader).Load();
+    }
+}
+
+void Document::Load(std::string_view uri) {
+    const astring name(uri);
+    IO::FileStream stream(name, IO::FileMode::Open, 1, 1);
+    LoadStream(*this, stream, name);
+}
+
+void Document::LoadXml(std::string_view xml, std::string_view uri) {
+    IO::MemoryStream stream(reinterpret_cast<const unsigned char*>(xml.data()),
+                            static_cast<long>(xml.size()));
+    LoadStream(*this, stream, uri);
+}
+
+}  // namespace Dom

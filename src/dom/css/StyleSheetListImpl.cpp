@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#include <espalier/dom/css/StyleSheetListImpl.h>
+
+#include <algorithm>
+#include <cassert>
+#include <string_view>
+#include <vector>
+
+namespace Dom::StyleSheets {
+
+StyleSheetListImpl::StyleSheetListImpl() = default;
+
+// The sheets go while the list can still be told of it.
+StyleSheetListImpl::~StyleSheetListImpl() { Clear(); }
+
+void* StyleSheetListImpl::QueryInterface(const char* name) {
+    if (std::string_view(name) == "Dom::StyleSheets::StyleSheetListImpl") return this;
+    return StyleSheetList::QueryInterface(name);
+}
+
+void StyleSheetListImpl::AddItem(StyleSheet* sheet) {
+    assert(sheet == nullptr || std::find(begin(), end(), sheet) == end());
+    if (sheet != nullptr) sheet->lists_.push_back(this);
+    try {
+        StyleSheetList::AddItem(sheet);
+    } catch (...) {
+        if (sheet != nullptr) sheet->lists_.pop_back();
+        throw;
+    }
+}
+
+void StyleSheetListImpl::RemoveItem(StyleSheet* sheet) {
+    if (sheet != nullptr) std::erase(sheet->lists_, this);
+    StyleSheetList::RemoveItem(sheet);
+}
+
+void StyleSheetListImpl::RemoveItemAt(unsigned long index) {
+    StyleSheet* const sheet = Item(index);
+    if (sheet != nullptr) std::erase(sheet->lists_, this);
+    StyleSheetList::RemoveItemAt(index);
+}
+
+}  // namespace Dom::StyleSheets
