@@ -29,6 +29,10 @@ class AnyNode : public Dom::Node {
 public:
     AnyNode(DOM_NODE_TYPE type, std::string_view name, Dom::Document* owner)
         : Node(type, std::string_view(), name, owner) {}
+
+    Dom::Node* CloneNode(bool) override {
+        return new AnyNode(NodeType(), NodeName(), OwnerDocument());
+    }
 };
 
 /// Appends an element of that name, of the class `Made`, which lies on the heap.
