@@ -135,11 +135,7 @@ void LinkModel::Remove(int node) {
     const int visibleNext = Next(node);
     const bool wasFirst = First(parent) == node;
 
-    if (At(node).next != kNone) {
-        (before != kNone ? Edit(before).next : Edit(parent).first) = At(node).next;
-    } else if (before != kNone) {
-        Edit(before).next = kNone;
-    }
+    if (before != kNone) Edit(before).next = At(node).next;
     if (behind != kNone) Edit(behind).previous = kNone;
     if (wasFirst) Edit(parent).first = visibleNext;
     std::vector<int>& siblings = Edit(parent).children;
