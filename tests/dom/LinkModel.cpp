@@ -91,23 +91,18 @@ void LinkModel::InsertChild(int parent, int node, int reference) {
     EndLinksTo(node);
 }
 
-void LinkModel::Exchange(int parent, int node, int old) {
-    Edit(parent).children[static_cast<std::size_t>(PositionOf(old))] = node;
-    Edit(node).parent = parent;
-    Edit(old).parent = kNone;
-    Edit(old).next = kNone;
-    Edit(old).previous = kNone;
-}
-
 void LinkModel::Replace(int parent, int node, int old) {
     Remove(node);
     if (node == old) return;
     const int before = TruePrevious(old);
     const int behind = TrueNext(old);
     const bool wasFirst = First(parent) == old;
-    const int next = At(old).next;
-    Exchange(parent, node, old);
-    Edit(node).next = next;
+    Edit(parent).children[static_cast<std::size_t>(PositionOf(old))] = node;
+    Edit(node).parent = parent;
+    Edit(node).next = At(old).next;
+    Edit(old).parent = kNone;
+    Edit(old).next = kNone;
+    Edit(old).previous = kNone;
     if (before != kNone && At(before).next == kNone) Edit(before).next = old;
     if (behind != kNone && At(behind).previous == kNone) Edit(behind).previous = old;
     if (wasFirst) Edit(parent).first = node;
@@ -115,16 +110,8 @@ void LinkModel::Replace(int parent, int node, int old) {
 }
 
 void LinkModel::ExchangeChild(int parent, int node, int old) {
-    Remove(node);
-    if (node == old) return;
-    const int before = TruePrevious(old);
-    const int behind = TrueNext(old);
-    const bool wasFirst = First(parent) == old;
-    Exchange(parent, node, old);
-    if (before != kNone) Edit(before).next = kNone;
-    if (behind != kNone) Edit(behind).previous = kNone;
-    if (wasFirst) Edit(parent).first = node;
-    EndLinksTo(node);
+    if (node != old) InsertChild(parent, node, old);
+    Remove(old);
 }
 
 void LinkModel::Remove(int node) {

@@ -49,8 +49,9 @@ public:
     void InsertBefore(int parent, int node, int reference);
     void Replace(int parent, int node, int old);
     void Remove(int node);
-    /// Inserts and replaces so that all links tell of it.
+    /// Inserts so that all links tell of it.
     void InsertChild(int parent, int node, int reference);
+    /// Does that before the old node, then removes the old one.
     void ExchangeChild(int parent, int node, int old);
     void Destroy(int node);
     /// @}
@@ -68,7 +69,6 @@ private:
     int TruePrevious(int node) const;
 
     void Insert(int parent, int node, int reference);
-    void Exchange(int parent, int node, int old);
     void EndLinksTo(int linked);
     void EndLinksThatDoNotDiffer();
 
