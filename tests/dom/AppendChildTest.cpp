@@ -376,6 +376,13 @@ TEST(AppendChildToADocument, RefusesADocumentTypeBehindTheRootElement) {
 }
 
 TEST(AppendChildToADocument, RefusesASecondDocumentType) {
+    Dom::Document empty;
+    empty.AppendChild(new Dom::DocumentType("first", "", "", &empty));
+    const NodePtr second(new Dom::DocumentType("second", "", "", &empty));
+    EXPECT_DOM_ERROR(empty.AppendChild(second.get()), kOneDoctype);
+    AddElement(empty, "root");
+    EXPECT_DOM_ERROR(empty.AppendChild(second.get()), kOneDoctype) << "root element too";
+
     Dom::DocumentType given("given", "", "", nullptr);
     Dom::Document document("", "root", &given, nullptr);
     const NodePtr doctype(new Dom::DocumentType("d", "", "", &document));

@@ -202,6 +202,26 @@ TEST(SplitText, WithASiblingTheNextLinkStays) {
     EXPECT_EQ(support::TrueChildren(*root), "'head' 'tail' b");
 }
 
+// What a stale next link leads to is not what the tail is put before.
+TEST(SplitText, TheTailComesRightBehindTheTextWhateverIsSeenThere) {
+    Dom::Document document;
+    Dom::Element* root = AddElement(document, "root");
+    Dom::Text* text = AddText(*root, "headtail");
+    Dom::Element* b = AddElement(*root, "b");
+    root->InsertBefore(document.CreateElement("n"), b);
+    text->SplitText(4);
+    EXPECT_EQ(support::TrueChildren(*root), "'head' 'tail' n b");
+
+    Dom::Element* other = document.CreateElement("other");
+    root->AppendChild(other);
+    Dom::Text* before = AddText(*other, "headtail");
+    Dom::Element* old = AddElement(*other, "old");
+    const NodePtr removed(other->ReplaceChild(document.CreateElement("n"), old));
+    ASSERT_EQ(before->NextSibling(), old);
+    before->SplitText(4);
+    EXPECT_EQ(support::TrueChildren(*other), "'head' 'tail' n");
+}
+
 TEST(SplitText, WithoutAParentTheTailIsFree) {
     Dom::Document document;
     const TextPtr text(document.CreateTextNode("headtail"));

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -244,10 +245,10 @@ struct Shape {
     int position;
 };
 
-std::string ToText(const Shape& shape) {
-    return std::to_string(shape.count) +
-           (shape.change == Change::Insert ? " children, before " : " children, for ") +
-           std::to_string(shape.position);
+void PrintTo(const Shape& shape, std::ostream* out) {
+    *out << shape.count
+         << (shape.change == Change::Insert ? " children, before " : " children, for ")
+         << shape.position;
 }
 
 // Makes the shape; the numbers of the children follow each other, that of the new node is last.
@@ -286,7 +287,6 @@ class LinkAsymmetryOfShape : public testing::TestWithParam<Shape> {};
 INSTANTIATE_TEST_SUITE_P(All, LinkAsymmetryOfShape, testing::ValuesIn(AllShapes()));
 
 TEST_P(LinkAsymmetryOfShape, LinksAreAsGivenAfterAnyTwoActions) {
-    SCOPED_TRACE(ToText(GetParam()));
     const int nodes = kFirstChild + GetParam().count + 1;
     int runs = 0;
     for (int first = 0; first < nodes * kActionCount; ++first) {
@@ -312,7 +312,6 @@ TEST_P(LinkAsymmetryOfShape, LinksAreAsGivenAfterAnyTwoActions) {
 }
 
 TEST_P(LinkAsymmetryOfShape, NothingIsLeftOrDestroyedTwiceAfterAnyAction) {
-    SCOPED_TRACE(ToText(GetParam()));
     const int nodes = kFirstChild + GetParam().count + 1;
     for (int node = kFirstChild; node < nodes; ++node) {
         for (int action = 0; action < kActionCount; ++action) {

@@ -13,8 +13,10 @@
 #include <array>
 #include <cstddef>
 #include <memory>
+#include <ostream>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -46,10 +48,10 @@ struct Setting {
     Means means;
 };
 
-std::string ToText(const Setting& setting) {
+void PrintTo(const Setting& setting, std::ostream* out) {
     const char* const kMeans[] = {"InsertBefore and ReplaceChild", "InsertChild and ExchangeChild",
                                   "all four"};
-    return "seed " + std::to_string(setting.seed) + ", " + kMeans[static_cast<int>(setting.means)];
+    *out << "seed " << setting.seed << ", " << kMeans[static_cast<int>(setting.means)];
 }
 
 class RandomTree {
@@ -267,7 +269,6 @@ std::vector<Setting> AllSettings() {
 INSTANTIATE_TEST_SUITE_P(All, NodeModel, testing::ValuesIn(AllSettings()));
 
 TEST_P(NodeModel, AgreesWithTheTreeAfterEveryStep) {
-    SCOPED_TRACE(ToText(GetParam()));
     RandomTree tree(GetParam());
     ASSERT_EQ(tree.Difference(), "");
     std::string last;

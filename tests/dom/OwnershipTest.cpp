@@ -260,6 +260,48 @@ TEST(OwnershipOfDerived, AreDestroyedWithTheirDocument) {
     EXPECT_EQ(Counted::count, 0);
 }
 
+TEST(OwnershipOfDerived, AttributesAreDestroyedWithTheirElement) {
+    class CountedAttr : public Dom::Attr {
+    public:
+        explicit CountedAttr(Dom::Document* owner) : Attr("", "a", owner) { ++Counted::count; }
+        ~CountedAttr() override { --Counted::count; }
+    };
+    Dom::Document document;
+    Dom::Element* root = AddElement(document, "root");
+    root->SetAttributeNode(new CountedAttr(&document));
+    EXPECT_EQ(Counted::count, 1);
+    root->SetAttribute("a", "another");
+    EXPECT_EQ(Counted::count, 0);
+    const AttrPtr replaced(root->SetAttributeNode(new CountedAttr(&document)));
+    EXPECT_EQ(Counted::count, 1);
+    root->DestroyNode();
+    EXPECT_EQ(Counted::count, 0);
+}
+
+TEST(OwnershipOfDerived, MayLookAtThemselvesWhileTheyAreDestroyed) {
+    class Looking : public Dom::Element {
+    public:
+        Looking(std::string_view name, Dom::Document* owner, std::string* seen)
+            : Element("urn:x", name, owner), seen_(seen) {}
+        ~Looking() override { *seen_ += NodeName().str() + "=" + GetAttribute("a").str() + " "; }
+
+    private:
+        std::string* seen_;
+    };
+    std::string seen;
+    {
+        Dom::Document document;
+        Dom::Element* root = AddElement(document, "root");
+        auto* p = new Looking("p", &document, &seen);
+        root->AppendChild(p);
+        p->SetAttribute("a", "1");
+        auto* q = new Looking("q", &document, &seen);
+        p->AppendChild(q);
+        q->SetAttribute("a", "2");
+    }
+    EXPECT_EQ(seen, "p=1 q=2 ");
+}
+
 TEST(OwnershipOfDerived, OutliveTheirDocument) {
     auto document = std::make_unique<Dom::Document>();
     NodePtr node(new Counted("", "free", document.get()));
