@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include <espalier/dom/HTMLDocument.h>
-
 #include <espalier/dom/Element.h>
+#include <espalier/dom/HTMLDocument.h>
 
 #include "dom/InterfaceName.h"
 
@@ -9,14 +8,17 @@
 
 namespace Dom {
 
-HTMLDocument::HTMLDocument(DocumentType* doctype, DOMImplementation* implementation)
-    : Document(doctype, implementation) {}
-
 HTMLDocument::HTMLDocument(std::string_view namespaceURI, std::string_view qualifiedName,
                            DocumentType* doctype, DOMImplementation* implementation)
     : HTMLDocument(doctype, implementation) {
-    AppendChild(HTMLDocument::CreateElementNS(namespaceURI, qualifiedName));
+    // The class of the root element is the one that this document makes.
+    std::unique_ptr<Element> root(HTMLDocument::CreateElementNS(namespaceURI, qualifiedName));
+    AppendChild(root.get());
+    root.release();
 }
+
+HTMLDocument::HTMLDocument(DocumentType* doctype, DOMImplementation* implementation)
+    : Document(doctype, implementation) {}
 
 HTMLDocument::~HTMLDocument() = default;
 

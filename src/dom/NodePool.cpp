@@ -1,22 +1,35 @@
 // SPDX-License-Identifier: MIT
 #include "dom/NodePool.h"
 
+#include "io/BackMemory.h"
+
 #include <algorithm>
 #include <new>
 
 namespace Dom::detail {
 
-void* NodePool::AllocateFromNewChunk(std::size_t size) {
-    chunks_.reserve(chunks_.size() + 1 > chunks_.capacity() ? 2 * chunks_.size() + 4
-                                                            : chunks_.capacity());
-    if (size > kLargestChunk / 4) {  // in a chunk of its own; the newest one stays in use
-        return chunks_.emplace_back(new char[size]).get();
+char* NodePool::AddChunk(std::size_t size) {
+    chunks_.emplace_back();
+    try {
+        chunks_.back().reset(new char[size]);
+    } catch (...) {
+        chunks_.pop_back();
+        throw;
     }
-    const std::size_t chunkSize = std::max(chunkSize_, size);
-    char* const memory = chunks_.emplace_back(new char[chunkSize]).get();
-    next_ = memory + size;
-    end_ = memory + chunkSize;
-    chunkSize_ = std::min(2 * chunkSize_, kLargestChunk);
+    char* const chunk = chunks_.back().get();
+    // Much of the time that a large tree takes would go into getting its memory page by page.
+    if (size >= kUsualChunk) IO::detail::BackMemory(chunk, size);
+    return chunk;
+}
+
+void* NodePool::AllocateFromNewChunk(Region& region, std::size_t size) {
+    if (size > kUsualChunk / 4) return AddChunk(size);  // the newest chunk stays in use
+    const std::size_t chunkSize = std::min(
+        region.total < kUsualChunk ? std::max(kFirstChunk, std::max(region.total, size))
+                                   : std::max(kUsualChunk, region.total / kShare),
+        kLargestChunk);
+    char* const memory = AddChunk(chunkSize);
+    region = {memory + size, memory + chunkSize, region.total + chunkSize};
     return memory;
 }
 
@@ -40,8 +53,7 @@ void NodePool::Clear() noexcept {
     while (large_ != nullptr) FreeLarge(large_ + 1);
     chunks_.clear();
     free_.fill(nullptr);
-    next_ = end_ = nullptr;
-    chunkSize_ = kFirstChunk;
+    objects_ = characters_ = {};
 }
 
 }  // namespace Dom::detail

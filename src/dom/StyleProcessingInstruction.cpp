@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/dom/StyleProcessingInstruction.h>
+#include <espalier/dom/css/StyleSheet.h>
 
 #include "dom/InterfaceName.h"
 
@@ -9,12 +10,12 @@ StyleProcessingInstruction::StyleProcessingInstruction(std::string_view data,
                                                        Document* ownerDocument)
     : ProcessingInstruction("xml-stylesheet", data, ownerDocument), LinkStyle(nullptr) {}
 
-StyleProcessingInstruction::~StyleProcessingInstruction() = default;
+StyleProcessingInstruction::~StyleProcessingInstruction() { delete Sheet(); }
 
 void* StyleProcessingInstruction::QueryInterface(const char* name) {
-    return detail::IsInterface(name, "Dom::StyleProcessingInstruction")
-               ? this
-               : ProcessingInstruction::QueryInterface(name);
+    if (detail::IsInterface(name, "Dom::StyleProcessingInstruction")) return this;
+    if (void* const link = LinkStyle::QueryInterface(name)) return link;
+    return ProcessingInstruction::QueryInterface(name);
 }
 
 Node* StyleProcessingInstruction::CloneNode(bool /*deep*/) {

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// What `tree --counts` shows; TreeDrawingTest.cpp and TreeJsonTest.cpp have the trees themselves.
 #include "tools/JsonLines.h"
 #include "tools/ManyRecords.h"
 #include "tools/RunProgram.h"
@@ -147,18 +149,17 @@ TEST(Tree, NamesMayHoldColonsWithoutNamespaces) {
               "\n");
 }
 
-// Without --counts there would have to be another kind of tree.
-TEST(Tree, CountsHaveToBeAskedFor) {
-    const ProgramResult result = RunProgram({"tree", "a.xml", "b.xml"});
-    EXPECT_EQ(result.exitCode, 2);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.errors,
-              "espalier: tree: --counts is missing: espalier tree --counts a.xml b.xml\n"
-              "Try \"espalier tree --help\".\n");
-    EXPECT_EQ(RunProgram({"tree"}).errors,
-              "espalier: tree: --counts is missing: espalier tree --counts FILE\n"
-              "Try \"espalier tree --help\".\n");
-    EXPECT_EQ(RunProgram({"tree", "--json"}).exitCode, 2);
+TEST(Tree, CountsAreShownUpToADepth) {
+    const std::string input = "<a x='1'><b><c y='1'>1234567890</c></b></a>";
+    EXPECT_EQ(RunProgram({"tree", "--counts", "--depth", "2"}, input).out,
+              "count  text  element\n"
+              "    1        a\n"
+              "    1          @x\n"
+              "    1          b\n");
+    EXPECT_EQ(RunProgram({"tree", "--counts", "--json", "--depth", "1"}, input).out,
+              "{\"path\":\"/a\",\"count\":1,\"attributes\":{\"x\":1},\"text\":0}\n");
+    EXPECT_EQ(RunProgram({"tree", "--counts", "--depth", "3"}, input).out,
+              RunProgram({"tree", "--counts"}, input).out);
 }
 
 TEST(Tree, CountsAsManyNodesAsThereAreEvents) {

@@ -1,18 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "NodeWriter.h"
 
+#include "Colors.h"
 #include "Escape.h"
 
 namespace Tool {
-
-namespace {
-
-constexpr std::string_view kTypeColor = "\x1B[36m";
-constexpr std::string_view kNameColor = "\x1B[1m";
-constexpr std::string_view kValueColor = "\x1B[32m";
-constexpr std::string_view kNoColor = "\x1B[0m";
-
-}  // namespace
 
 NodeWriter::NodeWriter(Output& out, Document& document, NodeForm form, AttributePlace attributes,
                        bool colored)

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Output.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <limits>
 #include <string>
 #include <system_error>
 #include <unistd.h>
@@ -43,15 +45,27 @@ void Output::WriteNumber(long number) {
 void Output::Flush() {
     const std::size_t count = used_;
     used_ = 0;  // also after a failure: what could not be written is not tried again
-    WriteToOutput({buffer_.data(), count});
+    HandOn({buffer_.data(), count});
 }
 
 void Output::WriteLong(std::string_view text) {
     Flush();
     if (text.size() >= buffer_.size()) {
-        WriteToOutput(text);
+        HandOn(text);
     } else {
         Write(text);
+    }
+}
+
+void Output::HandOn(std::string_view text) {
+    if (target_ == nullptr) {
+        WriteToOutput(text);
+        return;
+    }
+    constexpr std::size_t kMost = std::numeric_limits<int>::max();
+    for (; !text.empty(); text.remove_prefix(std::min(text.size(), kMost))) {
+        target_->Write(reinterpret_cast<const unsigned char*>(text.data()), 0,
+                       static_cast<int>(std::min(text.size(), kMost)));
     }
 }
 

@@ -1,148 +1,105 @@
 // SPDX-License-Identifier: MIT
 #include "Document.h"
-#include "Escape.h"
+#include "OutputFile.h"
 #include "PathCounts.h"
+#include "TreeCounts.h"
+#include "TreeDrawing.h"
+#include "TreeObjects.h"
+#include "TreeReader.h"
 #include "Verb.h"
 
 #include <CLI/CLI.hpp>
-#include <fmt/format.h>
 
-#include <algorithm>
-#include <array>
+#include <limits>
+#include <optional>
 
 namespace Tool {
 
 namespace {
 
-using Entry = PathCounts::Entry;
-
-// Writes what has been counted, entry by entry in the order of the documents.
-class CountsWriter {
-public:
-    CountsWriter(Output& out, const PathCounts& counts) : out_(out), counts_(counts) {}
-
-    virtual ~CountsWriter() = default;
-
-    void Write() {
-        for (const int root : counts_.Roots())
-            WriteFrom(root);
-    }
-
-protected:
-    virtual void WriteEntry(const Entry& entry) = 0;
-
-    const Entry& At(int index) const { return counts_.Entries()[static_cast<std::size_t>(index)]; }
-
-    Output& out_;
-    const PathCounts& counts_;
-
-private:
-    // The depth of entries is bounded.
-    void WriteFrom(int index) {
-        WriteEntry(At(index));
-        for (const int child : At(index).children)
-            WriteFrom(child);
-    }
-};
-
-// A table: count, bytes of text, name, indented by its level.
-class TextCounts final : public CountsWriter {
-public:
-    TextCounts(Output& out, const PathCounts& counts) : CountsWriter(out, counts) {
-        for (const Entry& entry : counts.Entries()) {
-            countWidth_ = std::max(countWidth_, fmt::formatted_size("{}", entry.count));
-            textWidth_ = std::max(textWidth_, fmt::formatted_size("{}", entry.textBytes));
-            for (const PathCounts::Attribute& attribute : entry.attributes)
-                countWidth_ = std::max(countWidth_, fmt::formatted_size("{}", attribute.count));
-        }
-        if (!counts.Entries().empty()) WriteLine("count", "text", 0, "", "element");
-    }
-
-private:
-    void WriteEntry(const Entry& entry) override {
-        const std::string text =
-            entry.textBytes == 0 ? std::string() : fmt::format("{}", entry.textBytes);
-        WriteLine(fmt::format("{}", entry.count), text, entry.level, "", entry.name);
-        for (const PathCounts::Attribute& attribute : entry.attributes) {
-            WriteLine(fmt::format("{}", attribute.count), "", entry.level + 1, "@", attribute.name);
-        }
-    }
-
-    void WriteLine(std::string_view count, std::string_view text, int level, std::string_view mark,
-                   std::string_view name) {
-        out_.Write(fmt::format("{:>{}}  {:>{}}  {:{}}{}{}\n", count, countWidth_, text, textWidth_,
-                               "", 2 * level, mark, name));
-    }
-
-    std::size_t countWidth_ = std::string_view("count").size();
-    std::size_t textWidth_ = std::string_view("text").size();
-};
-
-class JsonCounts final : public CountsWriter {
-public:
-    using CountsWriter::CountsWriter;
-
-private:
-    void WriteEntry(const Entry& entry) override {
-        path_.resize(static_cast<std::size_t>(entry.level));
-        path_.push_back(entry.name);
-        std::string path;
-        for (const std::string_view name : path_)
-            path.append("/").append(name);
-        out_.Write("{\"path\":");
-        WriteJsonString(out_, path);
-        out_.Write(",\"count\":");
-        out_.WriteNumber(entry.count);
-        std::string_view intro = ",\"attributes\":{";
-        for (const PathCounts::Attribute& attribute : entry.attributes) {
-            out_.Write(intro);
-            WriteJsonString(out_, attribute.name);
-            out_.Write(':');
-            out_.WriteNumber(attribute.count);
-            intro = ",";
-        }
-        if (!entry.attributes.empty()) out_.Write('}');
-        out_.Write(",\"text\":");
-        out_.WriteNumber(entry.textBytes);
-        out_.Write("}\n");
-    }
-
-    std::vector<std::string_view> path_;  // the names from the root to the last entry
-};
-
 class Tree final : public Verb {
 public:
     const char* Name() const override { return "tree"; }
 
-    const char* Summary() const override { return "Shows the shape of documents, with counts."; }
+    const char* Summary() const override { return "Draws documents as trees, or counts paths."; }
 
     const char* Footer() const override {
-        return "Counts the elements of each path, their attributes (@name) and the bytes of text\n"
-               "in them; of several documents together. Memory does not grow with them: beyond\n"
-               "100,000 paths or 256 levels, the rest is counted under \"...\". After an error,\n"
-               "there is what was counted up to it.\n"
+        return "Draws elements with attributes and texts, which are shortened. With --counts:\n"
+               "how many elements each path has, and bytes of text in them, of all documents\n"
+               "together, in constant memory. After an error, there is what comes before it.\n"
                "\n"
                "Examples:\n"
-               "  espalier tree --counts export.xml\n"
+               "  espalier tree --depth 3 feed.xml\n"
                "  espalier tree --counts --json *.xml | jq -r 'select(.text>1e6).path'\n";
     }
 
     void AddOptions(CLI::App& app) override {
         app.add_option("FILE", names_, "documents; \"-\" or none: standard input")->type_name("");
-        app.add_flag("--counts", counts_, "count elements by path (has to be given)");
-        app.add_flag("--json", json_, "one JSON object a line and path");
+        app.add_option("--depth", depth_, "how many levels (default 256; with --json all)")
+            ->option_text("N")
+            ->check(CLI::Range(1, kAllLevels, "N"));
+        app.add_flag("--counts", counts_, "count elements by path");
+        app.add_flag("--json", json_, "one JSON object a line");
         app.add_flag("--no-namespaces", noNamespaces_, "let names hold any number of colons");
-        app.parse_complete_callback([this] {
-            if (counts_) return;
-            throw CLI::ValidationError(
-                fmt::format("--counts is missing: espalier tree --counts {}",
-                            names_.empty() ? "FILE" : fmt::format("{}", fmt::join(names_, " "))));
-        });
+        app.add_option("-o,--output", output_, "write to this file, if all goes well")
+            ->option_text("FILE");
     }
 
     ExitCode Run(Context& context) override {
         if (names_.empty()) names_.emplace_back("-");
         ExpectInputs(names_, context.progress);
+        return WithOutputFile(output_, context,
+                              [&] { return counts_ ? CountAll(context) : ShowAll(context); });
+    }
+
+private:
+    static constexpr int kAllLevels = std::numeric_limits<int>::max();
+
+    // What leads to a node takes some bytes for each level, so the drawing of a very deep document
+    // would be much larger than the document.
+    static constexpr int kMostLevels = 256;
+
+    ExitCode ShowAll(Context& context) const {
+        ExitCode worst = ExitCode::Yes;
+        for (const std::string& name : names_) {
+            worst = Worse(worst, WithDocument(name, context, Roots::Any, [&](Document& document) {
+                              document.Reader().SetNamespaces(!noNamespaces_);
+                              if (json_) {
+                                  WriteObjects(document, context);
+                              } else {
+                                  Draw(document, context);
+                              }
+                          }));
+        }
+        return worst;
+    }
+
+    void WriteObjects(Document& document, Context& context) const {
+        TreeObjects objects(context.out, names_.size() > 1 ? document.DisplayName() : "");
+        TreeReader(document, depth_.value_or(kAllLevels), objects).Read();
+    }
+
+    void Draw(Document& document, Context& context) const {
+        TreeDrawing drawing(output_.empty() && context.console.ColorsOutput());
+        try {
+            TreeReader(document, depth_.value_or(kMostLevels), drawing).Read();
+        } catch (const Xml::Exception&) {
+            DrawOne(document, drawing, context);
+            throw;
+        }
+        DrawOne(document, drawing, context);
+    }
+
+    void DrawOne(const Document& document, TreeDrawing& drawing, Context& context) const {
+        context.progress.Erase();
+        if (names_.size() > 1) {
+            context.out.Write(document.DisplayName());
+            context.out.Write(":\n");
+        }
+        drawing.Draw(context.out);
+    }
+
+    ExitCode CountAll(Context& context) const {
         PathCounts counts;
         ExitCode worst = ExitCode::Yes;
         for (const std::string& name : names_) {
@@ -153,14 +110,13 @@ public:
         }
         context.progress.Erase();
         if (json_) {
-            JsonCounts(context.out, counts).Write();
+            WriteCountsAsJson(context.out, counts, depth_.value_or(kAllLevels));
         } else {
-            TextCounts(context.out, counts).Write();
+            WriteCountsAsText(context.out, counts, depth_.value_or(kAllLevels));
         }
         return worst;
     }
 
-private:
     void Count(Document& document, PathCounts& counts) const {
         Xml::XmlTextReader& reader = document.Reader();
         reader.SetNamespaces(!noNamespaces_);
@@ -190,9 +146,11 @@ private:
     }
 
     std::vector<std::string> names_;
+    std::optional<int> depth_;
     bool counts_ = false;
     bool json_ = false;
     bool noNamespaces_ = false;
+    std::string output_;
 };
 
 }  // namespace

@@ -6,7 +6,10 @@
 
 namespace Dom {
 
-/// An instruction with the target "xml-stylesheet", which links a document to a style sheet.
+/// An instruction with the target "xml-stylesheet", which links a document to a style sheet
+/// (Associating Style Sheets with XML documents). Documents make them for that target.
+///
+/// It owns the sheet that it keeps.
 class ESPALIER_EXPORT StyleProcessingInstruction : public ProcessingInstruction,
                                                    public StyleSheets::LinkStyle {
 public:
@@ -14,6 +17,7 @@ public:
     ~StyleProcessingInstruction() override;
 
     void* QueryInterface(const char* name) override;
+    /// Returns a new instruction with the same data, without a sheet.
     Node* CloneNode(bool deep) override;
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/dom/css/DocumentStyle.h>
 
-#include <string_view>
+#include "dom/InterfaceName.h"
 
 namespace Dom::StyleSheets {
 
@@ -9,8 +9,8 @@ DocumentStyle::DocumentStyle() = default;
 DocumentStyle::~DocumentStyle() = default;
 
 void* DocumentStyle::QueryInterface(const char* name) {
-    const std::string_view wanted = name;
-    const bool isThis = wanted == "DocumentStyle" || wanted == "Dom::StyleSheets::DocumentStyle";
+    const bool isThis = detail::IsInterface(name, "DocumentStyle") ||
+                        detail::IsInterface(name, "Dom::StyleSheets::DocumentStyle");
     return isThis ? this : nullptr;
 }
 

@@ -2,7 +2,7 @@
 #include <espalier/dom/css/LinkStyle.h>
 #include <espalier/dom/css/StyleSheet.h>
 
-#include <string_view>
+#include "dom/InterfaceName.h"
 
 namespace Dom::StyleSheets {
 
@@ -11,7 +11,7 @@ LinkStyle::LinkStyle(StyleSheet* sheet) { SetSheet(sheet); }
 LinkStyle::~LinkStyle() { SetSheet(nullptr); }
 
 void* LinkStyle::QueryInterface(const char* name) {
-    return std::string_view(name) == "Dom::StyleSheets::LinkStyle" ? this : nullptr;
+    return detail::IsInterface(name, "Dom::StyleSheets::LinkStyle") ? this : nullptr;
 }
 
 void LinkStyle::SetSheet(StyleSheet* sheet) {

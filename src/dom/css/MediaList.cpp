@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/dom/css/MediaList.h>
 
+#include "dom/InterfaceName.h"
 #include "dom/css/CssHelpers.h"
 
 namespace Dom::StyleSheets {
 
 void* MediaList::QueryInterface(const char* name) {
-    return std::string_view(name) == "Dom::StyleSheets::MediaList" ? this : nullptr;
+    return detail::IsInterface(name, "Dom::StyleSheets::MediaList") ? this : nullptr;
 }
 
 std::size_t MediaList::Length() const {

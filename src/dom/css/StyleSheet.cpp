@@ -3,6 +3,8 @@
 #include <espalier/dom/css/StyleSheet.h>
 #include <espalier/dom/css/StyleSheetListImpl.h>
 
+#include "dom/InterfaceName.h"
+
 namespace Dom::StyleSheets {
 
 StyleSheet::StyleSheet(std::string_view type, Node* ownerNode, StyleSheet* parentStyleSheet,
@@ -20,7 +22,7 @@ StyleSheet::~StyleSheet() {
 }
 
 void* StyleSheet::QueryInterface(const char* name) {
-    return std::string_view(name) == "Dom::StyleSheets::StyleSheet" ? this : nullptr;
+    return detail::IsInterface(name, "Dom::StyleSheets::StyleSheet") ? this : nullptr;
 }
 
 }  // namespace Dom::StyleSheets

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/dom/css/StyleSheetList.h>
 
-#include <string_view>
+#include "dom/InterfaceName.h"
 
 namespace Dom::StyleSheets {
 
@@ -9,7 +9,7 @@ StyleSheetList::StyleSheetList() = default;
 StyleSheetList::~StyleSheetList() = default;
 
 void* StyleSheetList::QueryInterface(const char* name) {
-    return std::string_view(name) == "Dom::StyleSheets::StyleSheetList" ? this : nullptr;
+    return detail::IsInterface(name, "Dom::StyleSheets::StyleSheetList") ? this : nullptr;
 }
 
 }  // namespace Dom::StyleSheets

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/dom/css/StyleSheetListImpl.h>
 
+#include "dom/InterfaceName.h"
+
 #include <algorithm>
 #include <cassert>
-#include <string_view>
 #include <vector>
 
 namespace Dom::StyleSheets {
@@ -14,7 +15,7 @@ StyleSheetListImpl::StyleSheetListImpl() = default;
 StyleSheetListImpl::~StyleSheetListImpl() { Clear(); }
 
 void* StyleSheetListImpl::QueryInterface(const char* name) {
-    if (std::string_view(name) == "Dom::StyleSheets::StyleSheetListImpl") return this;
+    if (detail::IsInterface(name, "Dom::StyleSheets::StyleSheetListImpl")) return this;
     return StyleSheetList::QueryInterface(name);
 }
 
