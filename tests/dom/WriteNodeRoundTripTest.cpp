@@ -58,6 +58,14 @@ bool HasUndeclaredPrefix(const Document& document) {
     return false;
 }
 
+// As those that were read without namespaces are, which cannot be written.
+bool HasReferenceWithoutName(const Document& document) {
+    for (const std::string& line : support::TreeBelow(document)) {
+        if (line.ends_with("EntityReference ")) return true;
+    }
+    return false;
+}
+
 TEST(WriteNodeRoundTrip, SamplesStayWhatTheyAre) {
     int count = 0;
     for (const char* const folder : {ESPALIER_SAMPLES, ESPALIER_SAMPLES "/encodings"}) {
@@ -70,12 +78,13 @@ TEST(WriteNodeRoundTrip, SamplesStayWhatTheyAre) {
                  {support::WithNamespaces(), support::WithoutNamespaces()}) {
                 Document document;
                 LoadText(document, text, settings);
+                if (HasReferenceWithoutName(document)) continue;
                 ExpectSameWhenWritten(document, settings);
+                ++count;
             }
-            ++count;
         }
     }
-    EXPECT_GE(count, 14);
+    EXPECT_GE(count, 26);
 }
 
 TEST(WriteNodeRoundTrip, RandomDocumentsStayWhatTheyAre) {
@@ -96,7 +105,9 @@ TEST(WriteNodeRoundTrip, RandomDocumentsStayWhatTheyAre) {
         }
         if (settings.namespaces && HasUndeclaredPrefix(document)) continue;
         if (!settings.namespaces) {
-            if (text.find("&entity;") != std::string::npos) continue;  // it has lost its name
+            // White space that was written as a reference becomes white space between markup.
+            if (HasReferenceWithoutName(document)) continue;
+            if (text.find("&#1") != std::string::npos) continue;
             ++withoutNamespaces;
         }
         SCOPED_TRACE(text);
