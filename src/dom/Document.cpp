@@ -64,7 +64,7 @@ Document::~Document() {
     DocumentData& data = NodeAccess::Data(*this);
     data.document = nullptr;
     // Nodes that own nothing but pool memory, and that nobody else holds, go with the pool.
-    if (data.freeNodes == 1 && data.ownMemory == 0) NodeAccess::SetFirst(*this, nullptr);
+    if (data.GoesWithPool()) NodeAccess::SetFirst(*this, nullptr);
 }
 
 void* Document::QueryInterface(const char* name) {

@@ -56,7 +56,14 @@ public:
     /// As PlaceValue(); short texts that are equal mostly are one.
     astring* PlaceShared(std::string_view text);
 
-    /// Forgets all names and frees all memory when only the document itself is left.
+    /// Tells whether all nodes can be destroyed by freeing the pool: none owns anything else, and
+    /// none is outside of the tree.
+    bool GoesWithPool() const {
+        return freeNodes == 1 && ownMemory == 0 && otherLinks.IsEmpty();
+    }
+
+    /// Forgets all nodes and names and frees all memory when only the document itself is left, or
+    /// the document and nodes that go with the pool.
     void ClearWhenUnused();
 
     /// Counts a node out; who is gone with the document is deleted with its last node.

@@ -54,6 +54,10 @@ Attr& CheckItem(const Element& owner, Node* node) {
         DOMException::ThrowDOMException(DOMException::INUSE_ATTRIBUTE_ERR,
                                         Message::kAttributeInUse);
     }
+    if (NodeAccess::IsAtOrBelow(owner, attribute)) {
+        DOMException::ThrowDOMException(DOMException::HIERARCHY_REQUEST_ERR,
+                                        Message::kInsertAncestor);
+    }
     return attribute;
 }
 

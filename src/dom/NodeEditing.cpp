@@ -69,10 +69,16 @@ bool Node::IsSameDocument(const Node& node) const {
 bool Node::IsAtOrBelow(const Node& ancestor) const {
     if (this == &ancestor) return true;
     if (!MayContain(ancestor)) return false;
-    for (const Node* node = this; node != nullptr;) {
+    for (const Node* node = this; node != nullptr; node = node->parent_) {
         if (node == &ancestor) return true;
-        const bool isHeld = node->parent_ == nullptr && node->Has(InMap);
-        node = isHeld ? static_cast<const Attr*>(node)->OwnerElement() : node->parent_;
+        if (!node->Has(InMap)) continue;
+        const Element* const element = static_cast<const Attr*>(node)->OwnerElement();
+        if (node->parent_ != nullptr) {  // it has two places
+            if (element->IsAtOrBelow(ancestor)) return true;
+            continue;
+        }
+        node = element;
+        if (node == &ancestor) return true;
     }
     return false;
 }

@@ -20,6 +20,8 @@ public:
     Node* Previous(const Node& node) const { return Get(node, &Links::previous); }
     Node* Next(const Node& node) const { return Get(node, &Links::next); }
 
+    bool IsEmpty() const { return links_.empty(); }
+
     /// \name Show another node
     /// Null, or the node that the true link leads to, ends it.
     /// @{
