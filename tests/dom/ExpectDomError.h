@@ -32,4 +32,4 @@ std::string DomErrorOf(const Call& call) {
 
 /// Expects a Dom::DOMException with exactly this, for example "8 Node expected".
 #define EXPECT_DOM_ERROR(call, codeAndMessage) \
-    EXPECT_EQ(::support::DomErrorOf([&] { (void)(call); }), codeAndMessage) << #call
+    EXPECT_EQ(::support::DomErrorOf([&] { call; }), codeAndMessage) << #call
