@@ -186,6 +186,7 @@ public:
         reader_.setFeature(sax::features::kNamespacePrefixes, Has(kNamespacePrefixes));
         reader_.setFeature(sax::features::kNormalization, Has(kNormalization));
         reader_.setReportReaderErrors(Has(kReportReaderErrors));
+        reader_.setEntityLimits(kLimits);
     }
 
     Story Run(Bytes document, int bytesPerRead) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // expat with namespaces. A name is delivered as namespace, separator, local name, and is left as it
 // is. The parser is kept and reset for each further document.
+#include "reader/ExpatEncoding.h"
 #include "sax/EventLibrary.h"
 
 #include <expat.h>
@@ -28,6 +29,7 @@ public:
         XML_SetStartNamespaceDeclHandler(parser_, StartNamespace);
         XML_SetCharacterDataHandler(parser_, Characters);
         XML_SetProcessingInstructionHandler(parser_, Instruction);
+        XML_SetUnknownEncodingHandler(parser_, MapEncoding, nullptr);
         if (XML_Parse(parser_, document.data(), static_cast<int>(document.size()), XML_TRUE) !=
             XML_STATUS_OK) {
             throw std::runtime_error(XML_ErrorString(XML_GetErrorCode(parser_)));

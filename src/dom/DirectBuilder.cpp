@@ -12,6 +12,7 @@
 #include "dom/AttributeTable.h"
 #include "dom/FactoryBuilder.h"
 #include "dom/NodeAccess.h"
+#include "dom/StyleTarget.h"
 #include "xml/HashIndex.h"
 
 #include <atomic>
@@ -120,17 +121,15 @@ template Node& DirectBuilder::AddElement<true>(Node& parent);
 template Node& DirectBuilder::AddElement<false>(Node& parent);
 
 template <typename T>
-void DirectBuilder::AddValue(Node& parent, DocumentData::FixedName name) {
+void DirectBuilder::AddValue(Node& parent, const NodeName* name) {
     astring* const value = data_.PlaceValue(reader_.Value());
-    T* const node = NodeAccess::MakeLinked<T>(data_, data_.Name(name));
+    T* const node = NodeAccess::MakeLinked<T>(data_, name);
     NodeAccess::SetSharedValue(*node, value);
     NodeAccess::LinkNew(parent, *node);
 }
 
 void DirectBuilder::AddText(Node& parent) {
-    astring* const value = reader_.NodeType() == XmlNodeType::Text
-                               ? data_.PlaceValue(reader_.Value())
-                               : data_.PlaceWhitespace(reader_.Value());
+    astring* const value = data_.PlaceShared(reader_.Value());
     Text* const text =
         NodeAccess::MakeLinked<Text>(data_, data_.Name(DocumentData::FixedName::Text));
     NodeAccess::SetSharedValue(*text, value);
@@ -138,11 +137,11 @@ void DirectBuilder::AddText(Node& parent) {
 }
 
 void DirectBuilder::AddCDATASection(Node& parent) {
-    AddValue<CDATASection>(parent, DocumentData::FixedName::CDATASection);
+    AddValue<CDATASection>(parent, data_.Name(DocumentData::FixedName::CDATASection));
 }
 
 void DirectBuilder::AddComment(Node& parent) {
-    AddValue<Comment>(parent, DocumentData::FixedName::Comment);
+    AddValue<Comment>(parent, data_.Name(DocumentData::FixedName::Comment));
 }
 
 void DirectBuilder::AddReference(Node& parent, std::string_view name) {
@@ -151,9 +150,13 @@ void DirectBuilder::AddReference(Node& parent, std::string_view name) {
 }
 
 void DirectBuilder::AddInstruction(Node& parent) {
-    std::unique_ptr<ProcessingInstruction> instruction(
-        document_.CreateProcessingInstruction(reader_.Name(), reader_.Value()));
-    NodeAccess::Link(parent, *instruction.release(), nullptr);
+    const astring& target = reader_.Name();
+    if (target == kStyleTarget) {
+        NodeAccess::Link(parent,
+                         *document_.CreateProcessingInstruction(target, reader_.Value()), nullptr);
+        return;
+    }
+    AddValue<ProcessingInstruction>(parent, data_.names.Intern({}, target));
 }
 
 }  // namespace Dom::detail

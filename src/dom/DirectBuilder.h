@@ -37,7 +37,7 @@ private:
     const NodeName* NameOf(Xml::detail::XmlName::Counterpart& counterpart, std::string_view uri,
                            std::string_view qualified);
     template <typename T>
-    void AddValue(Node& parent, DocumentData::FixedName name);
+    void AddValue(Node& parent, const NodeName* name);
 
     Document& document_;
     Xml::XmlTextReader& reader_;

@@ -15,6 +15,7 @@
 #include "dom/InterfaceName.h"
 #include "dom/Messages.h"
 #include "dom/NodeAccess.h"
+#include "dom/StyleTarget.h"
 
 #include <memory>
 
@@ -136,7 +137,7 @@ EntityReference* Document::CreateEntityReference(std::string_view name) {
 
 ProcessingInstruction* Document::CreateProcessingInstruction(std::string_view target,
                                                              std::string_view instruction) {
-    if (target == "xml-stylesheet") return new StyleProcessingInstruction(instruction, this);
+    if (target == detail::kStyleTarget) return new StyleProcessingInstruction(instruction, this);
     DocumentData& data = NodeAccess::Data(*this);
     return NodeAccess::Make<ProcessingInstruction>(data, data.names.Intern({}, target),
                                                    instruction);

@@ -42,11 +42,15 @@ astring* DocumentData::PlaceValue(std::string_view text) {
     return new (pool.AllocateForGood(sizeof(astring))) astring(PlaceText(text));
 }
 
-astring* DocumentData::PlaceWhitespace(std::string_view text) {
-    const std::size_t last = text.empty() ? 0 : static_cast<unsigned char>(text.back());
-    astring*& slot = whitespace_[(text.size() * 3 + last) % kWhitespaceSlots];
-    if (slot == nullptr || *slot != text) slot = PlaceValue(text);
-    return slot;
+astring* DocumentData::PlaceShared(std::string_view text) {
+    if (text.empty() || text.size() > kMostShared) return PlaceValue(text);
+    // The last characters differ most; white space differs by its length.
+    const auto last = static_cast<unsigned char>(text.back());
+    const auto middle = static_cast<unsigned char>(text[text.size() / 2]);
+    const std::size_t slot = text.size() * 67 + last * 5 + middle * 17;
+    astring*& shared = shared_[slot % shared_.size()];
+    if (shared == nullptr || *shared != text) shared = PlaceValue(text);
+    return shared;
 }
 
 void DocumentData::ClearWhenUnused() {
@@ -54,7 +58,7 @@ void DocumentData::ClearWhenUnused() {
     names.Clear();
     pool.Clear();
     fixedNames_.fill(nullptr);
-    whitespace_.fill(nullptr);
+    shared_.fill(nullptr);
     NodeAccess::SetName(*document, Name(FixedName::Document));
 }
 

@@ -53,8 +53,8 @@ public:
     astring PlaceText(std::string_view text);
     /// Returns the text, in the pool; it is freed with all others.
     astring* PlaceValue(std::string_view text);
-    /// As PlaceValue(); equal texts of white space mostly are one.
-    astring* PlaceWhitespace(std::string_view text);
+    /// As PlaceValue(); short texts that are equal mostly are one.
+    astring* PlaceShared(std::string_view text);
 
     /// Forgets all names and frees all memory when only the document itself is left.
     void ClearWhenUnused();
@@ -65,10 +65,10 @@ public:
     }
 
 private:
-    static constexpr std::size_t kWhitespaceSlots = 32;
+    static constexpr std::size_t kMostShared = 15;  // bytes; longer ones are rarely equal
 
     std::array<const NodeName*, 5> fixedNames_{};
-    std::array<astring*, kWhitespaceSlots> whitespace_{};
+    std::array<astring*, 128> shared_{};
 };
 
 }  // namespace Dom::detail

@@ -1,22 +1,37 @@
 // SPDX-License-Identifier: MIT
 #include "dom/NodePool.h"
 
+#include "io/LargePages.h"
+
 #include <algorithm>
 #include <new>
 
 namespace Dom::detail {
 
-void* NodePool::AllocateFromNewChunk(std::size_t size) {
-    chunks_.reserve(chunks_.size() + 1 > chunks_.capacity() ? 2 * chunks_.size() + 4
-                                                            : chunks_.capacity());
-    if (size > kLargestChunk / 4) {  // in a chunk of its own; the newest one stays in use
-        return chunks_.emplace_back(new char[size]).get();
+char* NodePool::AddChunk(std::size_t size) {
+    chunks_.emplace_back();
+    try {
+        chunks_.back().reset(new char[size]);
+    } catch (...) {
+        chunks_.pop_back();
+        throw;
     }
-    const std::size_t chunkSize = std::max(chunkSize_, size);
-    char* const memory = chunks_.emplace_back(new char[chunkSize]).get();
+    total_ += size;
+    char* const chunk = chunks_.back().get();
+    // Most of the time that a large tree takes would go into getting its memory page by page.
+    IO::detail::PreferLargePages(chunk, size);
+    return chunk;
+}
+
+void* NodePool::AllocateFromNewChunk(std::size_t size) {
+    if (size > kUsualChunk / 4) return AddChunk(size);  // the newest chunk stays in use
+    const std::size_t chunkSize = std::min(
+        total_ < kUsualChunk ? std::max(kFirstChunk, std::max(total_, size))
+                             : std::max(kUsualChunk, total_ / kShare),
+        kLargestChunk);
+    char* const memory = AddChunk(chunkSize);
     next_ = memory + size;
     end_ = memory + chunkSize;
-    chunkSize_ = std::min(2 * chunkSize_, kLargestChunk);
     return memory;
 }
 
@@ -41,7 +56,7 @@ void NodePool::Clear() noexcept {
     chunks_.clear();
     free_.fill(nullptr);
     next_ = end_ = nullptr;
-    chunkSize_ = kFirstChunk;
+    total_ = 0;
 }
 
 }  // namespace Dom::detail

@@ -50,7 +50,9 @@ private:
     static constexpr std::size_t kUnit = 8;
     static constexpr std::size_t kMostSmall = 512;
     static constexpr std::size_t kFirstChunk = 2048;
-    static constexpr std::size_t kLargestChunk = 64 * 1024 - 64;
+    static constexpr std::size_t kUsualChunk = 64 * 1024 - 64;
+    static constexpr std::size_t kLargestChunk = 64 * 1024 * 1024;
+    static constexpr std::size_t kShare = 16;  // of all memory, that a chunk of a large pool takes
 
     struct FreeBlock {
         FreeBlock* next;
@@ -65,12 +67,13 @@ private:
     static std::size_t ClassOf(std::size_t size) { return (size + kUnit - 1) / kUnit; }
 
     void* AllocateFromNewChunk(std::size_t size);
+    char* AddChunk(std::size_t size);
     void* AllocateLarge(std::size_t size);
     void FreeLarge(void* memory) noexcept;
 
     char* next_ = nullptr;  // free memory of the newest chunk
     char* end_ = nullptr;
-    std::size_t chunkSize_ = kFirstChunk;
+    std::size_t total_ = 0;  // of all chunks
     std::vector<std::unique_ptr<char[]>> chunks_;
     LargeBlock* large_ = nullptr;
     std::array<FreeBlock*, kMostSmall / kUnit + 1> free_{};

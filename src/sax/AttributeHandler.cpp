@@ -23,6 +23,7 @@ const astring& LocalNameOf(const XmlAttribute& attribute) {
 }  // namespace
 
 void AttributeHandler::LoadAll() {
+    count_ = core_.AttributeCount();
     if (isIndexed_) {
         pairs_.Clear();
         isIndexed_ = false;
@@ -100,8 +101,7 @@ int AttributeHandler::getIndex(const char* uri, const char* localName) const {
         return PairIndex::Scan(count_, namesOf, ViewOf(uri), ViewOf(localName));
     }
     if (!isIndexed_) {
-        for (int i = 0; i < count_; ++i)
-            pairs_.Add(namesOf(i), i);
+        pairs_.Fill(count_, namesOf);
         isIndexed_ = true;
     }
     return pairs_.Find(ViewOf(uri), ViewOf(localName));

@@ -23,8 +23,11 @@ public:
     /// Gets ready for the element that the reader stands on.
     /// \throws Xml::Exception for references that cannot be resolved
     void Load() {
-        count_ = core_.AttributeCount();
-        if (count_ > 0) LoadAll();
+        if (core_.HasNoAttributes()) {
+            count_ = 0;
+        } else {
+            LoadAll();
+        }
     }
 
     int getLength() const override { return count_; }

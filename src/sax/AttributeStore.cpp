@@ -35,7 +35,12 @@ AttributeRecord& AttributeStore::AtForNames(int index) {
 void AttributeStore::Add(AttributeRecord record) {
     records_.push_back(std::move(record));
     if (!isIndexed_) return;
-    pairs_.Add(NamesOf(records_.back()), Count() - 1);
+    try {
+        pairs_.Add(NamesOf(records_.back()), Count() - 1);
+    } catch (...) {
+        records_.pop_back();  // or it would be there and not be found
+        throw;
+    }
 }
 
 void AttributeStore::Clear() {
@@ -62,8 +67,7 @@ int AttributeStore::Find(std::string_view uri, std::string_view localName) const
 
 void AttributeStore::IndexPairs() const {
     if (isIndexed_) return;
-    for (int i = 0; i < Count(); ++i)
-        pairs_.Add(NamesOf(*Get(i)), i);
+    pairs_.Fill(Count(), [this](int i) { return NamesOf(*Get(i)); });
     isIndexed_ = true;
 }
 

@@ -21,8 +21,8 @@ struct AttributeRecord {
 
 /// The attributes of an AttributesImpl.
 ///
-/// Pairs of namespace and local name are those that the attributes were added with. They are only
-/// indexed when one is asked for or a name is about to change.
+/// Deliberate: pairs of namespace and local name are those that the attributes were added with.
+/// They are only indexed when one is asked for or a name is about to change.
 class AttributeStore {
 public:
     int Count() const { return static_cast<int>(records_.size()); }

@@ -10,7 +10,7 @@
 namespace sax {
 
 SAXException::SAXException() = default;
-SAXException::SAXException(const char* message) : message_(message) {}
+SAXException::SAXException(const char* message) : message_(detail::ViewOf(message)) {}
 SAXException::SAXException(const astring& message) : message_(message) {}
 SAXException::SAXException(const SAXException& other) = default;
 SAXException& SAXException::operator=(const SAXException& other) = default;

@@ -101,6 +101,8 @@ SAXEnumeration* NamespaceSupport::getDeclaredPrefixes() const {
     return Enumerate(std::move(prefixes));
 }
 
+// Deliberate: what counts is whether the context has been used, as for declarePrefix(); the text of
+// the refusal speaks of contexts that were pushed, but right behind a push nothing is refused.
 void NamespaceSupport::setNamespaceDeclUris(bool value) {
     if (!isFresh_) throw SAXException(sax::detail::Message::kDeclUrisTooLate);
     if (value == declaresUris_) return;

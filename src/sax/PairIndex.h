@@ -27,13 +27,21 @@ public:
 
     void Clear() { entries_.clear(); }
 
+    /// Replaces what was entered by `count` attributes whose names `namesOf` returns.
+    template <typename NamesOf>
+    void Fill(int count, const NamesOf& namesOf) {
+        Clear();
+        for (int i = 0; i < count; ++i)
+            Add(namesOf(i), i);
+    }
+
     /// Enters an attribute.
     void Add(const AttributeNames& names, int index);
 
     /// Returns the index of an attribute, or -1.
     int Find(std::string_view uri, std::string_view localName) const;
 
-    /// Does the same without an index, for `count` attributes whose names `namesOf` returns.
+    /// Does the same without an index, for the attributes that Fill() would enter.
     template <typename NamesOf>
     static int Scan(int count, const NamesOf& namesOf, std::string_view uri,
                     std::string_view localName) {

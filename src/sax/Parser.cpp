@@ -16,12 +16,12 @@
 #include "sax/AttributeHandler.h"
 #include "sax/LocatorHandler.h"
 #include "sax/Messages.h"
+#include "sax/TextParts.h"
 #include "xml/ReaderAccess.h"
 #include "xml/ReaderCore.h"
 
 #include <climits>
 
-#include <algorithm>  // std::min
 #include <cstring>
 #include <optional>
 
@@ -43,8 +43,8 @@ astring With(const char* message, std::string_view name) {
 
 }  // namespace
 
-/// One parse: its reader and what belongs to it. Whatever ends it, the reader is left as it was
-/// found, and the parser is ready for the next.
+/// One parse: its reader and what belongs to it. Whatever ends it, the settings of the reader are
+/// left as they were found.
 class Parser::Run {
 public:
     Run(Parser& parser, XmlTextReader& source, const InputSource& input)
@@ -53,13 +53,12 @@ public:
           locator(source, input),
           attributes(source),
           isOwn(&source == parser.own_.get()),
+          // Deliberate: a reader that stands on a start tag has read it, so it is not reported. The
+          // end tag is, and ends the parse, as does any other at the depth of the first node.
           stopDepth(isOwn ? -1 : source.Depth()),
           parser_(parser) {}
 
-    ~Run() {
-        StopReading();
-        if (isOwn) reader.Close();
-    }
+    ~Run() { StopReading(); }
 
     Run(const Run&) = delete;
     Run& operator=(const Run&) = delete;
@@ -99,9 +98,9 @@ public:
     /// Returns the attributes of the current element, which `attributes` has loaded. They stay,
     /// too.
     const Attributes& TakeAttributes() {
-        if (!isOwn) [[unlikely]]
-            return keptAttributes_.emplace(attributes);
-        return attributes;
+        if (isOwn || attributes.getLength() == 0) [[likely]]
+            return attributes;
+        return keptAttributes_.emplace(attributes);
     }
 
     XmlTextReader& reader;
@@ -186,10 +185,9 @@ XmlTextReader& Parser::OpenInput(const InputSource& input) {
                               input.getCharacterStream() == nullptr;
     if (bringsReader && input.getReader() != nullptr) return *input.getReader();
     if (own_ == nullptr) own_ = std::make_unique<XmlTextReader>();
-    // It is open when memory ran out between here and the parse.
-    if (own_->ReadState() != XmlTextReader::Closed) own_->Close();
     own_->SetNamespaces(settings.namespaces);
     own_->SetEntityHandling(Xml::XmlEntityHandling::ExpandCharEntities);
+    own_->SetEntityLimits(settings.entityLimits);
     std::unique_ptr<IO::Stream> stream;
     if (input.getByteStream() != nullptr) {
         own_->SetStream(input.getByteStream(), false);
@@ -208,11 +206,15 @@ XmlTextReader& Parser::OpenInput(const InputSource& input) {
 
 void Parser::Parse(const InputSource& input) {
     if (isBusy_) throw SAXException(Message::kInvalidOperation);
+    // Made before anything is opened: whatever ends the parse, the parser is ready for the next.
     struct Busy {
-        bool& flag;
-        explicit Busy(bool& busy) : flag(busy) { flag = true; }
-        ~Busy() { flag = false; }
-    } const busy(isBusy_);
+        Parser& parser;
+        explicit Busy(Parser& busy) : parser(busy) { parser.isBusy_ = true; }
+        ~Busy() {
+            if (parser.own_ != nullptr) parser.own_->Close();
+            parser.isBusy_ = false;
+        }
+    } const busy(*this);
     Run run(*this, OpenInput(input), input);
     ParseDocument(input, run);
     if (settings.contentHandler != nullptr) settings.contentHandler->endDocument();
@@ -398,10 +400,11 @@ bool Parser::DispatchRare(Run& run) {
 
 // Reports a text of gigabytes in parts.
 void Parser::ReportLongText(const astring& text, TextEvent event) const {
-    const std::size_t end = text.length();  // a handler may move a reader that is its own
-    for (std::size_t start = 0; start < end;) {
+    const std::size_t end = text.length();
+    // A handler that moves a reader of its own has another text put in the place of this one.
+    for (std::size_t start = 0; start < end && text.length() == end;) {
         if (settings.contentHandler == nullptr) return;
-        const std::size_t length = std::min<std::size_t>(end - start, INT_MAX);
+        const std::size_t length = PartLength(text, start, INT_MAX);
         (settings.contentHandler->*event)(text.c_str() + start, 0, static_cast<int>(length));
         start += length;
     }

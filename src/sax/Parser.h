@@ -2,6 +2,7 @@
 #pragma once
 
 #include <espalier/sax/Forward.h>
+#include <espalier/xml/XmlEntityLimits.h>
 #include <espalier/xml/XmlTextReader.h>
 
 #include <memory>
@@ -19,6 +20,7 @@ struct ParserSettings {
     bool namespacePrefixes = false;
     bool normalization = false;
     bool reportsReaderErrors = false;
+    Xml::XmlEntityLimits entityLimits;
 };
 
 /// The parser behind XMLReader.

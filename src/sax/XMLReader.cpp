@@ -70,6 +70,14 @@ void XMLReader::setReportReaderErrors(bool report) {
 
 bool XMLReader::getReportReaderErrors() const { return parser_->settings.reportsReaderErrors; }
 
+void XMLReader::setEntityLimits(const Xml::XmlEntityLimits& limits) {
+    parser_->settings.entityLimits = limits;
+}
+
+const Xml::XmlEntityLimits& XMLReader::getEntityLimits() const {
+    return parser_->settings.entityLimits;
+}
+
 void XMLReader::parse(const InputSource& input) { parser_->Parse(input); }
 
 void XMLReader::parse(const astring& systemId) { parse(InputSource(systemId)); }

@@ -94,6 +94,8 @@ public:
     XmlSpace Space() const;
     char QuoteChar() const;
     int AttributeCount() const;
+    /// Tells of an element, and of no other node, whether AttributeCount() is 0.
+    bool HasNoAttributes() const { return attributeCount_ == 0; }
     const astring& AttributeValue(int i);
     const astring& AttributeValue(std::string_view name);
     const astring& AttributeValue(std::string_view localName, std::string_view uri);

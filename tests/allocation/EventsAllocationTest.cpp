@@ -3,6 +3,7 @@
 // Lets every single allocation of a parse fail, one run for each; and counts those of the steady
 // state.
 #include <espalier/io/Exception.h>
+#include <espalier/io/FileStream.h>
 #include <espalier/io/MemoryStream.h>
 #include <espalier/sax/InputSource.h>
 #include <espalier/sax/SAXParseException.h>
@@ -13,6 +14,7 @@
 #include <espalier/sax/helpers/SAXEnumeration.h>
 
 #include "support/FailingAllocation.h"
+#include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -197,6 +199,101 @@ TEST(EventsAllocation, AStreamThatTheReaderOwnsIsNotLost) {
         });
     });
     EXPECT_GT(failures, 5);
+}
+
+// A file that the parse has opened is closed at once, not by the next parse.
+TEST(EventsAllocation, AFileIsClosedWhateverFails) {
+    const support::TemporaryDirectory directory;
+    const std::string name = directory.Make("a.xml", "<a x='1'>text</a>");
+    Listener listener;
+    const long failures = FailingAllocation::ForEachFailure([&](FailingAllocation& failure) {
+        std::optional<sax::XMLReader> reader;
+        FailingAllocation::Exempt([&] {
+            reader.emplace();
+            reader->setContentHandler(&listener);
+        });
+        const Ending ending = EndingOf([&] { reader->parse(name.c_str()); });
+        FailingAllocation::Exempt([&] {
+            EXPECT_EQ(ending == Ending::Complete, !failure.HasFailed());
+            constexpr unsigned kWrite = 2;
+            constexpr unsigned kDenyAll = 0;
+            EXPECT_NO_THROW(
+                IO::FileStream(name.c_str(), IO::FileMode::Open, kWrite, kDenyAll).Close());
+        });
+    });
+    EXPECT_GT(failures, 5);
+}
+
+// An attribute that is not added whole is not there.
+TEST(EventsAllocation, AnAttributeIsAddedWholeOrNotAtAll) {
+    AttributesImpl attributes;
+    attributes.addAttribute("urn:some-namespace-uri", "first", "p:first", "CDATA", "1");
+    attributes.setURI(0, "urn:another-namespace-uri");  // from now on there is an index
+    int count = 1;
+    const long failures = FailingAllocation::ForEachFailure([&](FailingAllocation&) {
+        const Ending ending = EndingOf([&] {
+            attributes.addAttribute("urn:some-namespace-uri", "a-second-name-of-some-length",
+                                    "p:a-second-name-of-some-length", "CDATA", "2");
+        });
+        FailingAllocation::Exempt([&] {
+            if (ending == Ending::Complete) ++count;
+            ASSERT_EQ(attributes.getLength(), count);
+            EXPECT_EQ(attributes.getIndex("urn:some-namespace-uri", "a-second-name-of-some-length"),
+                      count == 1 ? -1 : 1);
+            EXPECT_EQ(attributes.getIndex("urn:some-namespace-uri", "first"), 0);
+        });
+    });
+    EXPECT_GT(failures, 3);
+    EXPECT_EQ(count, 2);
+}
+
+// Looks for attributes of the first element while memory runs out, and of the second in peace.
+class Stumbler : public sax::helpers::DefaultHandler {
+public:
+    explicit Stumbler(long number) : number_(number) {}
+    bool hasFailed = false;
+    int found = 0;
+
+    void startElement(const char*, const char*, const char* qName,
+                      const sax::Attributes& attributes) override {
+        if (std::strcmp(qName, "first") == 0) {
+            const FailingAllocation failure(number_);
+            EndingOf([&] { attributes.getIndex("", "none"); });
+            hasFailed = failure.HasFailed();
+        }
+        if (std::strcmp(qName, "second") != 0) return;
+        for (int i = 0; i < attributes.getLength(); ++i) {
+            if (attributes.getIndex("", attributes.getLocalName(i)) == i) ++found;
+        }
+    }
+
+private:
+    long number_;
+};
+
+TEST(EventsAllocation, ALookUpThatFailedLeavesNothingForTheNextElement) {
+    constexpr int kCount = 20;  // so many that they are indexed
+    std::string forwards;
+    std::string backwards;
+    for (int i = 0; i < kCount; ++i) {
+        const std::string one = " an-attribute-of-some-length-" + std::to_string(i) + "='x'";
+        forwards += one;
+        backwards = one + backwards;
+    }
+    const std::string document = "<a><first" + forwards + "/><second" + backwards + "/></a>";
+    long number = 1;
+    for (bool hasFailed = true; hasFailed; ++number) {
+        SCOPED_TRACE(number);
+        Stumbler stumbler(number);
+        sax::XMLReader reader;
+        reader.setContentHandler(&stumbler);
+        sax::InputSource source;
+        source.setCharacterStream(document.c_str());
+        reader.parse(source);
+        EXPECT_EQ(stumbler.found, kCount);
+        hasFailed = stumbler.hasFailed;
+    }
+    EXPECT_GT(number, kCount);
 }
 
 // The objects to keep: a failure leaves nothing behind, and setAttributes() nothing half done.

@@ -38,6 +38,10 @@ TYPED_TEST(SAXExceptions, KeepTheMessage) {
     EXPECT_EQ(assigned.getMessage(), "what happened");
 }
 
+TYPED_TEST(SAXExceptions, TakeANullPointerForAnEmptyText) {
+    EXPECT_EQ(TypeParam(static_cast<const char*>(nullptr)).getMessage(), "");
+}
+
 TYPED_TEST(SAXExceptions, AreCaughtAsTheirRootAndKeepTheirType) {
     try {
         throw TypeParam("thrown");

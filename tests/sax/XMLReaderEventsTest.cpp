@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Which events a document gives, and in which order. All have locator and document in front and end
-// document behind them.
+// What the events hold: texts, attributes and places. Which events a document gives, and in which
+// order, stands in tests/cases/events.
 #include <espalier/sax/Features.h>
 #include <espalier/sax/XMLReader.h>
 #include <espalier/sax/helpers/AttributesImpl.h>
@@ -22,205 +22,6 @@ using support::EventRecorder;
 using support::ParseText;
 using support::WhatIsThrown;
 using Lines = std::vector<std::string>;
-
-struct Row {
-    const char* what;
-    std::string document;
-    Lines events;
-};
-
-const Row kRows[] = {
-    // Elements.
-    {"an empty element", "<a/>", {"start a", "end a"}},
-    {"an element without content", "<a></a>", {"start a", "end a"}},
-    {"elements in an element",
-     "<a><b/><c></c></a>",
-     {"start a", "start b", "end b", "start c", "end c", "end a"}},
-    {"elements in each other",
-     "<a><b><c/></b></a>",
-     {"start a", "start b", "start c", "end c", "end b", "end a"}},
-    // Names.
-    {"a prefix",
-     "<p:a xmlns:p='urn:p'><p:b></p:b></p:a>",
-     {R"(start {urn:p}a p:a {}p xmlns:p="urn:p")", "start {urn:p}b p:b", "end {urn:p}b p:b",
-      "end {urn:p}a p:a"}},
-    {"a default namespace",
-     "<a xmlns='urn:d'><b x='1'/></a>",
-     {R"(start {urn:d}a a xmlns="urn:d")", R"(start {urn:d}b b x="1")", "end {urn:d}b b",
-      "end {urn:d}a a"}},
-    {"a default namespace undone",
-     "<a xmlns='urn:d'><b xmlns=''/></a>",
-     {R"(start {urn:d}a a xmlns="urn:d")", R"(start b xmlns="")", "end b", "end {urn:d}a a"}},
-    {"a prefix bound anew",
-     "<p:a xmlns:p='urn:1'><p:b xmlns:p='urn:2'/><p:c/></p:a>",
-     {R"(start {urn:1}a p:a {}p xmlns:p="urn:1")", R"(start {urn:2}b p:b {}p xmlns:p="urn:2")",
-      "end {urn:2}b p:b", "start {urn:1}c p:c", "end {urn:1}c p:c", "end {urn:1}a p:a"}},
-    {"a prefix that is not declared", "<p:a/>", {"start {}a p:a", "end {}a p:a"}},
-    {"the prefix xml",
-     "<a xml:lang='en'/>",
-     {R"(start a {http://www.w3.org/XML/1998/namespace}lang xml:lang="en")", "end a"}},
-    // Attributes.
-    {"attributes in their order",
-     "<a b='1' a='2'  c = \"3\"/>",
-     {R"(start a b="1" a="2" c="3")", "end a"}},
-    {"declarations between attributes",
-     "<a x='1' xmlns:p='urn:p' p:x='2' xmlns='urn:d'/>",
-     {R"(start {urn:d}a a x="1" {}p xmlns:p="urn:p" {urn:p}x p:x="2" xmlns="urn:d")",
-      "end {urn:d}a a"}},
-    {"references in a value", "<a x='&lt;&#65;&#x42;&amp;'/>", {R"(start a x="<AB&")", "end a"}},
-    {"an empty value", "<a x=''/>", {R"(start a x="")", "end a"}},
-    {"an entity in a value",
-     "<!DOCTYPE a [<!ENTITY e 'one'>]><a w='0' x='&e;' y='-&e;-&e;' z='3'/>",
-     {R"(start a w="0" x="one" y="-one-one" z="3")", "end a"}},
-    {"entities in entities in a value",
-     "<!DOCTYPE a [<!ENTITY e '[&f;&#65;&f;]'><!ENTITY f '2'>]><a x='1&e;3'/>",
-     {R"(start a x="1[2A2]3")", "end a"}},
-    {"an entity in the name of a namespace",
-     "<!DOCTYPE a [<!ENTITY e 'urn:e'>]><p:a xmlns:p='&e;'/>",
-     {R"(start {urn:e}a p:a {}p xmlns:p="urn:e")", "end {urn:e}a p:a"}},
-    // Text.
-    {"text", "<a>text</a>", {"start a", R"(text "text")", "end a"}},
-    {"text between elements",
-     "<a>1<b/>2<b/>3</a>",
-     {"start a", R"(text "1")", "start b", "end b", R"(text "2")", "start b", "end b",
-      R"(text "3")", "end a"}},
-    {"references in text",
-     "<a>1&lt;2&#65;&#x20AC;</a>",
-     {"start a", R"(text "1<2A\u{20AC}")", "end a"}},
-    {"a section is text",
-     "<a><![CDATA[<b>&amp;]]></a>",
-     {"start a", R"(text "<b>&amp;")", "end a"}},
-    {"a section between texts",
-     "<a>1<![CDATA[2]]>3</a>",
-     {"start a", R"(text "1")", R"(text "2")", R"(text "3")", "end a"}},
-    {"a section of white space is text",
-     "<a><![CDATA[ ]]></a>",
-     {"start a", R"(text " ")", "end a"}},
-    {"an empty section", "<a><![CDATA[]]></a>", {"start a", R"(text "")", "end a"}},
-    {"text across a comment",
-     "<a>1<!-- c -->2</a>",
-     {"start a", R"(text "1")", R"(text "2")", "end a"}},
-    {"line ends stay as they are", "<a>1\r\n2\r3</a>", {"start a", R"(text "1\r\n2\r3")", "end a"}},
-    {"a tab in text", "<a>1\t2 </a>", {"start a", R"(text "1\t2 ")", "end a"}},
-    // White space.
-    {"white space", "<a> \n\t</a>", {"start a", R"(blank " \n\t")", "end a"}},
-    {"white space between elements",
-     "<a>\n <b/>\n</a>",
-     {"start a", R"(blank "\n ")", "start b", "end b", R"(blank "\n")", "end a"}},
-    {"white space outside of the root element",
-     "<?xml version='1.0'?>\n<!-- c -->\n<a/>\n",
-     {R"(blank "\n")", R"(blank "\n")", "start a", "end a", R"(blank "\n")"}},
-    {"white space that is to be preserved is text",
-     "<a xml:space='preserve'> <b xml:space='default'> </b></a>",
-     {R"(start a {http://www.w3.org/XML/1998/namespace}space xml:space="preserve")", R"(text " ")",
-      R"(start b {http://www.w3.org/XML/1998/namespace}space xml:space="default")", R"(blank " ")",
-      "end b", "end a"}},
-    // Instructions and comments.
-    {"instructions anywhere",
-     "<?p 1?><a><?q 2 ?></a><?r?>",
-     {R"(instruction p "1")", "start a", R"(instruction q "2 ")", "end a", R"(instruction r "")"}},
-    {"no comments", "<!-- 1 --><a><!-- 2 --></a><!-- 3 -->", {"start a", "end a"}},
-    {"an instruction behind a comment behind the root element",
-     "<a/><!-- c --><?p x?>",
-     {"start a", "end a", R"(instruction p "x")"}},
-    {"no declaration", "<?xml version='1.0' encoding='UTF-8'?><a/>", {"start a", "end a"}},
-    // Entities.
-    {"an entity in text",
-     "<!DOCTYPE a [<!ENTITY e 'one'>]><a>&e;</a>",
-     {"start a", R"(text "one")", "end a"}},
-    {"an entity with markup",
-     "<!DOCTYPE a [<!ENTITY e '<b x=\"1\">&f;</b>'><!ENTITY f '2'>]><a>&e;</a>",
-     {"start a", R"(start b x="1")", R"(text "2")", "end b", "end a"}},
-    {"an entity with an instruction and a comment",
-     "<!DOCTYPE a [<!ENTITY e '<?p x?><!-- c -->'>]><a>&e;</a>",
-     {"start a", R"(instruction p "x")", "end a"}},
-    {"an external entity stands for nothing",
-     "<!DOCTYPE a [<!ENTITY e SYSTEM 'e.xml'>]><a>1&e;2</a>",
-     {"start a", R"(text "1")", R"(text "2")", "end a"}},
-    // The document type.
-    {"the document type itself", "<!DOCTYPE a SYSTEM 'a.dtd'><a/>", {"start a", "end a"}},
-    {"notations and unparsed entities in the order of their declarations",
-     "<!DOCTYPE a [<!NOTATION n SYSTEM 'ns'><!ENTITY e SYSTEM 'es' NDATA n>"
-     "<!NOTATION m PUBLIC 'mp' 'ms'><!ENTITY f PUBLIC 'fp' 'fs' NDATA m>]><a/>",
-     {R"(notation n "" "ns")", R"(unparsed e "" "es" n)", R"(notation m "mp" "ms")",
-      R"(unparsed f "fp" "fs" m)", "start a", "end a"}},
-    {"a notation with a public identifier alone",
-     "<!DOCTYPE a [<!NOTATION n PUBLIC 'np'>]><a/>",
-     {R"(notation n "np" "")", "start a", "end a"}},
-    {"entities that are parsed are not reported",
-     "<!DOCTYPE a [<!ENTITY e 'x'><!ENTITY f SYSTEM 'f.xml'><!ENTITY % g 'y'>"
-     "<!ENTITY % h SYSTEM 'h.xml'>]><a/>",
-     {"start a", "end a"}},
-    {"the first declaration of an entity counts",
-     "<!DOCTYPE a [<!NOTATION n SYSTEM 'n'><!ENTITY e SYSTEM '1' NDATA n>"
-     "<!ENTITY e SYSTEM '2' NDATA n><!ENTITY f 'x'><!ENTITY f SYSTEM '3' NDATA n>]><a/>",
-     {R"(notation n "" "n")", R"(unparsed e "" "1" n)", "start a", "end a"}},
-    {"instructions and comments in the document type",
-     "<!DOCTYPE a [<?p x?><!-- c -->]><a/>",
-     {"start a", "end a"}},
-};
-
-Lines Framed(const Lines& events) {
-    Lines lines = {"locator", "document"};
-    lines.insert(lines.end(), events.begin(), events.end());
-    lines.emplace_back("end document");
-    return lines;
-}
-
-TEST(XMLReaderEvents, AreThoseOfTheTable) {
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.what);
-        XMLReader reader;
-        EventRecorder recorder;
-        recorder.Attach(reader);
-        ParseText(reader, row.document);
-        EXPECT_EQ(recorder.lines(), Framed(row.events));
-    }
-}
-
-TEST(XMLReaderEvents, AreTheSameHoweverTheStreamCutsItsData) {
-    XMLReader reader;  // one for all
-    for (const Row& row : kRows) {
-        for (const int bytesPerRead : {1, 2, 3, 7}) {
-            SCOPED_TRACE(std::string(row.what) + " by " + std::to_string(bytesPerRead));
-            EventRecorder recorder;
-            recorder.Attach(reader);
-            ParseText(reader, row.document, bytesPerRead);
-            EXPECT_EQ(recorder.lines(), Framed(row.events));
-        }
-    }
-}
-
-// A missing handler leaves out its own events and no others.
-TEST(XMLReaderEvents, NeedTheirHandler) {
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.what);
-        Lines content = {"locator", "document"};
-        Lines declarations;
-        for (const std::string& line : row.events) {
-            const bool isDeclaration = line.starts_with("notation") || line.starts_with("unparsed");
-            (isDeclaration ? declarations : content).push_back(line);
-        }
-        content.emplace_back("end document");
-
-        XMLReader reader;
-        EventRecorder recorder;
-        reader.setContentHandler(&recorder);
-        ParseText(reader, row.document);
-        EXPECT_EQ(recorder.TakeLines(), content);
-
-        reader.setContentHandler(nullptr);
-        reader.setDTDHandler(&recorder);
-        ParseText(reader, row.document);
-        EXPECT_EQ(recorder.TakeLines(), declarations);
-
-        reader.setDTDHandler(nullptr);
-        reader.setErrorHandler(&recorder);
-        reader.setEntityResolver(&recorder);
-        ParseText(reader, row.document);
-        EXPECT_EQ(recorder.TakeLines(), Lines());
-    }
-}
 
 // Longer than the buffer: a text comes in one piece, white space in several.
 TEST(XMLReaderEvents, LongTextsComeAsTheReaderHasThem) {
@@ -365,6 +166,27 @@ TEST(XMLReaderAttributes, AreThoseOfTheirElementAlone) {
             ++element;
         });
     EXPECT_EQ(element, 4);
+}
+
+// So many that they are indexed; the next elements have others, and few.
+TEST(XMLReaderAttributes, AreFoundByNamespaceInTheirElementAlone) {
+    std::string forwards;
+    std::string backwards;
+    for (int i = 0; i < 20; ++i) {
+        const std::string one = " l" + std::to_string(i) + "='x'";
+        forwards += one;
+        backwards = one + backwards;
+    }
+    int element = 0;
+    CheckAttributes("<a" + forwards + " only='x'><b" + backwards + "/><c" + backwards +
+                        "/><d l1='x' l0='x'/><e/></a>",
+                    [&element](const sax::Attributes& attributes) {
+                        for (int i = 0; i < attributes.getLength(); ++i)
+                            EXPECT_EQ(attributes.getIndex("", attributes.getLocalName(i)), i);
+                        EXPECT_EQ(attributes.getIndex("", "only"), element == 0 ? 20 : -1);
+                        ++element;
+                    });
+    EXPECT_EQ(element, 5);
 }
 
 // Copies of all kinds, also by the type that the object has beneath the interface.

@@ -265,4 +265,19 @@ TEST(XMLReaderFeature, NormalizationSetAtTheStartOfADocumentHoldsForIt) {
     EXPECT_EQ(recorder.lines()[3], R"(text "\nx")");
 }
 
+// The input has been opened by then, with or without namespaces.
+TEST(XMLReaderFeature, NamespacesSetAtTheStartOfADocumentHoldForTheNext) {
+    XMLReader reader;
+    EventRecorder recorder;
+    recorder.Attach(reader);
+    recorder.onEvent = [&](const std::string& line) {
+        if (line == "document") reader.setFeature(kNamespaces, false);
+    };
+    ParseText(reader, "<p:a xmlns:p='u'/>");
+    EXPECT_EQ(recorder.TakeLines()[2], R"(start {u}a p:a {}p xmlns:p="u")");
+    EXPECT_FALSE(reader.getFeature(kNamespaces));
+    ParseText(reader, "<p:a xmlns:p='u'/>");
+    EXPECT_EQ(recorder.TakeLines()[2], R"(start p:a xmlns:p="u")");
+}
+
 }  // namespace

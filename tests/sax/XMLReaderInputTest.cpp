@@ -136,6 +136,14 @@ TEST_F(XMLReaderInput, WithoutAnyTheErrorComesFirstAndThenTheEnds) {
     EXPECT_EQ(recorder_.lines()[4], "end document");
 }
 
+TEST_F(XMLReaderInput, WithoutAnyAndWithoutAContentHandlerThereAreTheTwoErrors) {
+    reader_.setContentHandler(nullptr);
+    reader_.parse(InputSource());
+    ASSERT_EQ(recorder_.lines().size(), 2U);
+    EXPECT_EQ(recorder_.lines()[0], R"(fatal "No input source found." @0:0)");
+    EXPECT_TRUE(recorder_.lines()[1].starts_with(R"(fatal "Missing start element")"));
+}
+
 // The error about no input has no identifiers, whatever the input source has.
 TEST_F(XMLReaderInput, WithoutAnyTheErrorHasNoIdentifiers) {
     InputSource source;

@@ -239,6 +239,23 @@ TEST_F(ReadyReader, GetsItsNormalizationBack) {
     }
 }
 
+// Whatever event throws, the reader stands on its node and can be read on.
+TEST_F(ReadyReader, CanBeReadOnAfterAHandlerHasThrownAtAnyEvent) {
+    constexpr char kDocument[] = "<a x='1'>t<b/> <?p d?><c y='2'>u</c></a>";
+    DocumentReader whole(kDocument);
+    const std::size_t count = Parse(*whole).size() + 3;
+    for (std::size_t number = 1; number <= count; ++number) {
+        SCOPED_TRACE(number);
+        DocumentReader reader(kDocument);
+        recorder_.throwAt = static_cast<int>(number);
+        EXPECT_THROW(parser_.parse(InputSource(&*reader)), support::RecorderError);
+        recorder_.throwAt = 0;
+        recorder_.TakeLines();
+        EXPECT_EQ(WhatIsThrown([&] { reader.ReadAll(); }), "");
+        EXPECT_EQ(reader->ReadState(), Xml::XmlTextReader::EndOfFile);
+    }
+}
+
 TEST_F(ReadyReader, IsToldByTheLocator) {
     DocumentReader reader("<a>\n  <b/></a>");
     reader.ReadNodes(2);
@@ -334,6 +351,20 @@ TEST_F(ReadyReader, ThatIsReadToItsEndByAHandlerHasAnUnclosedElement) {
     EXPECT_TRUE(WhatIsThrown([&] {
                     parser_.parse(InputSource(&*again));
                 }).starts_with("SAXParseException: Unclosed element found."));
+}
+
+// Deliberate: the error was the handler's to see; what is left is an input that cannot be read on.
+TEST_F(ReadyReader, ThatFailsInAHandlerWhoKeepsTheErrorIsUnsupported) {
+    DocumentReader reader("<a><b>t</c></a>");
+    recorder_.onEvent = [&](const std::string& line) {
+        if (line != "start b") return;
+        EXPECT_TRUE(WhatIsThrown([&] { reader.ReadAll(); }).starts_with("Exception: End tag"));
+    };
+    parser_.parse(InputSource(&*reader));
+    ASSERT_EQ(recorder_.lines().size(), 6U);
+    EXPECT_EQ(recorder_.lines()[3], "start b");
+    EXPECT_TRUE(recorder_.lines()[4].starts_with(R"(fatal "Unsupported XML-document.")"));
+    EXPECT_EQ(recorder_.lines()[5], "end document");
 }
 
 TEST_F(ReadyReader, MayBeReadOnByAHandlerOfText) {

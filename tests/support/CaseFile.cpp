@@ -3,6 +3,9 @@
 
 #include "support/EscapedText.h"
 
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -12,18 +15,7 @@ namespace support {
 namespace {
 
 constexpr std::string_view kNameMark = "=== ";
-constexpr std::string_view kNodesMark = "--- nodes";
 constexpr std::string_view kBytes = "bytes";
-
-std::vector<std::string> SplitSettings(const std::string& text) {
-    std::vector<std::string> settings;
-    std::istringstream in(text);
-    for (std::string setting; std::getline(in, setting, ';');) {
-        const std::size_t first = setting.find_first_not_of(' ');
-        if (first != std::string::npos) settings.push_back(setting.substr(first));
-    }
-    return settings;
-}
 
 void ApplySetting(ReaderSettings& settings, const std::string& text) {
     using Xml::XmlEntityHandling;
@@ -66,39 +58,50 @@ void ParseName(ReaderCase& readerCase, const std::string& text) {
 
 std::string ReaderCase::Document() const { return Unescape(inputText); }
 
+std::vector<std::string> ReaderCase::SettingTexts() const {
+    std::vector<std::string> settings;
+    std::istringstream in(settingsText);
+    for (std::string setting; std::getline(in, setting, ';');) {
+        const std::size_t first = setting.find_first_not_of(' ');
+        if (first != std::string::npos) settings.push_back(setting.substr(first));
+    }
+    return settings;
+}
+
 ReaderSettings ReaderCase::Settings() const {
     ReaderSettings settings;
-    for (const std::string& text : SplitSettings(settingsText))
+    for (const std::string& text : SettingTexts())
         ApplySetting(settings, text);
     return settings;
 }
 
 Forms ReaderCase::AllowedForms() const {
-    for (const std::string& text : SplitSettings(settingsText)) {
+    for (const std::string& text : SettingTexts()) {
         if (text == kBytes) return Forms::OnlyUtf8;
     }
     return Forms::All;
 }
 
-CaseFile CaseFile::Load(const std::string& fileName) {
+CaseFile CaseFile::Load(const std::string& fileName, const std::string& mark) {
     std::ifstream in(fileName, std::ios::binary);
     if (!in) throw std::runtime_error("cannot read " + fileName);
 
-    // Part by part: a name line starts a case, "--- nodes" its second half.
-    enum class Section { Heading, Input, Nodes };
+    // Part by part: a name line starts a case, the mark its second half.
+    enum class Section { Heading, Input, Expected };
     Section section = Section::Heading;
     CaseFile file;
+    file.mark = mark;
     int lineNumber = 0;
     for (std::string line; std::getline(in, line);) {
         ++lineNumber;
         if (line.starts_with(kNameMark)) {
-            if (section == Section::Input) throw std::runtime_error("no nodes: " + fileName);
+            if (section == Section::Input) throw std::runtime_error("no " + mark + ": " + fileName);
             section = Section::Input;
             ReaderCase& readerCase = file.cases.emplace_back();
             readerCase.line = lineNumber;
             ParseName(readerCase, line.substr(kNameMark.size()));
-        } else if (section == Section::Input && line == kNodesMark) {
-            section = Section::Nodes;
+        } else if (section == Section::Input && line == mark) {
+            section = Section::Expected;
             std::string& input = file.cases.back().inputText;
             if (!input.empty()) input.pop_back();
         } else {
@@ -108,7 +111,8 @@ CaseFile CaseFile::Load(const std::string& fileName) {
             text += line + "\n";
         }
     }
-    if (section != Section::Nodes) throw std::runtime_error("no nodes at the end: " + fileName);
+    if (section != Section::Expected)
+        throw std::runtime_error("no " + mark + " at the end: " + fileName);
     return file;
 }
 
@@ -120,9 +124,22 @@ void CaseFile::Save(const std::string& fileName) const {
         if (!readerCase.settingsText.empty()) out << " {" << readerCase.settingsText << "}";
         out << "\n" << readerCase.inputText;
         if (!readerCase.inputText.empty()) out << "\n";
-        out << kNodesMark << "\n" << readerCase.expected;
+        out << mark << "\n" << readerCase.expected;
     }
     if (!out.flush()) throw std::runtime_error("cannot write " + fileName);
+}
+
+std::vector<std::string> CaseFileNames(const std::string& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        names.push_back(entry.path().stem().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+bool IsCaseUpdate() {
+    const char* const update = std::getenv("ESPALIER_UPDATE_CASES");
+    return update != nullptr && std::string_view(update) == "1";
 }
 
 }  // namespace support

@@ -4,11 +4,13 @@
 #include "support/DocumentForms.h"
 #include "support/ReaderSettings.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
 /// \file
-/// Files of cases for the reader: documents with the nodes that they have.
+/// Files of cases for the reader: documents with the nodes that they have. Those for the events are
+/// of the same form, with "--- events" in the place of "--- nodes".
 ///
 ///     === an empty element yields no end element {namespaces off; whitespace none}
 ///     <a x="1"/>
@@ -36,21 +38,37 @@ struct ReaderCase {
     /// Returns the document in UTF-8.
     std::string Document() const;
 
-    /// \throws std::invalid_argument for an unknown setting
+    /// Returns the settings one by one.
+    std::vector<std::string> SettingTexts() const;
+
+    /// \throws std::invalid_argument for a setting that is none of the reader
     ReaderSettings Settings() const;
 
     Forms AllowedForms() const;
 };
 
 struct CaseFile {
+    std::string mark;  ///< between a document and what is expected of it
     std::string heading;
     std::vector<ReaderCase> cases;
 
     /// Reads a file.
     /// \throws std::runtime_error when it cannot be read or has not the form described above
-    static CaseFile Load(const std::string& fileName);
+    static CaseFile Load(const std::string& fileName, const std::string& mark = "--- nodes");
 
     void Save(const std::string& fileName) const;
 };
+
+/// How many cases a file has, so that none is lost unseen.
+struct CaseCount {
+    const char* name;  ///< of the file, without extension
+    std::size_t cases;
+};
+
+/// Returns the names of the files of a folder, without extension, in their order.
+std::vector<std::string> CaseFileNames(const std::string& folder);
+
+/// Tells whether files of cases are to be written anew: whether ESPALIER_UPDATE_CASES is 1.
+bool IsCaseUpdate();
 
 }  // namespace support

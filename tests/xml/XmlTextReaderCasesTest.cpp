@@ -9,20 +9,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 namespace {
 
+using support::CaseCount;
 using support::CaseFile;
 using support::ReaderCase;
-
-struct CaseCount {
-    const char* name;   // of the file, without extension
-    std::size_t cases;  // so that none is lost unseen
-};
 
 constexpr CaseCount kFiles[] = {
     {"attributes", 19},       {"cdata", 9},      {"comments", 8},      {"declaration", 8},
@@ -33,11 +28,6 @@ constexpr CaseCount kFiles[] = {
 };
 
 std::string Folder() { return std::string(ESPALIER_TEST_CASES) + "/reader"; }
-
-bool IsUpdate() {
-    const char* update = std::getenv("ESPALIER_UPDATE_CASES");
-    return update != nullptr && std::string(update) == "1";
-}
 
 // Whether the end of the document is what the case is about.
 bool IsAboutTheEnd(const ReaderCase& readerCase) {
@@ -56,11 +46,12 @@ TEST_P(XmlTextReaderCases, HaveTheirNodesInAllForms) {
         SCOPED_TRACE(fileName + ":" + std::to_string(readerCase.line) + ": " + readerCase.name);
         const std::string document = readerCase.Document();
         const support::ReaderSettings settings = readerCase.Settings();
-        if (IsUpdate()) readerCase.expected = support::DumpDocument(document, settings);
+        if (support::IsCaseUpdate())
+            readerCase.expected = support::DumpDocument(document, settings);
         runs += support::ExpectNodesInAllForms(document, settings, readerCase.expected,
                                                readerCase.AllowedForms());
     }
-    if (IsUpdate()) file.Save(fileName);
+    if (support::IsCaseUpdate()) file.Save(fileName);
 
     EXPECT_EQ(file.cases.size(), GetParam().cases);
     EXPECT_GE(runs, static_cast<int>(5 * file.cases.size()));
@@ -99,16 +90,10 @@ INSTANTIATE_TEST_SUITE_P(Files, XmlTextReaderCases, testing::ValuesIn(kFiles),
                          });
 
 TEST(XmlTextReaderCaseFiles, AreAllRun) {
-    std::vector<std::string> found;
-    for (const auto& entry : std::filesystem::directory_iterator(Folder())) {
-        found.push_back(entry.path().filename().string());
-    }
-    std::sort(found.begin(), found.end());
-
     std::vector<std::string> listed;
     for (const CaseCount& file : kFiles)
-        listed.push_back(std::string(file.name) + ".case");
-    EXPECT_EQ(found, listed);
+        listed.emplace_back(file.name);
+    EXPECT_EQ(support::CaseFileNames(Folder()), listed);
 }
 
 TEST(XmlTextReaderCaseFiles, AreSavedAsTheyWereLoaded) {

@@ -19,7 +19,7 @@ public:
     virtual ~ContentHandler();
 
     /// Receives an object that tells where in the document the parse is. It is valid until
-    /// endDocument() has returned.
+    /// endDocument() has returned; where something is thrown, until that leaves parse().
     virtual void setDocumentLocator(const Locator* locator) = 0;
 
     /// Receives the beginning, once, before anything that stands in the document.

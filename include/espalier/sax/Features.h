@@ -6,7 +6,8 @@ namespace sax::features {
 
 /// Names have a namespace and a local name. On at first.
 inline constexpr char kNamespaces[] = "http://xml.org/sax/features/namespaces";
-/// Is kept and makes no difference: declarations of namespaces are reported as attributes always.
+/// Is kept. Deliberate: it makes no difference, as declarations of namespaces are reported as
+/// attributes always, and prefix mappings never.
 inline constexpr char kNamespacePrefixes[] = "http://xml.org/sax/features/namespace-prefixes";
 /// Is off and cannot be set.
 inline constexpr char kValidation[] = "http://xml.org/sax/features/validation";

@@ -6,8 +6,10 @@
 
 namespace sax {
 
-/// An error of the event layer, and the root of the others. It has no base; what a reader or a
-/// stream throws is an Xml::Exception and passes through the event layer as it is.
+/// An error of the event layer, and the root of the others. What a reader or a stream throws is an
+/// Xml::Exception and passes through the event layer as it is.
+///
+/// Deliberate: the family has a root of its own, as in SAX2; std::exception is no base of it.
 class ESPALIER_EXPORT SAXException {
 public:
     SAXException();

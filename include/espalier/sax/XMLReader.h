@@ -4,6 +4,7 @@
 #include <espalier/base/Export.h>
 #include <espalier/base/astring.h>
 #include <espalier/sax/Forward.h>
+#include <espalier/xml/XmlEntityLimits.h>
 
 #include <memory>
 
@@ -49,10 +50,10 @@ class ESPALIER_EXPORT XMLReader {
 public:
     XMLReader();
 
-    /// Makes a reader with the handlers and features of another.
+    /// Makes a reader with the handlers, features and limits of another.
     XMLReader(const XMLReader& other);
 
-    /// Takes over the handlers and features of another.
+    /// Takes over the handlers, features and limits of another.
     XMLReader& operator=(const XMLReader& other);
 
     ~XMLReader();
@@ -97,6 +98,12 @@ public:
     void setReportReaderErrors(bool report);
     /// Returns what setReportReaderErrors() has set.
     bool getReportReaderErrors() const;
+
+    /// Says how far the entities of a document may expand, from the next parse on, as
+    /// Xml::XmlTextReader::SetEntityLimits() does. A reader that is given as input keeps its own.
+    void setEntityLimits(const Xml::XmlEntityLimits& limits);
+    /// Returns what setEntityLimits() has set.
+    const Xml::XmlEntityLimits& getEntityLimits() const;
 
     /// Reads a document from the first source that `input` has.
     ///

@@ -14,8 +14,8 @@ class AttributeStore;
 
 /// Attributes to keep, or to make.
 ///
-/// An attribute is found by the namespace and local name that it was added with, whatever the
-/// setters have made of them since. Of two with the same, the first is found.
+/// Deliberate: an attribute is found by the namespace and local name that it was added with,
+/// whatever the setters have made of them since. Of two with the same, the first is found.
 class ESPALIER_EXPORT AttributesImpl : public Attributes {
 public:
     AttributesImpl();
