@@ -18,12 +18,6 @@ CharacterData::CharacterData(DOM_NODE_TYPE type, std::string_view name, std::str
     SetNodeValue(data);
 }
 
-CharacterData::CharacterData(DOM_NODE_TYPE type, const detail::NodeName* name)
-    : Node(type, name) {
-    Set(ValueBearing);
-    Set(SharedValue);
-}
-
 void* CharacterData::QueryInterface(const char* name) {
     return detail::IsInterface(name, "Dom::CharacterData") ? this : Node::QueryInterface(name);
 }
@@ -63,10 +57,6 @@ Text::Text(std::string_view data, Document* ownerDocument)
 Text::Text(DOM_NODE_TYPE type, std::string_view name, std::string_view data,
            Document* ownerDocument)
     : CharacterData(type, name, data, ownerDocument) {}
-
-Text::Text(DOM_NODE_TYPE type, const detail::NodeName* name) : CharacterData(type, name) {}
-
-Text::Text(const detail::NodeName* name) : CharacterData(TEXT_NODE, name) {}
 
 void* Text::QueryInterface(const char* name) {
     return detail::IsInterface(name, "Dom::Text") ? this : CharacterData::QueryInterface(name);

@@ -24,15 +24,12 @@ namespace {
 
 using Kind = AttributeTable::Entry::Kind;
 using Xml::XmlNodeType;
+using Xml::detail::AreEqual;
 using Xml::detail::XmlAttribute;
 
 std::uint64_t NextSerial() {
     static std::atomic<std::uint64_t> last = 0;
     return ++last;
-}
-
-bool AreEqual(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && Xml::detail::EqualBytes(a.data(), b.data(), a.size());
 }
 
 }  // namespace

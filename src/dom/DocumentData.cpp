@@ -4,6 +4,7 @@
 #include <espalier/dom/Document.h>
 
 #include "dom/NodeAccess.h"
+#include "xml/HashIndex.h"
 
 #include <cstring>
 #include <new>
@@ -32,7 +33,7 @@ astring DocumentData::PlaceText(std::string_view text) {
     constexpr std::size_t kBlock = 16;
     if (text.size() < kBlock) return astring(text);
     const std::size_t room = (text.size() / kBlock + 1) * kBlock;
-    auto* const buffer = static_cast<char*>(pool.AllocateForGood(room));
+    char* const buffer = pool.AllocateCharacters(room);
     std::memcpy(buffer, text.data(), text.size());
     buffer[text.size()] = '\0';
     return astring(astring::Placed{buffer, text.size(), room});
@@ -49,7 +50,7 @@ astring* DocumentData::PlaceShared(std::string_view text) {
     const auto middle = static_cast<unsigned char>(text[text.size() / 2]);
     const std::size_t slot = text.size() * 67 + last * 5 + middle * 17;
     astring*& shared = shared_[slot % shared_.size()];
-    if (shared == nullptr || *shared != text) shared = PlaceValue(text);
+    if (shared == nullptr || !Xml::detail::AreEqual(*shared, text)) shared = PlaceValue(text);
     return shared;
 }
 

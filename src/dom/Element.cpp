@@ -44,8 +44,6 @@ Element::Element(std::string_view namespaceURI, std::string_view qualifiedName,
                  Document* ownerDocument)
     : Node(ELEMENT_NODE, namespaceURI, qualifiedName, ownerDocument) {}
 
-Element::Element(const detail::NodeName* name) : Node(ELEMENT_NODE, name) {}
-
 void* Element::QueryInterface(const char* name) {
     return detail::IsInterface(name, "Dom::Element") ? this : Node::QueryInterface(name);
 }

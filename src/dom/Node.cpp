@@ -48,10 +48,6 @@ Node::Node(detail::DocumentData& data)
     list.word_ = NodeList::IsEmbedded;
 }
 
-Node::Node(DOM_NODE_TYPE type, const detail::NodeName* name) : DOMNodeType(type), name_(name) {
-    list.word_ = NodeList::IsEmbedded;
-}
-
 void* Node::QueryInterface(const char* name) {
     return detail::IsInterface(name, "Dom::Node") ? this : nullptr;
 }

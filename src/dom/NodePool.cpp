@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "dom/NodePool.h"
 
-#include "io/LargePages.h"
+#include "io/BackMemory.h"
 
 #include <algorithm>
 #include <new>
@@ -16,22 +16,20 @@ char* NodePool::AddChunk(std::size_t size) {
         chunks_.pop_back();
         throw;
     }
-    total_ += size;
     char* const chunk = chunks_.back().get();
-    // Most of the time that a large tree takes would go into getting its memory page by page.
-    IO::detail::PreferLargePages(chunk, size);
+    // Much of the time that a large tree takes would go into getting its memory page by page.
+    if (size >= kUsualChunk) IO::detail::BackMemory(chunk, size);
     return chunk;
 }
 
-void* NodePool::AllocateFromNewChunk(std::size_t size) {
+void* NodePool::AllocateFromNewChunk(Region& region, std::size_t size) {
     if (size > kUsualChunk / 4) return AddChunk(size);  // the newest chunk stays in use
     const std::size_t chunkSize = std::min(
-        total_ < kUsualChunk ? std::max(kFirstChunk, std::max(total_, size))
-                             : std::max(kUsualChunk, total_ / kShare),
+        region.total < kUsualChunk ? std::max(kFirstChunk, std::max(region.total, size))
+                                   : std::max(kUsualChunk, region.total / kShare),
         kLargestChunk);
     char* const memory = AddChunk(chunkSize);
-    next_ = memory + size;
-    end_ = memory + chunkSize;
+    region = {memory + size, memory + chunkSize, region.total + chunkSize};
     return memory;
 }
 
@@ -55,8 +53,7 @@ void NodePool::Clear() noexcept {
     while (large_ != nullptr) FreeLarge(large_ + 1);
     chunks_.clear();
     free_.fill(nullptr);
-    next_ = end_ = nullptr;
-    total_ = 0;
+    objects_ = characters_ = {};
 }
 
 }  // namespace Dom::detail

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 namespace Xml::detail {
 
@@ -37,6 +38,11 @@ inline bool EqualBytes(const char* a, const char* b, std::size_t length) {
     }
     return length == 0 ||
            (*a == *b && a[length / 2] == b[length / 2] && *(endA - 1) == *(endB - 1));
+}
+
+/// Tells whether two texts are equal, most of which are short.
+inline bool AreEqual(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && EqualBytes(a.data(), b.data(), a.size());
 }
 
 /// A second way to the entries of a large table, beside its chains: an array of (hash, entry) with

@@ -24,6 +24,7 @@
 #include <espalier/io/Exception.h>
 #include <espalier/io/Stream.h>
 
+#include "xml/LineEndScan.h"
 #include "xml/Messages.h"
 
 #include <memory>
@@ -262,10 +263,11 @@ const astring& ReaderCore::LookupNamespace(std::string_view prefix) const {
 // XML 1.0 section 2.11: CR LF and CR become LF. In attribute values (section 3.3.3) tabs and line
 // breaks become spaces.
 void ReaderCore::NormalizeLineEnds(astring& value, bool isAttribute) {
-    if (!isAttribute && value.find('\r') == astring::npos) return;
-    char* to = value.begin();
+    const std::size_t first = isAttribute ? FindLineBlank(value) : FindCarriageReturn(value);
+    if (first == value.length()) return;
+    char* to = value.begin() + first;
     bool afterCr = false;
-    for (const char c : value) {
+    for (const char c : value.view().substr(first)) {
         const bool isBreak = c == '\r' || c == '\n';
         if (c != '\n' || !afterCr) {
             *to++ = isAttribute && (isBreak || c == '\t') ? ' ' : isBreak ? '\n' : c;

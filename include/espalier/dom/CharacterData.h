@@ -37,7 +37,10 @@ protected:
     CharacterData(DOM_NODE_TYPE type, std::string_view name, std::string_view data,
                   Document* ownerDocument);
     /// \cond
-    CharacterData(DOM_NODE_TYPE type, const detail::NodeName* name);
+    CharacterData(DOM_NODE_TYPE type, const detail::NodeName* name) : Node(type, name) {
+        Set(ValueBearing);
+        Set(SharedValue);
+    }
     /// \endcond
 };
 

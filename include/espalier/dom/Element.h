@@ -98,7 +98,7 @@ private:
     friend class detail::NodeAccess;
 
     // Made in the pool, without a value.
-    explicit Element(const detail::NodeName* name);
+    explicit Element(const detail::NodeName* name) : Node(ELEMENT_NODE, name) {}
 
     detail::AttributeTable& Table();
 };

@@ -229,7 +229,9 @@ protected:
     // Makes a document, which is named "#document" and has no owner.
     explicit Node(detail::DocumentData& data);
     // Made in the pool.
-    Node(DOM_NODE_TYPE type, const detail::NodeName* name);
+    Node(DOM_NODE_TYPE type, const detail::NodeName* name) : DOMNodeType(type), name_(name) {
+        list.word_ = NodeList::IsEmbedded;
+    }
     /// \endcond
 
     /// \throws DOMException 7 "This node is read-only"

@@ -25,14 +25,14 @@ public:
 protected:
     Text(DOM_NODE_TYPE type, std::string_view name, std::string_view data, Document* ownerDocument);
     /// \cond
-    Text(DOM_NODE_TYPE type, const detail::NodeName* name);
+    Text(DOM_NODE_TYPE type, const detail::NodeName* name) : CharacterData(type, name) {}
     /// \endcond
 
 private:
     friend class detail::NodeAccess;
 
     // Made in the pool, without a value.
-    explicit Text(const detail::NodeName* name);
+    explicit Text(const detail::NodeName* name) : CharacterData(TEXT_NODE, name) {}
 };
 
 }  // namespace Dom
