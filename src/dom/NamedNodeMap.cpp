@@ -116,8 +116,7 @@ Node* NamedNodeMap::GetNamedItemNS(std::string_view namespaceURI,
 
 Node* NamedNodeMap::SetNamedItem(Node* node) {
     Attr& attribute = CheckItem(*owner_, node);
-    return SetItem(*owner_, attribute, Kind::ByName,
-                   TableOf(*owner_).Find(attribute.NameView()));
+    return SetItem(*owner_, attribute, Kind::ByName, TableOf(*owner_).Find(attribute.NameView()));
 }
 
 Node* NamedNodeMap::SetNamedItemNS(Node* node) {

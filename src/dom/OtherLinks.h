@@ -50,8 +50,8 @@ private:
     bool EndLinksBack(Node& source, Node& target);
     void ForgetSource(Node& target, Node& source);
 
-    std::unordered_map<const Node*, Links> links_;             // by source
-    std::unordered_multimap<const Node*, Node*> sources_;      // by target
+    std::unordered_map<const Node*, Links> links_;         // by source
+    std::unordered_multimap<const Node*, Node*> sources_;  // by target
 };
 
 }  // namespace Dom::detail
