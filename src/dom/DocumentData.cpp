@@ -59,6 +59,7 @@ void DocumentData::ClearWhenUnused() {
     pool.Clear();
     fixedNames_.fill(nullptr);
     shared_.fill(nullptr);
+    NodeAccess::SetFirst(*document, nullptr);
 }
 
 }  // namespace Dom::detail

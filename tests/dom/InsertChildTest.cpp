@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
 // InsertChild() and ExchangeChild(), after which all links tell of the new node. NodeModelTest
-// mixes them with the others.
+// mixes them with the others; what they refuse is in PlacingChecksTest.
 
 #include "dom/DomNodes.h"
 #include "dom/ExpectDomError.h"
@@ -15,12 +15,8 @@
 namespace {
 
 using Dom::NodePtr;
-using support::Add;
 using support::AddElement;
 using support::Links;
-using support::Lockable;
-
-using LockableElement = Lockable<Dom::Element>;
 
 // Appends `count` elements named a, b, c, d.
 std::vector<Dom::Node*> AddChildren(Dom::Element& root, std::size_t count) {
@@ -119,53 +115,6 @@ TEST(ExchangeChild, ByASiblingAndByItself) {
     EXPECT_EQ(Links(*root, nodes), "first=a last=c a(-,c) b(-,-)@- c(a,-)");
     const NodePtr a(root->ExchangeChild(nodes[0], nodes[0]));
     EXPECT_EQ(Links(*root, nodes), "first=c last=c a(-,-)@- b(-,-)@- c(-,-)");
-}
-
-TEST(InsertChild, HasTheErrorsOfInsertBefore) {
-    Dom::Document document;
-    Dom::Document other;
-    Dom::Element* root = AddElement(document, "root");
-    Dom::Element* a = AddElement(*root, "a");
-    auto* locked = Add<LockableElement>(*root, "locked");
-    Dom::Element* inLocked = AddElement(*locked, "inLocked");
-    locked->SetReadOnly(true);
-    const NodePtr stranger(other.CreateElement("stranger"));
-    const NodePtr n(document.CreateElement("n"));
-    EXPECT_DOM_ERROR(root->InsertChild(nullptr, a), "8 Node expected");
-    EXPECT_DOM_ERROR(root->InsertChild(n.get(), inLocked), "8 Node expected");
-    EXPECT_DOM_ERROR(locked->InsertChild(n.get(), inLocked), "7 This node is read-only");
-    EXPECT_DOM_ERROR(root->InsertChild(inLocked, a),
-                     "7 The parent of the node being inserted is read-only");
-    EXPECT_DOM_ERROR(root->InsertChild(stranger.get(), a),
-                     "4 The node to insert is was created from a different document than the one "
-                     "that created this node");
-    EXPECT_DOM_ERROR(root->InsertChild(root, a),
-                     "3 The node to insert is one of this node's ancestors");
-    EXPECT_EQ(support::TrueChildren(*root), "a locked");
-}
-
-TEST(ExchangeChild, HasTheErrorsOfReplaceChild) {
-    Dom::Document document;
-    Dom::Document other;
-    Dom::Element* root = AddElement(document, "root");
-    Dom::Element* a = AddElement(*root, "a");
-    auto* locked = Add<LockableElement>(*root, "locked");
-    Dom::Element* inLocked = AddElement(*locked, "inLocked");
-    locked->SetReadOnly(true);
-    const NodePtr stranger(other.CreateElement("stranger"));
-    const NodePtr n(document.CreateElement("n"));
-    EXPECT_DOM_ERROR(root->ExchangeChild(nullptr, a), "8 Node expected");
-    EXPECT_DOM_ERROR(root->ExchangeChild(n.get(), nullptr), "8 Node expected");
-    EXPECT_DOM_ERROR(root->ExchangeChild(n.get(), inLocked), "8 Node expected");
-    EXPECT_DOM_ERROR(locked->ExchangeChild(n.get(), inLocked), "7 This node is read-only");
-    EXPECT_DOM_ERROR(root->ExchangeChild(inLocked, a),
-                     "7 The parent of the node being inserted is read-only");
-    EXPECT_DOM_ERROR(root->ExchangeChild(stranger.get(), a),
-                     "4 The node to replace is was created from a different document than the one "
-                     "that created this node");
-    EXPECT_DOM_ERROR(root->ExchangeChild(root, a),
-                     "3 The node to replace is one of this node's ancestors");
-    EXPECT_EQ(support::TrueChildren(*root), "a locked");
 }
 
 }  // namespace
