@@ -65,12 +65,15 @@ void TellTree(const Dom::Document& document, EventList& events) {
 
 }  // namespace
 
-Reading ReadAsTree(const std::string& document) {
+Reading ReadAsTree(const std::string& document, References references) {
     IO::MemoryStream stream(reinterpret_cast<const unsigned char*>(document.data()),
                             static_cast<long>(document.size()));
     Xml::XmlTextReader reader;
     reader.SetStream(&stream, false);
     reader.SetNormalization(true);
+    if (references == References::Expanded) {
+        reader.SetEntityHandling(Xml::XmlEntityHandling::ExpandEntities);
+    }
     Dom::Document tree;
     Reading reading;
     try {

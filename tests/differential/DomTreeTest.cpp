@@ -16,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -25,6 +26,7 @@ namespace {
 
 using differential::ExpectSameEvents;
 using differential::Reading;
+using differential::References;
 using differential::Source;
 
 struct Counts {
@@ -69,6 +71,12 @@ std::string Rewritten(const std::string& document) {
             static_cast<std::size_t>(written.Length())};
 }
 
+bool IsInNamespaceOfEntity(const Reading& reading) {
+    return std::any_of(reading.lines.begin(), reading.lines.end(), [](const std::string& line) {
+        return line.starts_with("start ") && line.find("{&") != std::string::npos;
+    });
+}
+
 void CompareDocument(const std::string& document, Counts& counts) {
     const Reading ours = differential::ReadAsTree(document);
     const std::string error = ErrorOfReader(document);
@@ -78,6 +86,15 @@ void CompareDocument(const std::string& document, Counts& counts) {
         return;
     }
     const Reading theirs = differential::ReadAsLibxmlTree(document);
+    if (IsInNamespaceOfEntity(theirs)) {
+        // libxml2 takes the reference for the namespace; the reader knows it, but the attribute
+        // that declares it, and is written, has the reference in its text.
+        ExpectSameEvents(differential::ReadAsTree(document, References::Expanded),
+                         differential::ReadAsLibxmlTree(document, References::Expanded),
+                         "libxml2's tree");
+        ++counts.same;
+        return;
+    }
     if (theirs.error.empty()) {
         ExpectSameEvents(ours, theirs, "libxml2's tree");
         ++counts.same;

@@ -71,13 +71,14 @@ void TellTree(const xmlDoc& document, EventList& events) {
 
 }  // namespace
 
-Reading ReadAsLibxmlTree(const std::string& document) {
+Reading ReadAsLibxmlTree(const std::string& document, References references) {
     constexpr int kOptions =
         XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
     const LibxmlContext context = MakeLibxmlContext();
     const std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> tree(
-        xmlCtxtReadMemory(context.get(), document.data(), static_cast<int>(document.size()),
-                          nullptr, nullptr, kOptions),
+        xmlCtxtReadMemory(
+            context.get(), document.data(), static_cast<int>(document.size()), nullptr, nullptr,
+            references == References::Expanded ? kOptions | XML_PARSE_NOENT : kOptions),
         &xmlFreeDoc);
     if (tree == nullptr || context->wellFormed == 0 || context->nsWellFormed == 0) {
         return {{}, "is refused"};

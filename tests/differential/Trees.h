@@ -5,11 +5,17 @@
 
 namespace differential {
 
-/// Loads a document as a tree and tells it event by event, as if it were read: CDATA sections are
-/// texts, and a reference to an entity is a text "&name;".
-Reading ReadAsTree(const std::string& document);
+/// Says what becomes of references to entities.
+enum class References {
+    Kept,     ///< each is a text "&name;"
+    Expanded  ///< as far as entities are texts
+};
 
-/// The same with the tree of libxml2, which does not expand entities either.
-Reading ReadAsLibxmlTree(const std::string& document);
+/// Loads a document as a tree and tells it event by event, as if it were read: CDATA sections are
+/// texts.
+Reading ReadAsTree(const std::string& document, References references = References::Kept);
+
+/// The same with the tree of libxml2.
+Reading ReadAsLibxmlTree(const std::string& document, References references = References::Kept);
 
 }  // namespace differential
