@@ -24,10 +24,10 @@ char* NodePool::AddChunk(std::size_t size) {
 
 void* NodePool::AllocateFromNewChunk(Region& region, std::size_t size) {
     if (size > kUsualChunk / 4) return AddChunk(size);  // the newest chunk stays in use
-    const std::size_t chunkSize = std::min(
-        region.total < kUsualChunk ? std::max(kFirstChunk, std::max(region.total, size))
-                                   : std::max(kUsualChunk, region.total / kShare),
-        kLargestChunk);
+    const std::size_t chunkSize =
+        std::min(region.total < kUsualChunk ? std::max(kFirstChunk, std::max(region.total, size))
+                                            : std::max(kUsualChunk, region.total / kShare),
+                 kLargestChunk);
     char* const memory = AddChunk(chunkSize);
     region = {memory + size, memory + chunkSize, region.total + chunkSize};
     return memory;
@@ -50,7 +50,8 @@ void NodePool::FreeLarge(void* memory) noexcept {
 }
 
 void NodePool::Clear() noexcept {
-    while (large_ != nullptr) FreeLarge(large_ + 1);
+    while (large_ != nullptr)
+        FreeLarge(large_ + 1);
     chunks_.clear();
     free_.fill(nullptr);
     objects_ = characters_ = {};
