@@ -277,10 +277,12 @@ void DestroyAll(LinkTree& tree, Destruction destruction) {
 
 std::vector<Shape> AllShapes() {
     std::vector<Shape> shapes;
-    for (int count = 2; count <= 4; ++count)
-        for (const Change change : {Change::Insert, Change::Replace})
+    for (int count = 2; count <= 4; ++count) {
+        for (const Change change : {Change::Insert, Change::Replace}) {
             for (int position = 0; position < count; ++position)
                 shapes.push_back({count, change, position});
+        }
+    }
     return shapes;
 }
 
