@@ -41,14 +41,13 @@ public:
     /// Visits the attributes.
     class Iterator {
     public:
-        /// \name What the standard library asks of an iterator
-        /// @{
+        /// \cond
         using iterator_category = std::input_iterator_tag;
         using value_type = AttributeView;
         using difference_type = std::ptrdiff_t;
         using pointer = void;
         using reference = AttributeView;
-        /// @}
+        /// \endcond
 
         Iterator() = default;
 
@@ -74,6 +73,7 @@ public:
     };
 
     /// \name The range
+    /// In the order of the document.
     /// @{
     Iterator begin() const { return Iterator(table_, 0); }
     Iterator end() const { return Iterator(table_, size()); }

@@ -16,14 +16,13 @@ public:
     /// Visits the children.
     class Iterator {
     public:
-        /// \name What the standard library asks of an iterator
-        /// @{
+        /// \cond
         using iterator_category = std::forward_iterator_tag;
         using value_type = Node;
         using difference_type = std::ptrdiff_t;
         using pointer = Node*;
         using reference = Node&;
-        /// @}
+        /// \endcond
 
         Iterator() = default;
         explicit Iterator(Node* node) : node_(node), next_(Next(node)) {}
@@ -51,6 +50,7 @@ public:
     explicit ChildRange(Node* first) : first_(first) {}
 
     /// \name The range
+    /// In the order of the document.
     /// @{
     Iterator begin() const { return Iterator(first_); }
     Iterator end() const { return {}; }

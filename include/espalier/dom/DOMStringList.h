@@ -25,6 +25,7 @@ public:
     bool Contains(std::string_view string) const;
 
     /// \name Iteration
+    /// Over the strings, in their order.
     /// @{
     auto begin() const { return strings_.begin(); }
     auto end() const { return strings_.end(); }

@@ -78,14 +78,13 @@ private:
 /// Visits the attributes of a map.
 class NamedNodeMap::Iterator {
 public:
-    /// \name What the standard library asks of an iterator
-    /// @{
+    /// \cond
     using iterator_category = std::forward_iterator_tag;
     using value_type = Node*;
     using difference_type = std::ptrdiff_t;
     using pointer = Node* const*;
     using reference = Node*;
-    /// @}
+    /// \endcond
 
     Iterator() = default;
 

@@ -81,14 +81,13 @@ private:
 /// Visits the members of a list.
 class ESPALIER_EXPORT NodeList::Iterator {
 public:
-    /// \name What the standard library asks of an iterator
-    /// @{
+    /// \cond
     using iterator_category = std::forward_iterator_tag;
     using value_type = Node*;
     using difference_type = std::ptrdiff_t;
     using pointer = Node* const*;
     using reference = Node*;
-    /// @}
+    /// \endcond
 
     Iterator() = default;
 
