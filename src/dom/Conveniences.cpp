@@ -153,6 +153,19 @@ void JoinFollowing(Text& text) {
     text.SetData(joined);
 }
 
+// Joins the texts in the values of attributes.
+void JoinTextsOfAttributes(Node& node) {
+    AttributeTable* const table = NodeAccess::Table(node);
+    if (table == nullptr) return;
+    for (AttributeTable::Entry& entry : table->All()) {
+        if (entry.Node() == nullptr) continue;
+        Node* child = NodeAccess::First(*entry.Node());
+        for (; child != nullptr; child = NodeAccess::Next(*child)) {
+            if (child->NodeType() == Node::TEXT_NODE) JoinFollowing(static_cast<Text&>(*child));
+        }
+    }
+}
+
 }  // namespace
 
 astring Node::TextContent() const {
@@ -173,9 +186,11 @@ astring Node::TextContent() const {
 }
 
 void Node::Normalize() {
+    JoinTextsOfAttributes(*this);
     Node* node = NodeAccess::NextBelow(*this, *this);
     while (node != nullptr) {
         Node* const text = node;
+        JoinTextsOfAttributes(*node);
         const bool isText = text->NodeType() == TEXT_NODE;
         if (isText) JoinFollowing(static_cast<Text&>(*text));
         node = NodeAccess::NextBelow(*this, *text);

@@ -37,14 +37,14 @@ const detail::NodeName* InternName(Document* document, std::string_view uri,
 Node::Node(DOM_NODE_TYPE type, std::string_view namespaceURI, std::string_view name,
            Document* ownerDocument)
     : DOMNodeType(type), name_(InternName(ownerDocument, namespaceURI, name)) {
-    list.word_ = NodeList::IsEmbedded;
+    list_.word_ = NodeList::IsEmbedded;
     ++name_->data->freeNodes;
     NodeAccess::MarkOwnMemory(*this);
 }
 
 Node::Node(detail::DocumentData& data)
     : DOMNodeType(DOCUMENT_NODE), name_(data.Name(detail::DocumentData::FixedName::Document)) {
-    list.word_ = NodeList::IsEmbedded;
+    list_.word_ = NodeList::IsEmbedded;
 }
 
 void* Node::QueryInterface(const char* name) {

@@ -28,6 +28,7 @@ void NodeAccess::InsertTold(Node& parent, Node& node, Node& next) {
     if (before != nullptr && before->Has(Node::OtherNext)) others.SetNext(*before, nullptr);
     if (next.Has(Node::OtherPrevious)) others.SetPrevious(next, nullptr);
     if (isVisiblyFirst && parent.Has(Node::OtherFirst)) others.SetFirst(parent, &node);
+    if (node.Has(Node::IsTarget)) others.TargetIsLinked(node);
 }
 
 void NodeAccess::InsertUntold(Node& parent, Node& node, Node& next) {
@@ -43,6 +44,8 @@ void NodeAccess::InsertUntold(Node& parent, Node& node, Node& next) {
         throw;
     }
     if (next.Has(Node::OtherPrevious)) others.SetPrevious(next, nullptr);
+    // Only now: a link that leads to the node already is none that the insertion makes anew.
+    if (node.Has(Node::IsTarget)) others.TargetIsLinked(node);
 }
 
 void NodeAccess::ReplaceUntold(Node& parent, Node& node, Node& old) {
@@ -64,12 +67,14 @@ void NodeAccess::ReplaceUntold(Node& parent, Node& node, Node& old) {
     UnlinkTrue(old);
     if (old.Has(Node::OtherPrevious)) others.SetPrevious(old, nullptr);
     if (old.Has(Node::OtherNext)) others.SetNext(old, nullptr);
-    if (behind == nullptr || behind->Has(Node::OtherPrevious)) return;
     try {
-        others.SetPrevious(*behind, &old);
+        if (behind != nullptr && !behind->Has(Node::OtherPrevious)) {
+            others.SetPrevious(*behind, &old);
+        }
     } catch (const std::bad_alloc&) {
         // Without memory for it the true link is shown.
     }
+    if (node.Has(Node::IsTarget)) others.TargetIsLinked(node);
 }
 
 // Before a node is unlinked: does to the links of its neighbours what unlinking does to them.
@@ -94,6 +99,8 @@ void NodeAccess::PassLinksOn(Node& node) noexcept {
             others.SetFirst(parent, shownNext != nullptr ? shownNext : behind);
         } else if (before == nullptr && shownNext != nullptr && !parent.Has(Node::OtherFirst)) {
             others.SetFirst(parent, shownNext);
+        } else if (parent.Has(Node::OtherFirst) && others.First(parent) == First(parent)) {
+            others.SetFirst(parent, nullptr);
         }
     } catch (const std::bad_alloc&) {
         // Without memory for it the true link is shown.
@@ -126,7 +133,6 @@ void NodeAccess::LinkBefore(Node& parent, Node& node, Node& next) {
     next.previous_ = &node;
     if (!node.Has(Node::InMap)) --data.freeNodes;
     ++data.stamp;
-    if (node.Has(Node::IsTarget)) data.otherLinks.TargetIsLinked(node);
 }
 
 void NodeAccess::UnlinkTrue(Node& node) noexcept {

@@ -171,7 +171,7 @@ public:
     /// Gives a node a value of its own.
     static void SetValue(Node& node, std::string_view value) { node.SetNodeValue(value); }
     static void SetFirst(Node& parent, Node* child) {
-        parent.list.word_ = reinterpret_cast<std::uintptr_t>(child) | NodeList::IsEmbedded;
+        parent.list_.word_ = reinterpret_cast<std::uintptr_t>(child) | NodeList::IsEmbedded;
     }
 
 private:

@@ -292,7 +292,8 @@ TEST(AppendChildToADocument, TakesAnotherElementOnceTheFirstIsGone) {
     EXPECT_EQ(document.DocumentElement(), second);
     second->DestroyNode();
     EXPECT_EQ(document.DocumentElement(), nullptr);
-    EXPECT_EQ(AddElement(document, "third"), document.DocumentElement());
+    const Dom::Element* third = AddElement(document, "third");
+    EXPECT_EQ(document.DocumentElement(), third);
 }
 
 TEST(AppendChildToADocument, TakesCommentsAndInstructionsAnywhere) {

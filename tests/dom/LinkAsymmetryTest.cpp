@@ -251,11 +251,12 @@ void PrintTo(const Shape& shape, std::ostream* out) {
          << shape.position;
 }
 
-// Makes the shape; the numbers of the children follow each other, that of the new node is last.
+// Makes the shape; the numbers of the children follow each other, that of the new node is last. The
+// nodes lie on the heap, not in the memory of the document, so that each use after its end is seen.
 void Build(LinkTree& tree, Dom::Document& document, const Shape& shape) {
     const int fresh = kFirstChild + shape.count;
     for (int i = 0; i <= fresh; ++i)
-        tree.Adopt(i, document.CreateElement("n"));
+        tree.Adopt(i, new Dom::Element("", "n", &document));
     for (int i = 0; i < shape.count; ++i)
         tree.Append(kParent, kFirstChild + i);
     if (shape.change == Change::Insert) {
@@ -276,10 +277,12 @@ void DestroyAll(LinkTree& tree, Destruction destruction) {
 
 std::vector<Shape> AllShapes() {
     std::vector<Shape> shapes;
-    for (int count = 2; count <= 4; ++count)
-        for (const Change change : {Change::Insert, Change::Replace})
+    for (int count = 2; count <= 4; ++count) {
+        for (const Change change : {Change::Insert, Change::Replace}) {
             for (int position = 0; position < count; ++position)
                 shapes.push_back({count, change, position});
+        }
+    }
     return shapes;
 }
 

@@ -261,9 +261,10 @@ class NodeModel : public testing::TestWithParam<Setting> {};
 
 std::vector<Setting> AllSettings() {
     std::vector<Setting> settings;
-    for (const Means means : {Means::AsGiven, Means::Consistent, Means::Both})
+    for (const Means means : {Means::AsGiven, Means::Consistent, Means::Both}) {
         for (unsigned seed = 1; seed <= 20; ++seed)
             settings.push_back({seed, means});
+    }
     return settings;
 }
 INSTANTIATE_TEST_SUITE_P(All, NodeModel, testing::ValuesIn(AllSettings()));

@@ -56,7 +56,7 @@ void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.
 // root(a(below) locked(inLocked(belowLocked)) lockedToo(inLockedToo)), where those named so are
 // read-only, and nodes of another document.
 class PlacingChecks : public testing::TestWithParam<Operation> {
-protected:
+public:
     PlacingChecks() {
         locked->SetReadOnly(true);
         lockedToo->SetReadOnly(true);

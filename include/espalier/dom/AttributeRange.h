@@ -16,7 +16,9 @@ class ESPALIER_EXPORT AttributeView {
 public:
     /// Returns the qualified name.
     const astring& Name() const;
+    /// Returns the part of the name behind its first ":", or the whole name.
     std::string_view LocalName() const;
+    /// Returns the part of the name before its first ":"; empty without one.
     std::string_view Prefix() const;
     /// Returns the URI of the namespace, or empty.
     const astring& NamespaceURI() const;
@@ -36,13 +38,16 @@ private:
 /// nodes of them. Valid until the element's attributes change.
 class ESPALIER_EXPORT AttributeRange {
 public:
+    /// Visits the attributes.
     class Iterator {
     public:
+        /// \cond
         using iterator_category = std::input_iterator_tag;
         using value_type = AttributeView;
         using difference_type = std::ptrdiff_t;
         using pointer = void;
         using reference = AttributeView;
+        /// \endcond
 
         Iterator() = default;
 
@@ -67,10 +72,14 @@ public:
         std::size_t index_ = 0;
     };
 
+    /// \name The range
+    /// In the order of the document.
+    /// @{
     Iterator begin() const { return Iterator(table_, 0); }
     Iterator end() const { return Iterator(table_, size()); }
     std::size_t size() const;
     bool empty() const { return size() == 0; }
+    /// @}
 
 private:
     friend class Element;

@@ -13,13 +13,16 @@ namespace Dom {
 /// child that it stands on.
 class ESPALIER_EXPORT ChildRange {
 public:
+    /// Visits the children.
     class Iterator {
     public:
+        /// \cond
         using iterator_category = std::forward_iterator_tag;
         using value_type = Node;
         using difference_type = std::ptrdiff_t;
         using pointer = Node*;
         using reference = Node&;
+        /// \endcond
 
         Iterator() = default;
         explicit Iterator(Node* node) : node_(node), next_(Next(node)) {}
@@ -46,9 +49,13 @@ public:
 
     explicit ChildRange(Node* first) : first_(first) {}
 
+    /// \name The range
+    /// In the order of the document.
+    /// @{
     Iterator begin() const { return Iterator(first_); }
     Iterator end() const { return {}; }
     bool empty() const { return first_ == nullptr; }
+    /// @}
 
 private:
     Node* first_;

@@ -10,21 +10,22 @@ namespace Dom {
 /// of Xml::XmlNodeType.
 class ESPALIER_EXPORT DOMNodeType {
 public:
+    /// The kinds.
     enum DOM_NODE_TYPE : int {
-        UNDEFINED_NODE = 0,
-        ELEMENT_NODE = 1,
-        ATTRIBUTE_NODE = 2,
-        TEXT_NODE = 3,
-        CDATA_SECTION_NODE = 4,
-        ENTITY_REFERENCE_NODE = 5,
-        ENTITY_NODE = 6,
-        PROCESSING_INSTRUCTION_NODE = 7,
-        COMMENT_NODE = 8,
-        DOCUMENT_NODE = 9,
-        DOCUMENT_TYPE_NODE = 10,
-        DOCUMENT_FRAGMENT_NODE = 11,
-        NOTATION_NODE = 12,
-        XML_DECLARATION_NODE = 13
+        UNDEFINED_NODE = 0,               ///< no kind
+        ELEMENT_NODE = 1,                 ///< an Element
+        ATTRIBUTE_NODE = 2,               ///< an Attr
+        TEXT_NODE = 3,                    ///< a Text
+        CDATA_SECTION_NODE = 4,           ///< a CDATASection
+        ENTITY_REFERENCE_NODE = 5,        ///< an EntityReference
+        ENTITY_NODE = 6,                  ///< no class has it
+        PROCESSING_INSTRUCTION_NODE = 7,  ///< a ProcessingInstruction
+        COMMENT_NODE = 8,                 ///< a Comment
+        DOCUMENT_NODE = 9,                ///< a Document
+        DOCUMENT_TYPE_NODE = 10,          ///< a DocumentType
+        DOCUMENT_FRAGMENT_NODE = 11,      ///< a DocumentFragment
+        NOTATION_NODE = 12,               ///< no class has it
+        XML_DECLARATION_NODE = 13         ///< no class has it
     };
 
     /// Holds UNDEFINED_NODE.

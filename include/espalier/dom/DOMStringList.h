@@ -19,12 +19,17 @@ public:
 
     /// Returns string `index`, from 0 on; empty when there is none. Valid until the list changes.
     const astring& Item(std::size_t index) const;
+    /// Returns the number of strings.
     std::size_t Length() const { return strings_.size(); }
     /// Tells whether `string` is in the list.
     bool Contains(std::string_view string) const;
 
+    /// \name Iteration
+    /// Over the strings, in their order.
+    /// @{
     auto begin() const { return strings_.begin(); }
     auto end() const { return strings_.end(); }
+    /// @}
 
 private:
     std::vector<astring> strings_;

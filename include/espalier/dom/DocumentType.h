@@ -16,8 +16,11 @@ public:
     void* QueryInterface(const char* name) override;
     Node* CloneNode(bool deep) override;
 
+    /// Returns the name of the root element that the type is for.
     const astring& Name() const { return NodeName(); }
+    /// Returns the public identifier, or empty.
     const astring& PublicId() const { return publicId_; }
+    /// Returns the system identifier, or empty.
     const astring& SystemId() const { return systemId_; }
 
 private:

@@ -25,6 +25,7 @@ public:
 
     /// Returns attribute `index`, from 0 on, or null when there are not as many.
     Node* Item(std::size_t index) const;
+    /// Returns the number of attributes.
     std::size_t Length() const;
 
     /// Returns the attribute that was filed under `name`, or null.
@@ -50,6 +51,8 @@ public:
     /// \throws DOMException 7 "This node is read-only"; 8 "No node named ... in this map" with the
     ///     name
     Node* RemoveNamedItem(std::string_view name);
+    /// Does so by namespace and local name; without a namespace that is
+    /// RemoveNamedItem(localName).
     Node* RemoveNamedItemNS(std::string_view namespaceURI, std::string_view localName);
 
     /// Gives `newOwner`, which is to have no attributes yet, clones of all attributes.
@@ -75,11 +78,13 @@ private:
 /// Visits the attributes of a map.
 class NamedNodeMap::Iterator {
 public:
+    /// \cond
     using iterator_category = std::forward_iterator_tag;
     using value_type = Node*;
     using difference_type = std::ptrdiff_t;
     using pointer = Node* const*;
     using reference = Node*;
+    /// \endcond
 
     Iterator() = default;
 

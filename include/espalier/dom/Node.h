@@ -60,7 +60,7 @@ public:
     /// \name Properties
     /// @{
 
-    DOMNodeType NodeType() const { return *this; }
+    DOMNodeType NodeType() const { return static_cast<DOM_NODE_TYPE>(*this); }
 
     /// Returns the qualified name, the target of an instruction, the name of an entity, or one of
     /// "#text", "#cdata-section", "#comment", "#document" and "#document-fragment". Valid while
@@ -114,7 +114,7 @@ public:
     Node* NextSibling() const { return Has(OtherNext) ? SlowNext() : next_; }
 
     /// Returns the children, as a live list that is a part of the node.
-    const NodeList& ChildNodes() const { return list; }
+    const NodeList& ChildNodes() const { return list_; }
 
     bool HasChildNodes() const { return FirstChild() != nullptr; }
 
@@ -230,12 +230,13 @@ protected:
     explicit Node(detail::DocumentData& data);
     // Made in the pool.
     Node(DOM_NODE_TYPE type, const detail::NodeName* name) : DOMNodeType(type), name_(name) {
-        list.word_ = NodeList::IsEmbedded;
+        list_.word_ = NodeList::IsEmbedded;
     }
     /// \endcond
 
     /// \throws DOMException 7 "This node is read-only"
     void CheckReadOnly() const;
+    /// Says whether the node refuses changes, other than by SetData() of an instruction.
     void SetReadOnly(bool readOnly) { Set(ReadOnly, readOnly); }
 
     /// Gives a node its value, which a document, an element, a fragment and an entity reference do
@@ -271,7 +272,7 @@ private:
     // leads to the last one, whose `next_` is null. Links that differ from it are kept by the
     // document, and a flag tells of them.
     Node* TrueFirst() const {
-        return reinterpret_cast<Node*>(list.word_ & ~std::uintptr_t{NodeList::TagMask});
+        return reinterpret_cast<Node*>(list_.word_ & ~std::uintptr_t{NodeList::TagMask});
     }
     Node* TrueLast() const { return TrueFirst() == nullptr ? nullptr : TrueFirst()->previous_; }
     Node* TruePrevious() const {

@@ -59,6 +59,7 @@ private:
     friend class Node;
     struct Filter;
 
+    /// \cond
     // What the word is, by its lowest bits.
     enum Tag : std::uintptr_t {
         IsRoot = 0,      // the root of a list of children; null for an empty list
@@ -66,6 +67,7 @@ private:
         IsFilter = 2,    // a Filter, which the list owns
         TagMask = 3
     };
+    /// \endcond
 
     Node* Root() const;
     const Filter* GetFilter() const;
@@ -79,11 +81,13 @@ private:
 /// Visits the members of a list.
 class ESPALIER_EXPORT NodeList::Iterator {
 public:
+    /// \cond
     using iterator_category = std::forward_iterator_tag;
     using value_type = Node*;
     using difference_type = std::ptrdiff_t;
     using pointer = Node* const*;
     using reference = Node*;
+    /// \endcond
 
     Iterator() = default;
 

@@ -75,7 +75,7 @@ private:
 /// The list of the children of a node, which holds the link to the first one, too.
 class ChildList {
 protected:
-    NodeList list;
+    NodeList list_;
 };
 
 }  // namespace Dom::detail

@@ -18,7 +18,9 @@ public:
     /// Replaces the data. Deliberate: also when the node is read-only.
     virtual void SetData(std::string_view data);
 
+    /// Returns NodeName().
     const astring& Target() const { return NodeName(); }
+    /// Returns NodeValue().
     const astring& Data() const { return NodeValue(); }
 
 private:
