@@ -51,8 +51,12 @@ void Document::Load(std::string_view uri) {
 }
 
 void Document::LoadXml(std::string_view xml, std::string_view uri) {
-    IO::MemoryStream stream(reinterpret_cast<const unsigned char*>(xml.data()),
-                            static_cast<long>(xml.size()));
+    // The text may be that of a node or a property which loading destroys.
+    const bool mayBeOwn = HasChildNodes() || !documentURI_.empty();
+    const astring copy(mayBeOwn ? xml : std::string_view());
+    const std::string_view text = mayBeOwn ? copy.view() : xml;
+    IO::MemoryStream stream(reinterpret_cast<const unsigned char*>(text.data()),
+                            static_cast<long>(text.size()));
     LoadStream(*this, stream, uri);
 }
 
