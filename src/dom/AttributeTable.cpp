@@ -28,12 +28,22 @@ bool IsKeyOf(std::string_view key, std::string_view uri, std::string_view localN
            key[localName.size()] == kKeySeparator && key.ends_with(uri);
 }
 
+std::size_t HashText(std::string_view text) {
+    return Xml::detail::SeededHash(text.data(), static_cast<unsigned>(text.size()));
+}
+
+// A key has the same hash as a whole and in two parts.
 std::size_t HashKey(std::string_view key) {
-    return Xml::detail::SeededHash(key.data(), static_cast<unsigned>(key.size()));
+    const std::size_t separator = key.find(kKeySeparator);
+    return separator == std::string_view::npos
+               ? HashText(key)
+               : HashText(key.substr(0, separator)) + 31 * HashText(key.substr(separator + 1));
 }
 
 std::size_t HashKey(std::string_view uri, std::string_view localName) {
-    return HashKey(astring(localName) + kKeySeparator + uri);
+    const bool isUsual = localName.find(kKeySeparator) == std::string_view::npos;
+    return isUsual ? HashText(localName) + 31 * HashText(uri)
+                   : HashKey(astring(localName) + kKeySeparator + uri);
 }
 
 }  // namespace
@@ -133,16 +143,41 @@ std::size_t AttributeTable::Find(const Attr& node) const {
     return found == All().end() ? kNone : static_cast<std::size_t>(found - All().begin());
 }
 
-void AttributeTable::PutIntoIndex(std::uint32_t position) const {
+// Returns where in the index the search for an attribute starts.
+std::size_t AttributeTable::HomeOf(std::uint32_t position) const {
     const Entry& entry = At(position);
     const NodeName& key = entry.Key();
     const std::size_t hash =
         entry.IsByNamespace() ? HashKey(*key.uri, key.LocalName()) : HashKey(key.qualified);
+    return hash & (extras_->indexSize - 1);
+}
+
+void AttributeTable::PutIntoIndex(std::uint32_t position) const {
     const std::size_t mask = extras_->indexSize - 1;
-    std::size_t at = hash & mask;
+    std::size_t at = HomeOf(position);
     while (extras_->index[at] != 0)
         at = (at + 1) & mask;
     extras_->index[at] = position + 1;
+}
+
+// Takes an attribute that is still there out of the index. Those that stand behind it because
+// their place was taken move up; those with a larger position get one less.
+void AttributeTable::TakeFromIndex(std::uint32_t position) const {
+    const std::size_t mask = extras_->indexSize - 1;
+    std::uint32_t* const index = extras_->index;
+    std::size_t hole = HomeOf(position);
+    while (index[hole] != position + 1)
+        hole = (hole + 1) & mask;
+    for (std::size_t at = (hole + 1) & mask; index[at] != 0; at = (at + 1) & mask) {
+        const std::size_t home = HomeOf(index[at] - 1);
+        if (((at - home) & mask) < ((at - hole) & mask)) continue;  // it would be before its home
+        index[hole] = index[at];
+        hole = at;
+    }
+    index[hole] = 0;
+    if (position + 1 == count_) return;
+    for (std::size_t at = 0; at <= mask; ++at)
+        index[at] -= index[at] > position + 1 ? 1U : 0U;
 }
 
 void AttributeTable::BuildIndex() const {
@@ -184,7 +219,11 @@ AttributeTable* AttributeTable::Add(const Entry& entry) {
 }
 
 void AttributeTable::RemoveAt(std::size_t index) noexcept {
-    DropIndex();
+    try {
+        if (HasIndex()) TakeFromIndex(static_cast<std::uint32_t>(index));
+    } catch (const std::bad_alloc&) {
+        DropIndex();  // the next search makes another
+    }
     std::copy(Entries() + index + 1, Entries() + count_, Entries() + index);
     --count_;
 }

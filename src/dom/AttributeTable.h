@@ -116,7 +116,9 @@ private:
     Extras& GetExtras(NodePool& pool) const;
     bool HasIndex() const { return extras_ != nullptr && extras_->index != nullptr; }
     void BuildIndex() const;
+    std::size_t HomeOf(std::uint32_t position) const;
     void PutIntoIndex(std::uint32_t position) const;
+    void TakeFromIndex(std::uint32_t position) const;
     void DropIndex() const noexcept;
     template <typename Test>
     std::size_t FindWhere(std::size_t hash, const Test& test) const;

@@ -12,6 +12,8 @@
 #include "dom/FactoryBuilder.h"
 #include "dom/Messages.h"
 #include "dom/NodeAccess.h"
+#include "xml/ReaderAccess.h"
+#include "xml/ReaderCore.h"
 
 #include <cstddef>
 
@@ -31,7 +33,7 @@ using Xml::XmlTextReader;
 template <typename Builder>
 void TreeLoader<Builder>::Load() {
     if (reader_.ReadState() != XmlTextReader::Initial) return ReadRoot();
-    if (!reader_.Read()) return;
+    if (!ReadFirst()) return;
     ReadDeclaration();
     NodeAccess::SetInputEncoding(document_, reader_.Encoding());
     ReadMiscellany();
@@ -41,6 +43,19 @@ void TreeLoader<Builder>::Load() {
     reader_.Read();
     ReadMiscellany();
     if (!reader_.Eof()) ThrowNotWellFormed();
+}
+
+// Reads what comes first. The implementation decides on the version that a declaration gives.
+template <typename Builder>
+bool TreeLoader<Builder>::ReadFirst() {
+    struct AnyVersion {
+        bool& setting;
+        explicit AnyVersion(bool& reads) : setting(reads) { setting = true; }
+        ~AnyVersion() { setting = false; }
+        AnyVersion(const AnyVersion&) = delete;
+        AnyVersion& operator=(const AnyVersion&) = delete;
+    } const anyVersion(Xml::detail::ReaderAccess::Core(reader_).readsAnyVersion);
+    return reader_.Read();
 }
 
 template <typename Builder>

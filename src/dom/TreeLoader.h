@@ -22,6 +22,7 @@ public:
     void Load();
 
 private:
+    bool ReadFirst();
     void ReadDeclaration();
     void ReadMiscellany();
     void ReadRoot();

@@ -87,6 +87,7 @@ public:
     XmlTextReader::XmlWsHandlingEnum whitespaceHandling = XmlTextReader::WsAll;
     XmlEntityHandling entityHandling = XmlEntityHandling::ExpandCharEntities;
     XmlEntityLimits entityLimits;
+    bool readsAnyVersion = false;  ///< whoever reads decides on the version of XML himself
 
     const char* EncodingName() const;
     Place NodePlace() const;

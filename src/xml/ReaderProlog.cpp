@@ -82,7 +82,7 @@ void ReaderCore::HandleDeclarationPart(DeclarationPart part, const astring& valu
     switch (part) {
     case DeclarationPart::None: break;
     case DeclarationPart::Version:
-        if (value != "1.0") scanner_.Throw(Message::kUnsupportedVersion);
+        if (value != "1.0" && !readsAnyVersion) scanner_.Throw(Message::kUnsupportedVersion);
         break;
     case DeclarationPart::Encoding: SwitchEncoding(value); break;
     case DeclarationPart::Standalone:
