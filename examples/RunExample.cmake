@@ -3,7 +3,7 @@
 # compares what it prints, or what it has written to the file DOCUMENT, with the file EXPECTED.
 if(DEFINED DOCUMENT)
     file(REMOVE ${DOCUMENT})
-    execute_process(COMMAND ${PROGRAM} ${DOCUMENT} OUTPUT_VARIABLE printed RESULT_VARIABLE result)
+    execute_process(COMMAND ${PROGRAM} ${ARGUMENT} ${DOCUMENT} OUTPUT_VARIABLE printed RESULT_VARIABLE result)
     if(printed)
         message(FATAL_ERROR "printed:\n${printed}")
     endif()

@@ -42,7 +42,8 @@ const astring& Attr::Value() const {
         NodeAccess::MarkOwnMemory(const_cast<Attr&>(*this));
     }
     joined_->clear();
-    for (; child != nullptr; child = NodeAccess::Next(*child)) joined_->append(child->NodeValue());
+    for (; child != nullptr; child = NodeAccess::Next(*child))
+        joined_->append(child->NodeValue());
     return *joined_;
 }
 

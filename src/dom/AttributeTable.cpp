@@ -140,7 +140,8 @@ void AttributeTable::PutIntoIndex(std::uint32_t position) const {
         entry.IsByNamespace() ? HashKey(*key.uri, key.LocalName()) : HashKey(key.qualified);
     const std::size_t mask = extras_->indexSize - 1;
     std::size_t at = hash & mask;
-    while (extras_->index[at] != 0) at = (at + 1) & mask;
+    while (extras_->index[at] != 0)
+        at = (at + 1) & mask;
     extras_->index[at] = position + 1;
 }
 
@@ -149,9 +150,11 @@ void AttributeTable::BuildIndex() const {
     Extras& extras = GetExtras(pool);
     const std::size_t size = std::bit_ceil(4 * std::size_t{count_});
     void* const memory = pool.Allocate(size * sizeof(std::uint32_t));
-    extras.index = static_cast<std::uint32_t*>(std::memset(memory, 0, size * sizeof(std::uint32_t)));
+    extras.index =
+        static_cast<std::uint32_t*>(std::memset(memory, 0, size * sizeof(std::uint32_t)));
     extras.indexSize = static_cast<std::uint32_t>(size);
-    for (std::uint32_t i = 0; i < count_; ++i) PutIntoIndex(i);
+    for (std::uint32_t i = 0; i < count_; ++i)
+        PutIntoIndex(i);
 }
 
 void AttributeTable::DropIndex() const noexcept {
@@ -188,8 +191,8 @@ void AttributeTable::RemoveAt(std::size_t index) noexcept {
 
 Attr& AttributeTable::NodeOf(Element& owner, Entry& entry) {
     if (entry.Node() == nullptr) {
-        entry.SetNode(NodeAccess::MakeAttribute(owner, &entry.Key(), entry.OwnValue(),
-                                                entry.IsPlain()));
+        entry.SetNode(
+            NodeAccess::MakeAttribute(owner, &entry.Key(), entry.OwnValue(), entry.IsPlain()));
     }
     return *entry.Node();
 }

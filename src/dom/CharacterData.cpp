@@ -74,8 +74,8 @@ Text* Text::SplitText(std::size_t offset) {
     NodePtr made;
     try {
         detail::DocumentData& data = NodeAccess::Data(*this);
-        made.reset(NodeAccess::Make<Text>(
-            data, data.Name(detail::DocumentData::FixedName::Text), tail));
+        made.reset(
+            NodeAccess::Make<Text>(data, data.Name(detail::DocumentData::FixedName::Text), tail));
         if (Node* const parent = ParentNode()) {
             // Without a next sibling this appends.
             parent->InsertBefore(made.get(), NextSibling());

@@ -6,8 +6,7 @@
 namespace Dom {
 
 DOMException::DOMException(EXCEPTION_CODE code, std::string_view message)
-    : Xml::Exception(astring(detail::Message::kPrefix) + message, astring(), -1, -1),
-      code_(code) {}
+    : Xml::Exception(astring(detail::Message::kPrefix) + message, astring(), -1, -1), code_(code) {}
 
 DOMException::DOMException(const DOMException& other) noexcept = default;
 

@@ -21,9 +21,9 @@ struct Feature {
 
 // Deliberate: "XMLVersion" is the one feature that no missing version stands for.
 constexpr Feature kFeatures[] = {
-    {"Core", ""},       {"Core", "2.0"},  {"Views", ""},  {"Views", "2.0"}, {"XML", ""},
-    {"XML", "1.0"},     {"XMLVersion", "1.0"}, {"XHTML", ""},  {"XHTML", "1.0"}, {"HTML", ""},
-    {"HTML", "4.01"},   {"HTML", "4.0"},  {"CSS", ""},    {"CSS", "2.0"},
+    {"Core", ""},     {"Core", "2.0"},       {"Views", ""}, {"Views", "2.0"}, {"XML", ""},
+    {"XML", "1.0"},   {"XMLVersion", "1.0"}, {"XHTML", ""}, {"XHTML", "1.0"}, {"HTML", ""},
+    {"HTML", "4.01"}, {"HTML", "4.0"},       {"CSS", ""},   {"CSS", "2.0"},
 };
 
 }  // namespace
@@ -54,8 +54,7 @@ DocumentType* DOMImplementation::CreateDocumentType(std::string_view /*qualified
 }
 
 Document* DOMImplementation::CreateDocument(std::string_view namespaceURI,
-                                            std::string_view qualifiedName,
-                                            DocumentType* doctype) {
+                                            std::string_view qualifiedName, DocumentType* doctype) {
     if (qualifiedName == "html") {
         return new HTMLDocument(namespaceURI, qualifiedName, doctype, this);
     }

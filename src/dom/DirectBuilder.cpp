@@ -79,8 +79,7 @@ Node& DirectBuilder::AddElement(Node& parent) {
 
 template <bool kNamespaces>
 void DirectBuilder::AddAttributes(Element& element, int count) {
-    AttributeTable* const table =
-        AttributeTable::Make(data_.pool, static_cast<std::size_t>(count));
+    AttributeTable* const table = AttributeTable::Make(data_.pool, static_cast<std::size_t>(count));
     NodeAccess::SetTable(element, table);
     for (int i = 0; i < count; ++i) {
         const XmlAttribute& attribute = core_.AttributeAt(i);
@@ -91,7 +90,7 @@ void DirectBuilder::AddAttributes(Element& element, int count) {
             AddReferencingAttribute<kNamespaces>(element, i, name);
             continue;
         }
-        const Kind kind = !kNamespaces ? Kind::Plain
+        const Kind kind = !kNamespaces  ? Kind::Plain
                           : uri.empty() ? Kind::ByName
                                         : Kind::ByNamespace;
         table->AddLoaded({name, kind, AttributeValue(*name, core_.AttributeValue(i))});
@@ -101,8 +100,7 @@ void DirectBuilder::AddAttributes(Element& element, int count) {
 // An attribute with references becomes a node at once, as they become its children.
 template <bool kNamespaces>
 void DirectBuilder::AddReferencingAttribute(Element& element, int index, const NodeName* name) {
-    std::unique_ptr<Attr> attribute(
-        NodeAccess::Make<Attr>(data_, name, std::string_view()));
+    std::unique_ptr<Attr> attribute(NodeAccess::Make<Attr>(data_, name, std::string_view()));
     reader_.MoveToAttribute(index);
     BuildValue(document_, reader_, *attribute, kNamespaces);
     reader_.MoveToElement();
@@ -142,15 +140,15 @@ void DirectBuilder::AddComment(Node& parent) {
 }
 
 void DirectBuilder::AddReference(Node& parent, std::string_view name) {
-    NodeAccess::LinkNew(parent, *NodeAccess::MakeLinked<EntityReference>(
-                                    data_, data_.names.Intern({}, name)));
+    NodeAccess::LinkNew(
+        parent, *NodeAccess::MakeLinked<EntityReference>(data_, data_.names.Intern({}, name)));
 }
 
 void DirectBuilder::AddInstruction(Node& parent) {
     const astring& target = reader_.Name();
     if (target == kStyleTarget) {
-        NodeAccess::Link(parent,
-                         *document_.CreateProcessingInstruction(target, reader_.Value()), nullptr);
+        NodeAccess::Link(parent, *document_.CreateProcessingInstruction(target, reader_.Value()),
+                         nullptr);
         return;
     }
     AddValue<ProcessingInstruction>(parent, data_.names.Intern({}, target));

@@ -56,15 +56,14 @@ Document::Document(std::string_view namespaceURI, std::string_view qualifiedName
                    DocumentType* doctype, DOMImplementation* implementation)
     : Document(doctype, implementation) {
     DocumentData& data = NodeAccess::Data(*this);
-    AppendChild(
-        NodeAccess::Make<Element>(data, data.names.Intern(namespaceURI, qualifiedName)));
+    AppendChild(NodeAccess::Make<Element>(data, data.names.Intern(namespaceURI, qualifiedName)));
 }
 
 Document::~Document() {
     DocumentData& data = NodeAccess::Data(*this);
     data.document = nullptr;
     // Nodes that own nothing but pool memory, and that nobody else holds, go with the pool.
-    if (data.freeNodes == 1 && data.ownMemory == 0) NodeAccess::SetFirst(*this, nullptr);
+    if (data.GoesWithPool()) NodeAccess::SetFirst(*this, nullptr);
 }
 
 void* Document::QueryInterface(const char* name) {
@@ -93,7 +92,9 @@ void Document::CopyProperties(const Document& other) {
 
 // The factory.
 
-Element* Document::CreateElement(std::string_view name) { return Document::CreateElementNS({}, name); }
+Element* Document::CreateElement(std::string_view name) {
+    return Document::CreateElementNS({}, name);
+}
 
 Element* Document::CreateElementNS(std::string_view namespaceURI, std::string_view qualifiedName) {
     DocumentData& data = NodeAccess::Data(*this);
@@ -147,15 +148,15 @@ ProcessingInstruction* Document::CreateProcessingInstruction(std::string_view ta
 
 Element* Document::DocumentElement() const {
     Node* child = FirstChild();
-    while (child != nullptr && child->NodeType() != ELEMENT_NODE) child = child->NextSibling();
+    while (child != nullptr && child->NodeType() != ELEMENT_NODE)
+        child = child->NextSibling();
     return static_cast<Element*>(child);
 }
 
 void Document::CheckVersion(std::string_view version) const {
     if (detail::ImplementationOf(this).HasFeature("XMLVersion", version)) return;
-    DOMException::ThrowDOMException(
-        DOMException::NOT_SUPPORTED_ERR,
-        astring(Message::kVersion) + version + Message::kNotSupported);
+    DOMException::ThrowDOMException(DOMException::NOT_SUPPORTED_ERR,
+                                    astring(Message::kVersion) + version + Message::kNotSupported);
 }
 
 void Document::SetXmlVersion(std::string_view version) {

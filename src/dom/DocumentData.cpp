@@ -61,6 +61,7 @@ void DocumentData::ClearWhenUnused() {
     pool.Clear();
     fixedNames_.fill(nullptr);
     shared_.fill(nullptr);
+    NodeAccess::SetFirst(*document, nullptr);
     NodeAccess::SetName(*document, Name(FixedName::Document));
 }
 

@@ -40,10 +40,10 @@ public:
     NodePool pool;
     NodeNames names{*this, pool};
     OtherLinks otherLinks;
-    ListPlace childListPlace;     ///< in the list of children that was used last
-    std::uint64_t stamp = 0;      ///< raised by every change of the tree
-    std::size_t freeNodes = 0;    ///< nodes that are in no tree and no map; the document, too
-    std::size_t ownMemory = 0;    ///< nodes that are not freed with the pool alone
+    ListPlace childListPlace;   ///< in the list of children that was used last
+    std::uint64_t stamp = 0;    ///< raised by every change of the tree
+    std::size_t freeNodes = 0;  ///< nodes that are in no tree and no map; the document, too
+    std::size_t ownMemory = 0;  ///< nodes that are not freed with the pool alone
     /// Attributes that name an element although another attribute has taken their place.
     std::unordered_map<const Element*, std::vector<Attr*>> orphans;
 
@@ -56,7 +56,12 @@ public:
     /// As PlaceValue(); short texts that are equal mostly are one.
     astring* PlaceShared(std::string_view text);
 
-    /// Forgets all names and frees all memory when only the document itself is left.
+    /// Tells whether all nodes can be destroyed by freeing the pool: none owns anything else, and
+    /// none is outside of the tree.
+    bool GoesWithPool() const { return freeNodes == 1 && ownMemory == 0 && otherLinks.IsEmpty(); }
+
+    /// Forgets all nodes and names and frees all memory when only the document itself is left, or
+    /// the document and nodes that go with the pool.
     void ClearWhenUnused();
 
     /// Counts a node out; who is gone with the document is deleted with its last node.

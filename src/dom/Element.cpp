@@ -84,18 +84,16 @@ void Element::SetAttribute(std::string_view name, std::string_view value) {
 
 void Element::SetAttributeNS(std::string_view namespaceURI, std::string_view qualifiedName,
                              std::string_view value) {
-    std::unique_ptr<Attr> attribute(NodeAccess::Make<Attr>(
-        NodeAccess::Data(*this),
-        NodeAccess::Data(*this).names.Intern(namespaceURI, qualifiedName)));
+    std::unique_ptr<Attr> attribute(
+        NodeAccess::Make<Attr>(NodeAccess::Data(*this),
+                               NodeAccess::Data(*this).names.Intern(namespaceURI, qualifiedName)));
     attribute->SetValue(value);
     attribute->Set(IsSpecified);
     delete Attributes()->SetNamedItemNS(attribute.get());
     attribute.release();
 }
 
-void Element::RemoveAttribute(std::string_view name) {
-    delete Attributes()->RemoveNamedItem(name);
-}
+void Element::RemoveAttribute(std::string_view name) { delete Attributes()->RemoveNamedItem(name); }
 
 void Element::RemoveAttributeNS(std::string_view namespaceURI, std::string_view localName) {
     delete Attributes()->RemoveNamedItemNS(namespaceURI, localName);
@@ -114,8 +112,7 @@ Attr* Element::GetAttributeNode(std::string_view name) const {
     return NodeAt(*this, Find(rest_.attributes, name));
 }
 
-Attr* Element::GetAttributeNodeNS(std::string_view namespaceURI,
-                                  std::string_view localName) const {
+Attr* Element::GetAttributeNodeNS(std::string_view namespaceURI, std::string_view localName) const {
     return NodeAt(*this, Find(rest_.attributes, namespaceURI, localName));
 }
 
@@ -134,13 +131,12 @@ Attr* Element::RemoveAttributeNode(Attr* attribute) {
     }
     NamedNodeMap& map = *Attributes();
     // An attribute that a namespace has is not filed under its name.
-    const bool isElsewhere = map.GetNamedItem(attribute->NameView()) != attribute &&
-                             map.GetNamedItemNS(attribute->NamespaceURI(),
-                                                attribute->LocalNameView()) == attribute;
-    return static_cast<Attr*>(isElsewhere
-                                  ? map.RemoveNamedItemNS(attribute->NamespaceURI(),
-                                                          attribute->LocalNameView())
-                                  : map.RemoveNamedItem(attribute->NameView()));
+    const bool isElsewhere =
+        map.GetNamedItem(attribute->NameView()) != attribute &&
+        map.GetNamedItemNS(attribute->NamespaceURI(), attribute->LocalNameView()) == attribute;
+    return static_cast<Attr*>(
+        isElsewhere ? map.RemoveNamedItemNS(attribute->NamespaceURI(), attribute->LocalNameView())
+                    : map.RemoveNamedItem(attribute->NameView()));
 }
 
 AttributeRange Element::AttributeViews() const { return AttributeRange(rest_.attributes); }

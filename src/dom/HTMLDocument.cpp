@@ -14,7 +14,7 @@ HTMLDocument::HTMLDocument(std::string_view namespaceURI, std::string_view quali
     // The class of the root element is the one that this document makes.
     std::unique_ptr<Element> root(HTMLDocument::CreateElementNS(namespaceURI, qualifiedName));
     AppendChild(root.get());
-    root.release();
+    (void)root.release();  // it is the document's
 }
 
 HTMLDocument::HTMLDocument(DocumentType* doctype, DOMImplementation* implementation)

@@ -8,7 +8,8 @@
 
 namespace Dom::detail {
 
-/// Where somebody who goes through a list by index was last; good while the stamp is the document's.
+/// Where somebody who goes through a list by index was last; good while the stamp is the
+/// document's.
 struct ListPlace {
     static constexpr std::size_t kUnknown = static_cast<std::size_t>(-1);
 

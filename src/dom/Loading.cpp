@@ -33,8 +33,8 @@ void LoadStream(Document& document, IO::Stream& stream, std::string_view uri) {
 
 void Document::Load(Xml::XmlTextReader& reader, std::string_view uri) {
     SetDocumentURI(uri);
-    detail::NodeAccess::DestroyChildren(*this);
     detail::DocumentData& data = detail::NodeAccess::Data(*this);
+    if (!data.GoesWithPool()) detail::NodeAccess::DestroyChildren(*this);
     data.ClearWhenUnused();
     ++data.stamp;  // once for all nodes; nobody has seen the list of those that come
     if (typeid(*this) == typeid(Document)) {

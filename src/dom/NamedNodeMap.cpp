@@ -54,6 +54,10 @@ Attr& CheckItem(const Element& owner, Node* node) {
         DOMException::ThrowDOMException(DOMException::INUSE_ATTRIBUTE_ERR,
                                         Message::kAttributeInUse);
     }
+    if (NodeAccess::IsAtOrBelow(owner, attribute)) {
+        DOMException::ThrowDOMException(DOMException::HIERARCHY_REQUEST_ERR,
+                                        Message::kInsertAncestor);
+    }
     return attribute;
 }
 
@@ -112,8 +116,7 @@ Node* NamedNodeMap::GetNamedItemNS(std::string_view namespaceURI,
 
 Node* NamedNodeMap::SetNamedItem(Node* node) {
     Attr& attribute = CheckItem(*owner_, node);
-    return SetItem(*owner_, attribute, Kind::ByName,
-                   TableOf(*owner_).Find(attribute.NameView()));
+    return SetItem(*owner_, attribute, Kind::ByName, TableOf(*owner_).Find(attribute.NameView()));
 }
 
 Node* NamedNodeMap::SetNamedItemNS(Node* node) {

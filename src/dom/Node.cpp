@@ -43,8 +43,7 @@ Node::Node(DOM_NODE_TYPE type, std::string_view namespaceURI, std::string_view n
 }
 
 Node::Node(detail::DocumentData& data)
-    : DOMNodeType(DOCUMENT_NODE),
-      name_(data.Name(detail::DocumentData::FixedName::Document)) {
+    : DOMNodeType(DOCUMENT_NODE), name_(data.Name(detail::DocumentData::FixedName::Document)) {
     list.word_ = NodeList::IsEmbedded;
 }
 
@@ -79,8 +78,7 @@ void Node::SetNodeValue(std::string_view value) {
 
 void Node::SetPrefix(std::string_view prefix) {
     CheckReadOnly();
-    const bool isWrong = NamespaceURI().empty() ||
-                         (prefix == "xml" && NamespaceURI() != kXmlUri) ||
+    const bool isWrong = NamespaceURI().empty() || (prefix == "xml" && NamespaceURI() != kXmlUri) ||
                          (prefix == "xmlns" && NamespaceURI() != kXmlnsUri) ||
                          (NodeType() == ATTRIBUTE_NODE && NodeName() == "xmlns");
     if (isWrong) {
@@ -130,11 +128,14 @@ NamedNodeMap* Node::Attributes() {
 bool Node::IsParentOf(const Node* node) const {
     if (node == nullptr || node->OwnerDocument() != OwnerDocument()) return false;
     const Node* ancestor = node->ParentNode();
-    while (ancestor != nullptr && ancestor != this) ancestor = ancestor->ParentNode();
+    while (ancestor != nullptr && ancestor != this)
+        ancestor = ancestor->ParentNode();
     return ancestor != nullptr;
 }
 
-ChildRange Node::Children() const { return ChildRange(Has(ImpliedText) ? FirstChild() : TrueFirst()); }
+ChildRange Node::Children() const {
+    return ChildRange(Has(ImpliedText) ? FirstChild() : TrueFirst());
+}
 
 Node* ChildRange::Iterator::Next(const Node* node) {
     return node == nullptr ? nullptr : NodeAccess::Next(*node);

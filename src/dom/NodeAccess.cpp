@@ -13,7 +13,8 @@ Node* NodeAccess::NextBelow(const Node& root, const Node& node) {
 
 Node* NodeAccess::NextBehind(const Node& root, const Node& node) {
     const Node* at = &node;
-    while (at != &root && at->next_ == nullptr) at = at->parent_;
+    while (at != &root && at->next_ == nullptr)
+        at = at->parent_;
     return at == &root ? nullptr : at->next_;
 }
 

@@ -32,6 +32,11 @@ public:
         return const_cast<Node*>(static_cast<const Node*>(&holder));
     }
 
+    /// Tells whether `node` is `ancestor` or below it, also by way of an attribute.
+    static bool IsAtOrBelow(const Node& node, const Node& ancestor) {
+        return node.IsAtOrBelow(ancestor);
+    }
+
     /// \name True links
     /// @{
     static Node* First(const Node& node) { return node.TrueFirst(); }
@@ -81,6 +86,10 @@ public:
         node.Set(Node::OtherFirst, first);
         node.Set(Node::OtherPrevious, previous);
         node.Set(Node::OtherNext, next);
+    }
+    static bool HasOtherLinks(const Node& node) {
+        return node.Has(Node::OtherFirst) || node.Has(Node::OtherPrevious) ||
+               node.Has(Node::OtherNext) || node.Has(Node::IsTarget);
     }
     static void MarkTarget(Node& node, bool isTarget) { node.Set(Node::IsTarget, isTarget); }
     /// Notes that a node has memory that is not the pool's.

@@ -60,7 +60,10 @@ void NodeAccess::DestroyChildren(Node& node) noexcept {
     DocumentData& data = Data(node);
     while (First(node) != nullptr) {
         Node* const child = DetachFirst(node);
-        if (child->Has(Node::InMap)) continue;
+        if (child->Has(Node::InMap)) {
+            if (HasOtherLinks(*child)) data.otherLinks.Forget(*child);
+            continue;
+        }
         ++data.freeNodes;
         delete child;
     }
@@ -74,9 +77,7 @@ Node::~Node() {
     detail::DocumentData& data = *name_->data;
     NodeAccess::Unlink(*this);
     NodeAccess::DestroyChildren(*this);
-    if (Has(OtherFirst) || Has(OtherPrevious) || Has(OtherNext) || Has(IsTarget)) {
-        data.otherLinks.Forget(*this);
-    }
+    if (NodeAccess::HasOtherLinks(*this)) data.otherLinks.Forget(*this);
     if (NodeType() != ELEMENT_NODE) NodeAccess::DropValue(*this);
     ++data.stamp;
     if (Has(NeedsDestruction)) --data.ownMemory;

@@ -36,7 +36,8 @@ constexpr auto kHierarchy = DOMException::HIERARCHY_REQUEST_ERR;
 
 bool HasChild(const Node& parent, DOMNodeType::DOM_NODE_TYPE type) {
     const Node* child = NodeAccess::First(parent);
-    while (child != nullptr && child->NodeType() != type) child = NodeAccess::Next(*child);
+    while (child != nullptr && child->NodeType() != type)
+        child = NodeAccess::Next(*child);
     return child != nullptr;
 }
 
@@ -69,10 +70,16 @@ bool Node::IsSameDocument(const Node& node) const {
 bool Node::IsAtOrBelow(const Node& ancestor) const {
     if (this == &ancestor) return true;
     if (!MayContain(ancestor)) return false;
-    for (const Node* node = this; node != nullptr;) {
+    for (const Node* node = this; node != nullptr; node = node->parent_) {
         if (node == &ancestor) return true;
-        const bool isHeld = node->parent_ == nullptr && node->Has(InMap);
-        node = isHeld ? static_cast<const Attr*>(node)->OwnerElement() : node->parent_;
+        if (!node->Has(InMap)) continue;
+        const Element* const element = static_cast<const Attr*>(node)->OwnerElement();
+        if (node->parent_ != nullptr) {  // it has two places
+            if (element->IsAtOrBelow(ancestor)) return true;
+            continue;
+        }
+        node = element;
+        if (node == &ancestor) return true;
     }
     return false;
 }
@@ -133,8 +140,8 @@ Node* Node::InsertChild(Node* newChild, Node* refChild) {
 }
 
 Node* Node::MoveBefore(Node* newChild, Node* refChild, bool told) {
-    static constexpr ChildMessages kMessages = {Message::kInsertFromReadOnly, Message::kInsertFromOther,
-                                                Message::kInsertAncestor};
+    static constexpr ChildMessages kMessages = {
+        Message::kInsertFromReadOnly, Message::kInsertFromOther, Message::kInsertAncestor};
     if (refChild == nullptr) return AppendChild(newChild);
     if (newChild == nullptr || refChild->parent_ != this) ThrowNotFound(Message::kNodeExpected);
     CheckNewChild(newChild, kMessages);
@@ -157,8 +164,8 @@ Node* Node::ExchangeChild(Node* newChild, Node* oldChild) {
 }
 
 Node* Node::MoveInto(Node* newChild, Node* oldChild, bool told) {
-    static constexpr ChildMessages kMessages = {Message::kInsertFromReadOnly, Message::kReplaceFromOther,
-                                                Message::kReplaceAncestor};
+    static constexpr ChildMessages kMessages = {
+        Message::kInsertFromReadOnly, Message::kReplaceFromOther, Message::kReplaceAncestor};
     if (newChild == nullptr || oldChild == nullptr || oldChild->parent_ != this) {
         ThrowNotFound(Message::kNodeExpected);
     }

@@ -38,8 +38,7 @@ bool IsFormControl(const Node& node) {
 
 bool NodeList::Filter::Accepts(const Node& node) const {
     switch (kind) {
-    case ByNamespace:
-        return node.LocalNameView() == filter2 && node.NamespaceURI() == filter;
+    case ByNamespace: return node.LocalNameView() == filter2 && node.NamespaceURI() == filter;
     case ByFormName:
         return IsFormControl(node) &&
                static_cast<const Element&>(node).GetAttribute("name") == filter;
@@ -58,7 +57,8 @@ Node* NodeList::Filter::Behind(const Node* node) const {
 }
 
 Node* NodeList::Filter::FirstFrom(Node* node) const {
-    while (node != nullptr && !Accepts(*node)) node = Behind(node);
+    while (node != nullptr && !Accepts(*node))
+        node = Behind(node);
     return node;
 }
 
@@ -132,7 +132,8 @@ Node* NodeList::Item(std::size_t index) const {
         at = 0;
         node = First();
     }
-    for (; node != nullptr && at < index; ++at) node = Next(node);
+    for (; node != nullptr && at < index; ++at)
+        node = Next(node);
     if (node != nullptr) {
         place->index = at;
         place->node = node;
@@ -145,7 +146,8 @@ std::size_t NodeList::Length() const {
     if (place == nullptr) return 0;
     if (place->length == detail::ListPlace::kUnknown) {
         std::size_t length = 0;
-        for (const Node* node = First(); node != nullptr; node = Next(node)) ++length;
+        for (const Node* node = First(); node != nullptr; node = Next(node))
+            ++length;
         place->length = length;
     }
     return place->length;

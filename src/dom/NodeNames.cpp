@@ -40,8 +40,8 @@ const NodeName* NodeNames::Intern(std::string_view uri, std::string_view qualifi
     if (count_ >= buckets_.size()) Grow();
     NodeName*& bucket = buckets_[hash & (buckets_.size() - 1)];
     void* const memory = pool_.AllocateForGood(sizeof(NodeName));
-    bucket = new (memory) NodeName{data_.PlaceText(qualified), uriText, qualified.find(':'),
-                                   &data_, hash, bucket, nullptr};
+    bucket = new (memory) NodeName{
+        data_.PlaceText(qualified), uriText, qualified.find(':'), &data_, hash, bucket, nullptr};
     ++count_;
     return bucket;
 }

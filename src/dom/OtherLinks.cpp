@@ -15,7 +15,8 @@ namespace {
 bool IsBehind(const Node& behind, const Node& node) {
     if (behind.ParentNode() == nullptr || behind.ParentNode() != node.ParentNode()) return false;
     const Node* at = &node;
-    while (at != nullptr && at != &behind) at = NodeAccess::Next(*at);
+    while (at != nullptr && at != &behind)
+        at = NodeAccess::Next(*at);
     return at != nullptr && at != &node;
 }
 
@@ -40,7 +41,8 @@ void OtherLinks::Mark(Node& source) {
 
 void OtherLinks::ForgetSource(Node& target, Node& source) {
     auto [at, end] = sources_.equal_range(&target);
-    while (at != end && at->second != &source) ++at;
+    while (at != end && at->second != &source)
+        ++at;
     if (at != end) sources_.erase(at);
     NodeAccess::MarkTarget(target, sources_.contains(&target));
 }
@@ -78,13 +80,12 @@ void OtherLinks::SetNext(Node& node, Node* target) {
 
 // Ends the links of one source that would lead back. Tells whether there were any.
 bool OtherLinks::EndLinksBack(Node& source, Node& target) {
-    const bool first = First(source) == &target && (target.ParentNode() != &source ||
-                                                    NodeAccess::First(source) == &target);
+    const bool first = First(source) == &target &&
+                       (target.ParentNode() != &source || NodeAccess::First(source) == &target);
     const bool next = Next(source) == &target &&
                       (!IsBehind(target, source) || NodeAccess::Next(source) == &target);
-    const bool previous =
-        Previous(source) == &target &&
-        (!IsBehind(source, target) || NodeAccess::Previous(source) == &target);
+    const bool previous = Previous(source) == &target &&
+                          (!IsBehind(source, target) || NodeAccess::Previous(source) == &target);
     if (first) Set(source, &Links::first, nullptr);
     if (next) Set(source, &Links::next, nullptr);
     if (previous) Set(source, &Links::previous, nullptr);

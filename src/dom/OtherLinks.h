@@ -20,6 +20,8 @@ public:
     Node* Previous(const Node& node) const { return Get(node, &Links::previous); }
     Node* Next(const Node& node) const { return Get(node, &Links::next); }
 
+    bool IsEmpty() const { return links_.empty(); }
+
     /// \name Show another node
     /// Null, or the node that the true link leads to, ends it.
     /// @{
@@ -48,8 +50,8 @@ private:
     bool EndLinksBack(Node& source, Node& target);
     void ForgetSource(Node& target, Node& source);
 
-    std::unordered_map<const Node*, Links> links_;             // by source
-    std::unordered_multimap<const Node*, Node*> sources_;      // by target
+    std::unordered_map<const Node*, Links> links_;         // by source
+    std::unordered_multimap<const Node*, Node*> sources_;  // by target
 };
 
 }  // namespace Dom::detail

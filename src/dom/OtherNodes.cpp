@@ -69,9 +69,7 @@ Node* DocumentFragment::CloneNode(bool /*deep*/) {
 
 DocumentType::DocumentType(std::string_view name, std::string_view publicId,
                            std::string_view systemId, Document* ownerDocument)
-    : Node(DOCUMENT_TYPE_NODE, {}, name, ownerDocument),
-      publicId_(publicId),
-      systemId_(systemId) {}
+    : Node(DOCUMENT_TYPE_NODE, {}, name, ownerDocument), publicId_(publicId), systemId_(systemId) {}
 
 void* DocumentType::QueryInterface(const char* name) {
     return IsInterface(name, "Dom::DocumentType") ? this : Node::QueryInterface(name);

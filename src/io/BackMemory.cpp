@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "io/BackMemory.h"
 
-#include <sys/mman.h>
-
 #include <cstdint>
+#include <sys/mman.h>
 
 namespace IO::detail {
 

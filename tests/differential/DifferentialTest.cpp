@@ -3,96 +3,26 @@
 // Reads the samples and the documents of Debian packages with the reader, with expat and with
 // libxml2, and compares what they tell; and what XMLReader tells with what expat does. A document
 // counts when expat finds it well-formed, or does not know its encoding.
+#include "Corpus.h"
 #include "Events.h"
 #include "SameEvents.h"
 
 #include <expat.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <array>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace {
 
-namespace fs = std::filesystem;
-
+using differential::ContentOf;
 using differential::Detail;
 using differential::ExpectSameEvents;
 using differential::Reading;
-
-// Where documents come from: a package, or a folder, as one that several packages fill.
-struct Source {
-    const char* name;
-    const char* folder;  // "" for a package
-};
-
-constexpr Source kSources[] = {
-    {"shared-mime-info", ""},
-    {"docbook-xsl", ""},
-    {"xcb-proto", ""},
-    {"libvulkan-dev", ""},
-    {"libgtk-3-dev", ""},
-    {"libglib2.0-dev", ""},
-    {"adwaita-icon-theme", ""},
-    {"introspection", "/usr/share/gir-1.0"},
-    {"samples", ESPALIER_SAMPLES},
-    {"encodings", ESPALIER_SAMPLES "/encodings"},
-};
-
-bool IsDocument(const fs::path& path) {
-    constexpr std::array<std::string_view, 16> kExtensions = {
-        ".xml",   ".xsl", ".xslt", ".svg", ".gir",  ".rng", ".xsd", ".xconf",
-        ".xhtml", ".ui",  ".its",  ".loc", ".page", ".opf", ".ncx", ".rdf"};
-    std::error_code ignored;
-    return std::find(kExtensions.begin(), kExtensions.end(), path.extension().string()) !=
-               kExtensions.end() &&
-           fs::is_regular_file(path, ignored);
-}
-
-// Returns the lines of the package manager's list of the package's files, whatever architecture
-// its name carries; nothing when the package is not installed.
-std::vector<fs::path> FilesOfPackage(const std::string& package) {
-    std::vector<fs::path> files;
-    std::error_code ignored;
-    for (const auto& entry : fs::directory_iterator("/var/lib/dpkg/info", ignored)) {
-        if (entry.path().extension() != ".list") continue;
-        const std::string stem = entry.path().stem().string();
-        if (stem != package && !stem.starts_with(package + ":")) continue;
-        std::ifstream list(entry.path());
-        for (std::string line; std::getline(list, line);)
-            files.emplace_back(line);
-    }
-    return files;
-}
-
-std::vector<fs::path> DocumentsOf(const Source& source) {
-    std::vector<fs::path> files;
-    std::error_code ignored;
-    if (*source.folder == '\0') {
-        files = FilesOfPackage(source.name);
-    } else {
-        for (const auto& entry : fs::directory_iterator(source.folder, ignored)) {
-            files.push_back(entry.path());
-        }
-    }
-    std::erase_if(files, [](const fs::path& path) { return !IsDocument(path); });
-    std::sort(files.begin(), files.end());
-    return files;
-}
-
-std::string ContentOf(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream content;
-    content << file.rdbuf();
-    return content.str();
-}
+using differential::Source;
 
 // Whether the document type refers to a parameter entity between its declarations. Its name is
 // taken for one of ASCII letters.
@@ -169,11 +99,11 @@ void CompareDocument(const std::string& document, Counts& counts) {
 class Differential : public testing::TestWithParam<Source> {};
 
 TEST_P(Differential, TheReaderTellsWhatExpatAndLibxml2Tell) {
-    const std::vector<fs::path> documents = DocumentsOf(GetParam());
+    const std::vector<std::filesystem::path> documents = differential::DocumentsOf(GetParam());
     if (documents.empty()) GTEST_SKIP() << GetParam().name << " is not installed";
 
     Counts counts;
-    for (const fs::path& path : documents) {
+    for (const std::filesystem::path& path : documents) {
         SCOPED_TRACE(path.string());
         CompareDocument(ContentOf(path), counts);
     }
@@ -187,13 +117,7 @@ TEST_P(Differential, TheReaderTellsWhatExpatAndLibxml2Tell) {
     EXPECT_GT(counts.whole, 0);
 }
 
-std::string NameOf(const testing::TestParamInfo<Source>& source) {
-    std::string name = source.param.name;
-    std::replace_if(
-        name.begin(), name.end(), [](char c) { return c == '-' || c == '.'; }, '_');
-    return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Sources, Differential, testing::ValuesIn(kSources), NameOf);
+INSTANTIATE_TEST_SUITE_P(Sources, Differential, testing::ValuesIn(differential::Sources()),
+                         [](const auto& source) { return differential::NameOf(source.param); });
 
 }  // namespace

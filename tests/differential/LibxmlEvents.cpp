@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Events.h"
-
-#include <libxml/parser.h>
-#include <libxml/parserInternals.h>
-
-#include <memory>
+#include "Libxml.h"
 
 namespace differential {
 namespace {
@@ -16,14 +12,6 @@ EventList& EventsOf(void* context) {
 }
 
 bool IsInSubset(void* context) { return static_cast<xmlParserCtxtPtr>(context)->inSubset != 0; }
-
-std::string_view TextOf(const xmlChar* text) {
-    return text == nullptr ? std::string_view() : reinterpret_cast<const char*>(text);
-}
-
-std::string_view TextOf(const xmlChar* begin, const xmlChar* end) {
-    return {reinterpret_cast<const char*>(begin), static_cast<std::size_t>(end - begin)};
-}
 
 // An attribute is five pointers: local name, prefix, namespace, and begin and end of the value.
 constexpr std::ptrdiff_t kPointersPerAttribute = 5;
@@ -56,14 +44,6 @@ void OnInstruction(void* context, const xmlChar* target, const xmlChar* data) {
     if (!IsInSubset(context)) EventsOf(context).Instruction(TextOf(target), TextOf(data));
 }
 
-// Stands for every external entity, so that none is ever opened.
-xmlParserInputPtr LoadNothing(const char*, const char*, xmlParserCtxtPtr context) {
-    return xmlNewStringInputStream(context, reinterpret_cast<const xmlChar*>(""));
-}
-
-// Keeps libxml2 from printing; the context remembers the last error.
-void IgnoreError(void*, xmlErrorPtr) {}
-
 void SetHandlers(xmlSAXHandler& handlers) {
     handlers.startElementNs = OnStart;
     handlers.endElementNs = OnEnd;
@@ -87,10 +67,7 @@ std::string MessageOf(const xmlParserCtxt& context) {
 Reading ReadWithLibxml(const std::string& document, Detail detail) {
     constexpr int kOptions = XML_PARSE_NOENT | XML_PARSE_NONET | XML_PARSE_HUGE |
                              XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
-    xmlSetExternalEntityLoader(LoadNothing);
-    xmlSetStructuredErrorFunc(nullptr, IgnoreError);
-    const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> context(xmlNewParserCtxt(),
-                                                                               &xmlFreeParserCtxt);
+    const LibxmlContext context = MakeLibxmlContext();
     EventList events(detail);
     context->_private = &events;
     SetHandlers(*context->sax);

@@ -161,6 +161,25 @@ class CheckErrors(CheckTest):
         self.expect_found("check-errors", {**ERRORS, "src/xml/PenMessages.h": more},
                           "src/xml/PenMessages.h: not in docs/errors.md: Broken")
 
+    def test_literals_that_follow_each_other_are_one_message(self):
+        more = ('inline constexpr char kLong[] =\n    "Say \\"please\\" "\n    "first";\n')
+        source = {"src/xml/PenMessages.h": ERRORS["src/xml/PenMessages.h"] + more}
+        page = ERRORS["docs/errors.md"]
+        self.expect_found("check-errors", {**ERRORS, **source},
+                          'src/xml/PenMessages.h: not in docs/errors.md: Say "please" first')
+        source["docs/errors.md"] = page + '| "Say "please" first" | |\n'
+        self.assertEqual(self.run_on("check-errors", {**ERRORS, **source}),
+                         (0, "6 messages, 0 problems\n"))
+
+    def test_messages_that_are_put_together_are_one(self):
+        parts = "".join(f"inline constexpr char k{name}[] = \"{text}\";\n" for name, text in (
+            ("NoNodeNamed", "No node "), ("InThisMap", " here"),
+            ("MismatchedEndTag1", "Not '"), ("MismatchedEndTag2", "' but '")))
+        source = {"src/xml/PenMessages.h": ERRORS["src/xml/PenMessages.h"] + parts}
+        found = "src/xml/PenMessages.h: not in docs/errors.md: "
+        self.expect_found("check-errors", {**ERRORS, **source},
+                          found + "Not 'b' but 'a'", found + "No node x here")
+
     def test_other_calls_than_in_the_example_are_found(self):
         page = ERRORS["docs/errors.md"].replace("Write()", "Draw()")
         self.expect_found("check-errors", {**ERRORS, "docs/errors.md": page},

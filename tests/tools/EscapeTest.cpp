@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <espalier/io/StringStream.h>
+
 #include "Escape.h"
 
 #include <gtest/gtest.h>
@@ -8,14 +10,14 @@
 
 namespace {
 
-// Output writes to standard output only; the test catches it there.
 template <typename Write>
 std::string Written(Write write, std::string_view text) {
     const auto out = std::make_unique<Tool::Output>();
-    testing::internal::CaptureStdout();
+    IO::StringStream stream;
+    out->SetTarget(&stream);
     write(*out, text);
     out->Flush();
-    return testing::internal::GetCapturedStdout();
+    return stream.GetString().str();
 }
 
 }  // namespace

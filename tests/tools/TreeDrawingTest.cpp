@@ -7,6 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -212,6 +215,20 @@ TEST(TreeDrawing, IsColoredOnATerminalOnly) {
     EXPECT_EQ(RunProgram(setup).out.find('\x1B'), std::string::npos);
     EXPECT_EQ(Draw(setup.input, {"--color", "never"}), plain);
     EXPECT_NE(Draw(setup.input, {"--color", "always"}), plain);
+}
+
+TEST(TreeDrawing, ThePageShowsWhatIsDrawn) {
+    std::ifstream file(ESPALIER_PROGRAM_PAGE);
+    const std::string page{std::istreambuf_iterator<char>(file), {}};
+    const std::string command = "    $ espalier tree --depth 3 feed.xml\n";
+    const std::size_t begin = page.find(command);
+    ASSERT_NE(begin, std::string::npos);
+    std::istringstream lines(page.substr(begin + command.size()));
+    std::string shown;
+    for (std::string line; std::getline(lines, line) && line != "    ...";)
+        shown.append(line.substr(4)).append("\n");
+    EXPECT_GT(shown.size(), 500U);
+    EXPECT_EQ(Draw("", {kSamples + "/feed.xml", "--depth", "3"}).substr(0, shown.size()), shown);
 }
 
 TEST(TreeDrawing, HasALineForEachNode) {

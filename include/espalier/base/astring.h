@@ -255,9 +255,7 @@ public:
     const Char* data() const noexcept { return data_; }
     size_type length() const noexcept { return length_; }
     size_type size() const noexcept { return length_; }
-    size_type capacity() const noexcept {
-        return IsInside() ? kBlock - 1 : capacity_ & ~kIsPlaced;
-    }
+    size_type capacity() const noexcept { return IsInside() ? kBlock - 1 : capacity_ & ~kIsPlaced; }
     bool empty() const noexcept { return length_ == 0; }
     /// @}
 

@@ -28,6 +28,7 @@ public:
 
     virtual ~DOMList() { Clear(); }
 
+    /// Returns the number of items.
     unsigned Length() const { return count_; }
     /// Returns how many items there is room for: a multiple of 16.
     unsigned Capacity() const { return capacity_; }
@@ -65,6 +66,7 @@ public:
     }
 
     /// \name Iteration
+    /// Over the items, in their order.
     /// @{
     const Pointer* begin() const { return items_.get(); }
     const Pointer* end() const { return items_.get() + count_; }

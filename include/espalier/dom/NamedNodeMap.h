@@ -39,7 +39,8 @@ public:
     /// attribute
     ///     to set was created from a different document than the one that created this map"; 10
     ///     "The attribute to set is already an attribute of another Element object", also when it
-    ///     is this one; 3 "Elements only accept Attr nodes as attributes"
+    ///     is this one; 3 "Elements only accept Attr nodes as attributes"; 3 "The node to insert is
+    ///     one of this node's ancestors" for an attribute that the element is below
     Node* SetNamedItem(Node* node);
     /// Files an attribute under its local name and namespace, or its name if it has no namespace.
     /// \return and \throws as SetNamedItem()

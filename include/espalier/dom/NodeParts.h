@@ -23,7 +23,7 @@ struct NodeName {
     std::size_t colon;   // where the first ":" is; npos without one
     DocumentData* data;  // of the document that holds the name
     std::size_t hash;
-    NodeName* chain;        // the next name with such a hash
+    NodeName* chain;             // the next name with such a hash
     mutable astring* lastValue;  // of an attribute that was loaded; null before
 
     std::string_view Prefix() const {
@@ -53,7 +53,7 @@ protected:
         IsSpecified = 1024,       // of an attribute
         InMap = 2048,             // of an attribute: its element's map holds it
         IsOrphan = 4096,          // of an attribute: its owner element has another in its place
-        HasOrphans = 8192,       // of an element that some orphans name
+        HasOrphans = 8192,        // of an element that some orphans name
         NeedsDestruction = 16384  // counted by the document: to be destroyed one by one
     };
 

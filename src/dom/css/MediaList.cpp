@@ -55,12 +55,11 @@ void MediaList::DeleteMedium(std::string_view name) {
     for (; CssHelpers::ParseMedium(rest, medium); endBefore = rest) {
         if (medium != name) continue;
         const char* begin = rest - medium.length();
-        const char* end = rest;
+        const char* end = text + mediaText_.length();
         if (CssHelpers::ParseMedium(rest, medium)) {
             end = rest - medium.length();
         } else {
             begin = endBefore;
-            end = text + mediaText_.length();
         }
         mediaText_.erase(static_cast<std::size_t>(begin - text),
                          static_cast<std::size_t>(end - begin));

@@ -25,6 +25,12 @@ private:
 
 using List = Dom::DOMList<Letter*>;
 
+// Adds the letters a, b and c.
+void Fill(List& list, std::string& deleted) {
+    for (const char letter : {'a', 'b', 'c'})
+        list.AddItem(new Letter(letter, deleted));
+}
+
 std::string Text(const List& list) {
     std::string text;
     for (const Letter* const letter : list)
@@ -74,8 +80,7 @@ TEST(DOMList, AddsBeforeAnItemOrAtTheEnd) {
         SCOPED_TRACE(c.index);
         std::string deleted;
         List list;
-        for (const char letter : {'a', 'b', 'c'})
-            list.AddItem(new Letter(letter, deleted));
+        Fill(list, deleted);
         list.AddItemAt(c.index, new Letter('x', deleted));
         EXPECT_EQ(Text(list), c.expected);
         EXPECT_EQ(list.Length(), 4U);
@@ -92,8 +97,7 @@ TEST(DOMList, RemovingAnIndexDeletesNothing) {
         SCOPED_TRACE(c.index);
         std::string deleted;
         List list;
-        for (const char letter : {'a', 'b', 'c'})
-            list.AddItem(new Letter(letter, deleted));
+        Fill(list, deleted);
         Letter* const removed = list.Item(c.index);
         list.RemoveItemAt(c.index);
         EXPECT_EQ(Text(list), c.expected);
@@ -141,8 +145,7 @@ TEST(DOMList, DestroyingDeletesWhatIsInItStill) {
     Letter* kept = nullptr;
     {
         List list;
-        for (const char letter : {'a', 'b', 'c'})
-            list.AddItem(new Letter(letter, deleted));
+        Fill(list, deleted);
         kept = list.Item(1);
         list.RemoveItem(kept);
     }

@@ -19,6 +19,7 @@ public:
     /// Returns this object as "Dom::StyleSheets::MediaList", or null for other names.
     void* QueryInterface(const char* name);
 
+    /// Returns the text.
     const astring& MediaText() const { return mediaText_; }
     /// Replaces the text, whatever it is.
     void SetMediaText(std::string_view mediaText) { mediaText_ = mediaText; }

@@ -30,14 +30,22 @@ public:
 
     /// Returns the kind of sheet, "text/css" for all that the library makes.
     const astring& Type() const { return type_; }
+
+    /// \name Whether the sheet counts
+    /// It does at first.
+    /// @{
     bool Disabled() const { return disabled_; }
     void Enable() { disabled_ = false; }
     void Disable() { disabled_ = true; }
+    /// @}
+
     /// Returns the node that made the sheet, or null.
     Node* OwnerNode() const { return ownerNode_; }
     /// Returns the sheet that imports this one, or null.
     StyleSheet* ParentStyleSheet() const { return parentStyleSheet_; }
+    /// Returns where the sheet comes from, or empty.
     const astring& Href() const { return href_; }
+    /// Returns the title, or empty.
     const astring& Title() const { return title_; }
     /// Returns the media that the sheet is for, to look at or to change.
     MediaList& GetMediaList() { return media_; }
