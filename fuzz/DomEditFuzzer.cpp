@@ -18,9 +18,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <span>
 #include <stdexcept>
+#include <string>
 
 namespace {
 
@@ -66,6 +68,18 @@ void RequireGoodChildren(const Node& parent) {
     for (const Node* node = parent.LastChild(); node != nullptr; node = node->PreviousSibling())
         Require(++count < 2 * kMostNodes);
     Require(parent.ChildNodes().Length() < kMostNodes);
+}
+
+void RequireSameTree(const Node& copy, const Node& original) {
+    const auto lines = support::TreeBelow(copy);
+    const auto expected = support::TreeBelow(original);
+    if (lines == expected) return;
+    for (const auto& text : {lines, expected}) {
+        for (const std::string& line : text)
+            std::fprintf(stderr, "%s\n", line.c_str());
+        std::fprintf(stderr, "instead of\n");
+    }
+    Require(false);
 }
 
 class Script {
@@ -263,7 +277,7 @@ void Script::Copy(unsigned kind) {
     }
     case 1: {
         Node* const clone = node->CloneTree();
-        Require(support::TreeBelow(*clone) == support::TreeBelow(*node));
+        RequireSameTree(*clone, *node);
         return Take(clone);
     }
     default: return Take(OneDocument().ImportNode(*node, true));
@@ -333,7 +347,7 @@ void Script::Run() {
     for (const auto& document : documents_) {
         WriteTree(*document);
         const Dom::NodePtr copy(document->CloneTree());
-        Require(support::TreeBelow(*copy) == support::TreeBelow(*document));
+        RequireSameTree(*copy, *document);
         document->GetElementById("i");
     }
     for (const Node* const slot : slots_) {

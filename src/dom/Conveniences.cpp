@@ -88,7 +88,7 @@ public:
 
 private:
     Node* Import(const Element& element) const;
-    Attr* Import(const NodeName& name, std::string_view value) const;
+    Attr* Import(const NodeName& name, const Attr* node, std::string_view value) const;
 
     Document& document_;
 };
@@ -97,7 +97,8 @@ Node* Importer::operator()(const Node& node) const {
     switch (static_cast<Node::DOM_NODE_TYPE>(node.NodeType())) {
     case Node::ELEMENT_NODE: return Import(static_cast<const Element&>(node));
     case Node::ATTRIBUTE_NODE:
-        return Import(NodeAccess::Name(node), static_cast<const Attr&>(node).Value());
+        return Import(NodeAccess::Name(node), static_cast<const Attr*>(&node),
+                      static_cast<const Attr&>(node).Value());
     case Node::TEXT_NODE: return document_.CreateTextNode(node.NodeValue());
     case Node::CDATA_SECTION_NODE: return document_.CreateCDATASection(node.NodeValue());
     case Node::COMMENT_NODE: return document_.CreateComment(node.NodeValue());
@@ -111,9 +112,15 @@ Node* Importer::operator()(const Node& node) const {
     }
 }
 
-Attr* Importer::Import(const NodeName& name, std::string_view value) const {
+// Makes an attribute without the children that `node` has beside its text, which are copied as
+// others are. There is no node where nobody has asked for it.
+Attr* Importer::Import(const NodeName& name, const Attr* node, std::string_view value) const {
     std::unique_ptr<Attr> attribute(document_.CreateAttributeNS(*name.uri, name.qualified));
-    attribute->SetValue(value);
+    if (node == nullptr || NodeAccess::Has(*node, NodeAccess::kImpliedText)) {
+        attribute->SetValue(value);
+    } else {
+        NodeAccess::SetValue(*attribute, node->NodeValue());
+    }
     return attribute.release();
 }
 
@@ -123,12 +130,13 @@ Node* Importer::Import(const Element& element) const {
     if (table == nullptr) return made.release();
     auto& copy = static_cast<Element&>(*made);
     for (const AttributeTable::Entry& entry : table->All()) {
-        NodePtr attribute(Import(entry.Name(), entry.Value()));
+        NodePtr attribute(Import(entry.Name(), entry.Node(), entry.Value()));
         auto* const node = static_cast<Attr*>(attribute.get());
         delete (entry.IsByNamespace() ? copy.SetAttributeNodeNS(node)
                                       : copy.SetAttributeNode(node));
         attribute.release();
     }
+    CopyAttributeChildren(element, copy, *this);
     return made.release();
 }
 
@@ -189,7 +197,7 @@ Node* Node::CloneTree() const {
 Node* Document::ImportNode(const Node& node, bool deep) {
     const Importer importer(*this);
     NodePtr copy(importer(node));
-    if (deep && node.NodeType() != ATTRIBUTE_NODE) CopyBelow(node, *copy, importer);
+    if (deep || node.NodeType() == ATTRIBUTE_NODE) CopyBelow(node, *copy, importer);
     return copy.release();
 }
 

@@ -12,9 +12,7 @@
 namespace Dom::detail {
 
 DocumentData::DocumentData(Document* owner) : document(owner) {
-    if (owner == nullptr) return;
-    freeNodes = 1;  // the document
-    Name(FixedName::Document);
+    if (owner != nullptr) freeNodes = 1;  // the document
 }
 
 DocumentData& DocumentData::Of(Document* document) {
@@ -22,6 +20,7 @@ DocumentData& DocumentData::Of(Document* document) {
 }
 
 const NodeName* DocumentData::Name(FixedName name) {
+    if (name == FixedName::Document) return &documentName_;
     static constexpr std::array<std::string_view, 5> kTexts = {
         "#document", "#text", "#cdata-section", "#comment", "#document-fragment"};
     const auto index = static_cast<std::size_t>(name);
@@ -62,7 +61,6 @@ void DocumentData::ClearWhenUnused() {
     fixedNames_.fill(nullptr);
     shared_.fill(nullptr);
     NodeAccess::SetFirst(*document, nullptr);
-    NodeAccess::SetName(*document, Name(FixedName::Document));
 }
 
 }  // namespace Dom::detail

@@ -72,6 +72,9 @@ public:
 private:
     static constexpr std::size_t kMostShared = 15;  // bytes; longer ones are rarely equal
 
+    // The document's own name is not in the pool, so that it is there whenever that is cleared.
+    const astring noUri_;
+    const NodeName documentName_{"#document", &noUri_, astring::npos, this, 0, nullptr, nullptr};
     std::array<const NodeName*, 5> fixedNames_{};
     std::array<astring*, 128> shared_{};
 };

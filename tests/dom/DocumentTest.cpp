@@ -340,6 +340,36 @@ TEST(Document, ACloneIsADocumentOfItsOwn) {
     EXPECT_EQ(clone.DocumentElement()->NodeName(), "b");
 }
 
+TEST(Document, ACopyOfTheTreeKeepsReferencesInAttributes) {
+    Document document("", "a", nullptr, nullptr);
+    Dom::Attr* const attribute = document.CreateAttribute("x");
+    attribute->AppendChild(document.CreateTextNode("1"));
+    attribute->AppendChild(document.CreateEntityReference("e"));
+    attribute->AppendChild(document.CreateTextNode("2"));
+    document.DocumentElement()->SetAttributeNode(attribute);
+    document.DocumentElement()->SetAttributeNode(document.CreateAttribute("y"));
+    const auto partNames = [](const Dom::Node* node) {
+        std::string names;
+        for (const Dom::Node& part : node->Children())
+            names += part.NodeName().str() + "=" + part.NodeValue().str() + " ";
+        return names;
+    };
+    const auto expectCopy = [&](const Dom::Node& root) {
+        const auto& element = static_cast<const Dom::Element&>(root);
+        EXPECT_EQ(partNames(element.GetAttributeNode("x")), "#text=1 e= #text=2 ");
+        EXPECT_EQ(element.GetAttribute("x"), "12");
+        EXPECT_FALSE(element.GetAttributeNode("y")->HasChildNodes());
+        EXPECT_EQ(element.AttributeViews().size(), 2U);
+    };
+    const NodePtr copy(document.CloneTree());
+    expectCopy(*static_cast<const Document&>(*copy).DocumentElement());
+    expectCopy(*NodePtr(document.DocumentElement()->CloneTree()));
+    Document other;
+    expectCopy(*NodePtr(other.ImportNode(*document.DocumentElement(), true)));
+    const NodePtr alone(other.ImportNode(*attribute, true));
+    EXPECT_EQ(partNames(alone.get()), "#text=1 e= #text=2 ");
+}
+
 // Lists.
 
 TEST(Document, ListsElementsOfTheWholeDocument) {
