@@ -21,6 +21,7 @@ std::string FormatBars(const std::vector<Bar>& bars, TableFormat format) {
     for (const Bar& bar : bars) {
         const std::string verdict = bar.IsMet() ? "OK" : "MISS";
         const std::string numbers = FormatNumber(bar.measured, 2) + " " + bar.unit + ", wanted " +
+                                    (bar.isMost ? "at most " : "") +
                                     FormatNumber(bar.wanted, DecimalsOf(bar.wanted));
         if (format == TableFormat::Markdown) {
             text += "- " + bar.title + ": " + numbers + " (" + verdict + ")\n";

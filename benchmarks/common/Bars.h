@@ -14,7 +14,8 @@ struct Bar {
     double wanted = 0;
     double measured = 0;
     const char* unit = "times";
-    bool IsMet() const { return measured >= wanted; }
+    bool isMost = false;  ///< `wanted` is the most that is allowed, not the least
+    bool IsMet() const { return isMost ? measured <= wanted : measured >= wanted; }
 };
 
 /// Returns a line for each bar, with OK or MISS.

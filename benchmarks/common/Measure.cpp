@@ -3,22 +3,25 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <time.h>
 
 namespace bench {
 
 namespace {
 
-// Returns the seconds that a pass takes, measured over at least `minSeconds`.
-double SecondsPerPass(const Work& work, double minSeconds) {
-    const double start = ProcessorSeconds();
+// Returns the seconds that a pass takes, measured over at least `minSeconds`; NaN for no work.
+double SecondsPerPass(const Work& work, const MeasureOptions& options) {
+    if (!work) return std::numeric_limits<double>::quiet_NaN();
     double elapsed = 0;
     int passes = 0;
     do {
+        if (options.prepare) options.prepare();
+        const double start = ProcessorSeconds();
         work();
+        elapsed += ProcessorSeconds() - start;
         ++passes;
-        elapsed = ProcessorSeconds() - start;
-    } while (elapsed < minSeconds);
+    } while (elapsed < options.minSeconds);
     return elapsed / passes;
 }
 
@@ -29,12 +32,12 @@ Measurement Measure(double megabytes, std::span<const Work> works, const Measure
     std::vector<std::vector<double>> ratios(works.size());
 
     for (const Work& work : works) {
-        work();  // tables and buffers grow here, not in the first round
+        if (work) work();  // tables and buffers grow here, not in the first round
     }
     for (int round = 0; round < options.rounds; ++round) {
         double firstSeconds = 0;
         for (std::size_t i = 0; i < works.size(); ++i) {
-            const double seconds = SecondsPerPass(works[i], options.minSeconds);
+            const double seconds = SecondsPerPass(works[i], options);
             if (i == 0) firstSeconds = seconds;
             speeds[i].push_back(megabytes / seconds);
             ratios[i].push_back(seconds / firstSeconds);
@@ -46,6 +49,7 @@ Measurement Measure(double megabytes, std::span<const Work> works, const Measure
     for (std::size_t i = 0; i < works.size(); ++i) {
         result.speeds.push_back(Quantile(speeds[i], 0.5));
         result.ratios.push_back(Quantile(ratios[i], 0.5));
+        if (!works[i]) continue;
         const double range = Quantile(ratios[i], 0.75) - Quantile(ratios[i], 0.25);
         result.spread = std::max(result.spread, range / 2 / result.ratios[i]);
     }
@@ -69,10 +73,13 @@ double Quantile(std::vector<double> values, double part) {
 
 double GeometricMean(const std::vector<double>& values) {
     double logarithms = 0;
+    double count = 0;
     for (const double value : values) {
+        if (std::isnan(value)) continue;
         logarithms += std::log(value);
+        ++count;
     }
-    return std::exp(logarithms / static_cast<double>(values.size()));
+    return std::exp(logarithms / count);
 }
 
 }  // namespace bench

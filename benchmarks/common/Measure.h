@@ -11,10 +11,12 @@ struct CorpusEntry;
 
 struct MeasureOptions {
     int rounds = 5;
-    double minSeconds = 0.2;  ///< how long each work goes on in each round, at least
+    double minSeconds = 0.2;        ///< how long each work goes on in each round, at least
+    std::function<void()> prepare;  ///< done before each pass, outside of the clock; may be empty
 };
 
-/// Something that is done to the same bytes in several ways; one pass over them.
+/// Something that is done to the same bytes in several ways; one pass over them. An empty one, for
+/// a way that does not exist for these bytes, is not measured: its figures are NaN.
 using Work = std::function<void()>;
 
 /// What was measured on the same bytes.
@@ -44,7 +46,7 @@ double ProcessorSeconds();
 /// Returns the value below which the given part (0 to 1) of `values` lies. \pre not empty
 double Quantile(std::vector<double> values, double part);
 
-/// Returns the geometric mean. \pre not empty, all positive
+/// Returns the geometric mean of those that were measured. \pre not empty, all positive or NaN
 double GeometricMean(const std::vector<double>& values);
 
 }  // namespace bench

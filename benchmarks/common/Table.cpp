@@ -2,6 +2,7 @@
 #include "common/Table.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace bench {
@@ -53,6 +54,7 @@ std::string FormatTable(const std::vector<TableRow>& rows, TableFormat format) {
 }
 
 std::string FormatNumber(double value, int decimals) {
+    if (std::isnan(value)) return "-";
     char text[64];
     std::snprintf(text, sizeof text, "%.*f", decimals, value);
     return text;

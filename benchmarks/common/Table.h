@@ -14,7 +14,7 @@ using TableRow = std::vector<std::string>;
 /// the others on the right. \pre all rows have as many cells as the first
 std::string FormatTable(const std::vector<TableRow>& rows, TableFormat format);
 
-/// Returns `value` with that many decimals.
+/// Returns `value` with that many decimals; "-" for NaN.
 std::string FormatNumber(double value, int decimals);
 
 }  // namespace bench

@@ -29,9 +29,10 @@ const NodeName* DocumentData::Name(FixedName name) {
 }
 
 astring DocumentData::PlaceText(std::string_view text) {
-    constexpr std::size_t kBlock = 16;
-    if (text.size() < kBlock) return astring(text);
-    const std::size_t room = (text.size() / kBlock + 1) * kBlock;
+    constexpr std::size_t kMostInside = 15;
+    constexpr std::size_t kUnit = 8;
+    if (text.size() <= kMostInside) return astring(text);
+    const std::size_t room = (text.size() / kUnit + 1) * kUnit;
     char* const buffer = pool.AllocateCharacters(room);
     std::memcpy(buffer, text.data(), text.size());
     buffer[text.size()] = '\0';

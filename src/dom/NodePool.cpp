@@ -16,21 +16,38 @@ char* NodePool::AddChunk(std::size_t size) {
         chunks_.pop_back();
         throw;
     }
+    total_ += size;
     char* const chunk = chunks_.back().get();
     // Much of the time that a large tree takes would go into getting its memory page by page.
     if (size >= kUsualChunk) IO::detail::BackMemory(chunk, size);
     return chunk;
 }
 
-void* NodePool::AllocateFromNewChunk(Region& region, std::size_t size) {
-    if (size > kUsualChunk / 4) return AddChunk(size);  // the newest chunk stays in use
-    const std::size_t chunkSize =
-        std::min(region.total < kUsualChunk ? std::max(kFirstChunk, std::max(region.total, size))
-                                            : std::max(kUsualChunk, region.total / kShare),
-                 kLargestChunk);
-    char* const memory = AddChunk(chunkSize);
-    region = {memory + size, memory + chunkSize, region.total + chunkSize};
-    return memory;
+// Chunks grow with the pool, so that there are few of them and yet little is left over. Those of
+// some large pages are as large as so many of them, since the system then lets them begin with one.
+std::size_t NodePool::NextChunkSize() const {
+    if (total_ < kUsualChunk) return std::max(kFirstChunk, total_);
+    const std::size_t share = std::min(total_ / kShare, kLargestChunk);
+    if (share < 2 * kLargePage) return std::max(kUsualChunk, share);
+    return share / kLargePage * kLargePage - kBlockHead;
+}
+
+void NodePool::StartChunk(std::size_t size) {
+    const std::size_t chunkSize = std::max(NextChunkSize(), size);
+    next_ = AddChunk(chunkSize);
+    end_ = next_ + chunkSize;
+}
+
+void* NodePool::AllocateFromNewChunk(std::size_t size) {
+    if (size > kMostShared) return AddChunk(size);  // the newest chunk stays in use
+    StartChunk(size);
+    return AllocateForGood(size);
+}
+
+char* NodePool::AllocateCharactersFromNewChunk(std::size_t size) {
+    if (size > kMostShared) return AddChunk(size);
+    StartChunk(size);
+    return AllocateCharacters(size);
 }
 
 void* NodePool::AllocateLarge(std::size_t size) {
@@ -54,7 +71,8 @@ void NodePool::Clear() noexcept {
         FreeLarge(large_ + 1);
     chunks_.clear();
     free_.fill(nullptr);
-    objects_ = characters_ = {};
+    next_ = end_ = nullptr;
+    total_ = 0;
 }
 
 }  // namespace Dom::detail

@@ -35,11 +35,20 @@ public:
     }
 
     /// Returns `size` bytes that are only freed with all others.
-    void* AllocateForGood(std::size_t size) { return objects_.Take(*this, size); }
+    void* AllocateForGood(std::size_t size) {
+        size = ClassOf(size) * kUnit;
+        if (size > FreeBytes()) return AllocateFromNewChunk(size);
+        void* const memory = next_;
+        next_ += size;
+        return memory;
+    }
 
     /// As AllocateForGood(), for characters, which stand apart so that nodes stand close together.
     char* AllocateCharacters(std::size_t size) {
-        return static_cast<char*>(characters_.Take(*this, size));
+        size = ClassOf(size) * kUnit;
+        if (size > FreeBytes()) return AllocateCharactersFromNewChunk(size);
+        end_ -= size;
+        return end_;
     }
 
     /// Frees everything.
@@ -49,29 +58,15 @@ private:
     static constexpr std::size_t kUnit = 8;
     static constexpr std::size_t kMostSmall = 512;
     static constexpr std::size_t kFirstChunk = 2048;
-    static constexpr std::size_t kUsualChunk = 64 * 1024 - 64;
-    static constexpr std::size_t kLargestChunk = 64 * 1024 * 1024;
+    static constexpr std::size_t kBlockHead = 64;  // what the heap puts in front, and more
+    static constexpr std::size_t kUsualChunk = 64 * 1024 - kBlockHead;
+    static constexpr std::size_t kLargePage = 2 * 1024 * 1024;
+    static constexpr std::size_t kMostShared = kUsualChunk / 4;  // larger ones get their own chunk
+    static constexpr std::size_t kLargestChunk = 32 * kLargePage;
     static constexpr std::size_t kShare = 16;  // of all memory, that a chunk of a large pool takes
 
     struct FreeBlock {
         FreeBlock* next;
-    };
-
-    /// The free memory of the newest chunk for one purpose.
-    struct Region {
-        char* next = nullptr;
-        char* end = nullptr;
-        std::size_t total = 0;  // of all its chunks
-
-        void* Take(NodePool& pool, std::size_t size) {
-            size = ClassOf(size) * kUnit;
-            if (size > static_cast<std::size_t>(end - next)) {
-                return pool.AllocateFromNewChunk(*this, size);
-            }
-            void* const memory = next;
-            next += size;
-            return memory;
-        }
     };
 
     /// What stands before a block with memory of its own.
@@ -82,13 +77,20 @@ private:
 
     static std::size_t ClassOf(std::size_t size) { return (size + kUnit - 1) / kUnit; }
 
-    void* AllocateFromNewChunk(Region& region, std::size_t size);
+    std::size_t FreeBytes() const { return static_cast<std::size_t>(end_ - next_); }
+    void* AllocateFromNewChunk(std::size_t size);
+    char* AllocateCharactersFromNewChunk(std::size_t size);
+    void StartChunk(std::size_t size);
     char* AddChunk(std::size_t size);
+    std::size_t NextChunkSize() const;
     void* AllocateLarge(std::size_t size);
     void FreeLarge(void* memory) noexcept;
 
-    Region objects_;
-    Region characters_;
+    // The free memory of the newest chunk: objects are taken from its begin, characters from its
+    // end.
+    char* next_ = nullptr;
+    char* end_ = nullptr;
+    std::size_t total_ = 0;  // of all chunks
     std::vector<std::unique_ptr<char[]>> chunks_;
     LargeBlock* large_ = nullptr;
     std::array<FreeBlock*, kMostSmall / kUnit + 1> free_{};

@@ -67,7 +67,7 @@ public:
     struct Placed {
         Char* buffer;      ///< outlives the string, and those that it is moved to
         size_type length;  ///< of the text, which a NUL follows
-        size_type room;    ///< of the buffer, a multiple of 16 bytes
+        size_type room;    ///< of the buffer, with the NUL
     };
 
     /// "Not found", and "to the end" where a count is wanted.
@@ -125,7 +125,8 @@ public:
     /// @}
 
     /// Makes the text the `length` characters at `text`, copying whole blocks of 16 bytes.
-    /// \pre `text` is readable up to the next multiple of 16 bytes and lies outside of this string
+    /// \pre `text` is readable up to the next multiple of 16 bytes and lies outside of this string,
+    ///     whose buffer was not somebody else's
     void assign_padded(const Char* text, size_type length) {
         if (length > capacity()) {
             clear();
