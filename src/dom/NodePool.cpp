@@ -36,6 +36,7 @@ void NodePool::StartChunk(std::size_t size) {
     const std::size_t chunkSize = std::max(NextChunkSize(), size);
     next_ = AddChunk(chunkSize);
     end_ = next_ + chunkSize;
+    Poison(next_, chunkSize);
 }
 
 void* NodePool::AllocateFromNewChunk(std::size_t size) {

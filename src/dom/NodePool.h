@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "dom/Poison.h"
+
 #include <array>
 #include <cstddef>
 #include <memory>
@@ -22,6 +24,7 @@ public:
         if (size > kMostSmall) return AllocateLarge(size);
         const std::size_t sizeClass = ClassOf(size);
         if (FreeBlock* const block = free_[sizeClass]) {
+            Unpoison(block, sizeClass * kUnit);
             free_[sizeClass] = block->next;
             return block;
         }
@@ -32,6 +35,7 @@ public:
         if (size > kMostSmall) return FreeLarge(memory);
         const std::size_t sizeClass = ClassOf(size);
         free_[sizeClass] = new (memory) FreeBlock{free_[sizeClass]};
+        Poison(memory, sizeClass * kUnit);
     }
 
     /// Returns `size` bytes that are only freed with all others.
@@ -40,6 +44,7 @@ public:
         if (size > FreeBytes()) return AllocateFromNewChunk(size);
         void* const memory = next_;
         next_ += size;
+        Unpoison(memory, size);
         return memory;
     }
 
@@ -48,6 +53,7 @@ public:
         size = ClassOf(size) * kUnit;
         if (size > FreeBytes()) return AllocateCharactersFromNewChunk(size);
         end_ -= size;
+        Unpoison(end_, size);
         return end_;
     }
 
