@@ -23,13 +23,10 @@ char* NodePool::AddChunk(std::size_t size) {
     return chunk;
 }
 
-// Chunks grow with the pool, so that there are few of them and yet little is left over. Those of
-// some large pages are as large as so many of them, since the system then lets them begin with one.
+// Chunks grow with the pool, so that there are few of them and yet little is left over.
 std::size_t NodePool::NextChunkSize() const {
     if (total_ < kUsualChunk) return std::max(kFirstChunk, total_);
-    const std::size_t share = std::min(total_ / kShare, kLargestChunk);
-    if (share < 2 * kLargePage) return std::max(kUsualChunk, share);
-    return share / kLargePage * kLargePage - kBlockHead;
+    return std::clamp(total_ / kShare, kUsualChunk, kLargestChunk);
 }
 
 void NodePool::StartChunk(std::size_t size) {
