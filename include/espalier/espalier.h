@@ -4,6 +4,7 @@
 /// \file
 /// All of the library.
 
+#include <espalier/css.h>
 #include <espalier/dom.h>
 #include <espalier/encoding.h>
 #include <espalier/io.h>

@@ -2,7 +2,7 @@
 #include <espalier/dom/css/MediaList.h>
 
 #include "dom/InterfaceName.h"
-#include "dom/css/CssHelpers.h"
+#include <espalier/dom/css/CssHelpers.h>
 
 namespace Dom::StyleSheets {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "dom/css/CssHelpers.h"
+#include <espalier/dom/css/CssHelpers.h>
 #include "support/PrintAstring.h"
 
 #include <gtest/gtest.h>

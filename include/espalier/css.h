@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Style sheets, in the manner of DOM Level 2 Style, and selectors.
+
+#include <espalier/dom/css/CSSPrimitiveValue.h>
+#include <espalier/dom/css/CSSPropertyImpl.h>
+#include <espalier/dom/css/CSSRule.h>
+#include <espalier/dom/css/CSSRuleList.h>
+#include <espalier/dom/css/CSSStyleDeclaration.h>
+#include <espalier/dom/css/CSSStyleRule.h>
+#include <espalier/dom/css/CSSStyleSheet.h>
+#include <espalier/dom/css/CSSUnknownRule.h>
+#include <espalier/dom/css/CSSValue.h>
+#include <espalier/dom/css/CSSValueList.h>
+#include <espalier/dom/css/Counter.h>
+#include <espalier/dom/css/CssHelpers.h>
+#include <espalier/dom/css/CssNodeType.h>
+#include <espalier/dom/css/CssReader.h>
+#include <espalier/dom/css/DocumentStyle.h>
+#include <espalier/dom/css/ElementCSSInlineStyle.h>
+#include <espalier/dom/css/Forward.h>
+#include <espalier/dom/css/LinkStyle.h>
+#include <espalier/dom/css/MediaList.h>
+#include <espalier/dom/css/RGBColor.h>
+#include <espalier/dom/css/Rect.h>
+#include <espalier/dom/css/Selector.h>
+#include <espalier/dom/css/Specificity.h>
+#include <espalier/dom/css/StyleSheet.h>
+#include <espalier/dom/css/StyleSheetList.h>
+#include <espalier/dom/css/StyleSheetListImpl.h>

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <espalier/base/Export.h>
+#include <espalier/base/astring.h>
+#include <espalier/dom/DOMList.h>
+#include <espalier/dom/css/CSSPropertyImpl.h>
+#include <espalier/dom/css/CSSRule.h>
+
+#include <string_view>
+
+namespace Dom::CSS {
+
+/// A list of properties: what stands in the braces of a style rule, or in a style attribute.
+///
+/// The shorthands margin, padding, border-width, border-color, border-style, border-top,
+/// border-right, border-bottom, border-left, border and background are replaced by the properties
+/// that they stand for, unless their value begins with "i". Names are compared as they are written.
+/// A property that is declared twice is here twice.
+///
+/// \note Pointers to values become invalid when their property is removed or replaced.
+class ESPALIER_EXPORT CSSStyleDeclaration {
+public:
+    /// The properties, which the list owns.
+    using CSSPropertyList = DOMList<CSSPropertyImpl*>;
+
+    /// Makes an empty declaration.
+    /// \param parentRule the rule that it belongs to; may be null
+    explicit CSSStyleDeclaration(CSSRule* parentRule);
+    /// Copies the properties and their values; the parent rule is the same.
+    CSSStyleDeclaration(const CSSStyleDeclaration& other);
+    /// Copies the properties and their values; the parent rule stays.
+    CSSStyleDeclaration& operator=(const CSSStyleDeclaration& other);
+
+    // The order of the virtual functions is part of the binary interface: append, never reorder.
+
+    /// Returns this object as "Dom::CSS::CSSStyleDeclaration", or null for other names.
+    virtual void* QueryInterface(const char* className);
+
+    virtual ~CSSStyleDeclaration();
+
+    /// Returns the texts of the properties with "; " between them. Properties that were made from
+    /// a shorthand stand for themselves.
+    astring CssText() const;
+    /// Replaces all properties by those of a text. When it throws, the properties before the fault
+    /// stay.
+    ///
+    /// A value ends at the first ";" or "!", also in quotes.
+    ///
+    /// \throws DOMException SYNTAX_ERR "Invalid property name"; "Expected ':'"; "Invalid importance
+    ///     identifier"; "Unexpected token after property"; "Property value missing", for a
+    ///     shorthand
+    void SetCssText(const char* text);
+    void SetCssText(const astring& text);
+
+    /// \name By name
+    /// All but SetProperty() look at the first property with the name.
+    /// @{
+    /// Returns the text of the value; empty when there is none.
+    astring GetPropertyValue(std::string_view name) const;
+    /// Returns the value, which stays the property's; null when there is none.
+    CSSValue* GetPropertyCSSValue(std::string_view name) const;
+    /// Returns "important" or the empty string.
+    astring GetPropertyPriority(std::string_view name) const;
+    /// Deletes the property, and returns what its value was.
+    astring RemoveProperty(std::string_view name);
+    /// Deletes the first property with exactly the name, and adds one, or what a shorthand stands
+    /// for, at the end. Properties that the shorthand made before stay.
+    /// \param priority "important" in any case, or anything else
+    /// \throws DOMException SYNTAX_ERR "Property value missing"
+    void SetProperty(std::string_view name, std::string_view value, std::string_view priority);
+    /// @}
+
+    /// Returns the number of properties.
+    unsigned Length() const { return properties_.Length(); }
+    /// Returns the name of property `index`, from 0 on; empty when there are not as many.
+    astring Item(unsigned long index) const;
+    /// Returns the properties, to look at.
+    const CSSPropertyList& Properties() const { return properties_; }
+    /// Returns the rule that the declaration belongs to, or null.
+    CSSRule* ParentRule() const { return parentRule_; }
+
+    /// Adds copies of the properties of another declaration, each in place of the one with the same
+    /// name that it wins over, or not at all.
+    ///
+    /// An important one wins over one that is not. Among important ones the greater origin wins,
+    /// among others the smaller. With the same origin, one that is written out wins over one made
+    /// from a shorthand, and a specificity that is not less wins.
+    ///
+    /// \param origin where `source` comes from; its parent rule's, if it has one
+    /// \param specificity that of `source`; its parent rule's, if it has one that is a style rule
+    void Cascade(const CSSStyleDeclaration& source, CSSRule::RULE_ORIGIN origin, int specificity);
+
+protected:
+    void SetParent(CSSRule* parentRule) { parentRule_ = parentRule; }
+
+private:
+    CSSPropertyList properties_;
+    CSSRule* parentRule_;
+};
+
+}  // namespace Dom::CSS

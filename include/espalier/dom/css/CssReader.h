@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <espalier/base/Export.h>
+#include <espalier/base/astring.h>
+#include <espalier/dom/css/CssNodeType.h>
+#include <espalier/encoding/Forward.h>
+#include <espalier/io/Forward.h>
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+
+namespace Dom::CSS {
+
+/// Reads CSS text forward, node by node: selectors, braces, properties, comments, white space; or
+/// rule by rule.
+///
+/// \code
+///     Dom::CSS::CssReader reader(&stream, "UTF-8");
+///     while (reader.Read()) {
+///         const astring rule = reader.ReadRule();  // h1 { color: red; margin: 0 1px }
+///     }
+/// \endcode
+///
+/// No operation throws for what the text is: it returns false or an empty string, and who reads
+/// stops at the first false. An exception of the stream counts as the end of the text, too
+/// (StreamFailed()). All texts are UTF-8.
+///
+/// \note Only as much text is held as the longest node takes.
+class ESPALIER_EXPORT CssReader {
+public:
+    /// The encoding that all text is converted into, UTF-8; a null pointer means that as well.
+    static Xml::Encoding* s_Encoding;
+
+    /// Begins to read.
+    ///
+    /// \param stream stays the caller's and is not closed; null is an empty text
+    /// \param encodingName in any case: "" is US-ASCII; "ISO-8859-1", "ASCII", "LATIN1" and
+    ///     "LATIN-1" are ISO-8859-1; "ISO-10646", "UNICODE", "UTF-16", "UTF-16BE" and "UTF-16LE"
+    ///     are UTF-16, little-endian unless a byte order mark says otherwise; everything else is
+    ///     UTF-8
+    CssReader(IO::Stream* stream, const astring& encodingName);
+    /// Begins to read, without looking for a byte order mark.
+    /// \param encoding stays the caller's; null means US-ASCII
+    CssReader(IO::Stream* stream, Xml::Encoding* encoding);
+    ~CssReader();
+    CssReader(const CssReader&) = delete;
+    CssReader& operator=(const CssReader&) = delete;
+
+    /// Ends reading for good. Harmless when done twice.
+    void Close();
+
+    /// Reads the next node, and tells whether there was one.
+    bool Read();
+
+    /// \name The current node
+    /// What Read() left; kept when a read fails.
+    /// @{
+    CssNodeType NodeType() const { return nodeType_; }
+    /// Returns the name of a property; empty for other nodes.
+    astring Name() const;
+    /// Returns the value of a property, without comments; else the text of the node.
+    astring Value() const;
+    /// Returns the priority of a property, without "!". A "!" is taken as a part of the value
+    /// wherever it stands, so this is empty.
+    astring Priority() const;
+    /// @}
+
+    /// \name What comes next
+    /// The current node counts when it is of the kind; else nodes are read up to one. Empty, or
+    /// false, when there is none.
+    /// @{
+    astring ReadComment();
+    astring ReadSelector();
+    bool ReadProperty();
+    /// @}
+
+    /// Reads the properties of the next block and returns them as "name: value; name: value".
+    astring ReadDeclaration();
+    /// Reads the block of an at-rule and returns its properties as "name: value; name: value;".
+    /// The block ends at the first "}", also at that of a rule within it.
+    astring ReadAtDeclaration();
+    /// Reads the next rule and returns it as "selector{ name: value; name: value }", an at-rule as
+    /// ReadAtDeclaration() tells; empty when there is none.
+    astring ReadRule();
+
+    /// Tells whether the stream threw, which ended the text.
+    bool StreamFailed() const { return streamFailed_; }
+    /// Returns what the stream said when it threw; else empty.
+    const astring& StreamError() const { return streamError_; }
+
+private:
+    enum class ReadState : unsigned char {
+        Closed = 0,
+        TopLevel = 1,
+        AtRuleBlock = 2,
+        DeclarationBlock = 3,
+        EndOfInput = 5
+    };
+
+    // A part of the text buffer.
+    struct Range {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+    };
+
+    ReadState state_ = ReadState::Closed;
+    Xml::Encoding* encoding_;
+    std::unique_ptr<unsigned char[]> raw_;  // bytes of the stream that are not converted yet
+    int rawPosition_ = 0;
+    int rawEnd_ = 0;
+    CssNodeType nodeType_;
+    IO::Stream* stream_;
+    astring text_;                // converted, from the current node on
+    std::size_t tokenStart_ = 0;  // of the current node
+    std::size_t position_ = 0;    // behind what has been read of the text
+    Range name_;
+    Range value_;
+    Range priority_;
+    bool endOfStream_ = false;
+    bool streamFailed_ = false;
+    astring streamError_;
+};
+
+}  // namespace Dom::CSS
