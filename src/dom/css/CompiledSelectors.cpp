@@ -7,6 +7,7 @@
 #include "dom/css/SelectorSubject.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace Dom::CSS::detail {
 
@@ -120,13 +121,6 @@ bool ComplexMatch::Retry() {
            TakeNearest(ancestor_.compound, ParentOf(*ancestor_.element), ParentOf, ancestor_);
 }
 
-// The name of a pseudo-element may come with its colons.
-PseudoClass PseudoElement(std::string_view name) {
-    while (name.starts_with(':'))
-        name.remove_prefix(1);
-    return FindPseudoClass(name);
-}
-
 }  // namespace
 
 CompiledSelectors::CompiledSelectors(const astring& text)
@@ -137,12 +131,12 @@ bool CompiledSelectors::MatchOne(const ComplexSelector& selector, const Element&
 }
 
 bool CompiledSelectors::Match(const Element& element, std::string_view pseudo) const {
-    const PseudoClass part = pseudo.empty() ? PseudoClass::Unknown : PseudoElement(pseudo);
-    if (!pseudo.empty() && !IsPseudoElement(part)) return false;
-    return std::any_of(parts_.selectors.begin(), parts_.selectors.end(),
-                       [&](const ComplexSelector& selector) {
-                           return selector.pseudoElement == part && MatchOne(selector, element);
-                       });
+    const std::optional<PseudoClass> part = PartOf(pseudo);
+    return part && std::any_of(parts_.selectors.begin(), parts_.selectors.end(),
+                               [&](const ComplexSelector& selector) {
+                                   return selector.pseudoElement == *part &&
+                                          MatchOne(selector, element);
+                               });
 }
 
 bool CompiledSelectors::Match(std::string_view name, const astring& id,

@@ -60,6 +60,14 @@ bool IsPseudoElement(PseudoClass name) {
     }
 }
 
+std::optional<PseudoClass> PartOf(std::string_view pseudo) {
+    if (pseudo.empty()) return PseudoClass::Unknown;
+    while (pseudo.starts_with(':'))
+        pseudo.remove_prefix(1);
+    const PseudoClass part = FindPseudoClass(pseudo);
+    return IsPseudoElement(part) ? std::optional(part) : std::nullopt;
+}
+
 bool CountsAsClass(std::string_view name) {
     const PseudoClass found = FindPseudoClass(name);
     return found != PseudoClass::Unknown && !IsPseudoElement(found);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 namespace Dom::CSS::detail {
@@ -46,6 +47,11 @@ PseudoClass FindPseudoClass(std::string_view name);
 
 /// Tells whether a name stands for a part of an element, such as "before".
 bool IsPseudoElement(PseudoClass name);
+
+/// Returns the part of an element that a caller asks for: one of the pseudo-elements, with or
+/// without colons; PseudoClass::Unknown for the empty text, the element itself; nothing for other
+/// names.
+std::optional<PseudoClass> PartOf(std::string_view pseudo);
 
 /// Tells whether a name adds to the specificity as a class does. Deliberate: those of
 /// pseudo-elements, which elsewhere add to the elements, and unknown ones add nothing.
