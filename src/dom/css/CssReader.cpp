@@ -42,6 +42,10 @@ astring CssReader::Value() const {
 
 astring CssReader::Priority() const { return astring(scanner_->Priority()); }
 
+int CssReader::LineNumber() const { return scanner_->LineNumber(); }
+
+int CssReader::LinePos() const { return scanner_->LinePos(); }
+
 bool CssReader::StreamFailed() const { return scanner_->source.Failed(); }
 
 const astring& CssReader::StreamError() const { return scanner_->source.Error(); }

@@ -7,16 +7,22 @@ namespace Dom::CSS::detail {
 
 void CssScanner::Begin() {
     if (position_ > kKept) {
+        place_ = PlaceOf(position_);
         text_.erase(0, position_);
         position_ = 0;
     }
     start_ = position_;
     name_ = value_ = priority_ = {position_, position_};
+    hasComments_ = false;
+}
+
+TextPlace CssScanner::PlaceOf(std::size_t position) const {
+    return place_.Behind(text_.view().substr(0, position));
 }
 
 void CssScanner::Close() {
     source.Close();
-    text_ = astring();
+    text_ = joined_ = astring();
     position_ = 0;
     Begin();
 }
@@ -94,10 +100,11 @@ bool CssScanner::ScanSelector() {
 // ";" and goes on to the next one.
 void CssScanner::ScanValue() {
     value_ = {position_, position_};
+    std::size_t pieceBegin = position_;
     while (Has(position_)) {
         const char character = text_[position_];
         if (character == '/' && IsCommentAt(position_)) {
-            RemoveComment();
+            LeaveOutComment(pieceBegin);
         } else {
             ++position_;
             if (character == '"' || character == '\'') TakeString(character);
@@ -105,6 +112,7 @@ void CssScanner::ScanValue() {
         if (!ValueGoesOn()) break;
     }
     value_.end = position_;
+    if (hasComments_) joined_.append(Between({pieceBegin, position_}));
 }
 
 // Moves behind the quote that ends a string, or to the end of the text.
@@ -116,9 +124,11 @@ void CssScanner::TakeString(char quote) {
     }
 }
 
-void CssScanner::RemoveComment() {
-    const std::size_t end = FindEndOfComment(position_ + 2);
-    text_.erase(position_, end - position_);
+void CssScanner::LeaveOutComment(std::size_t& pieceBegin) {
+    if (!hasComments_) joined_.clear();
+    hasComments_ = true;
+    joined_.append(Between({pieceBegin, position_}));
+    position_ = pieceBegin = FindEndOfComment(position_ + 2);
 }
 
 // Takes white space into the value unless it is the last of it. Returns false at the end.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "dom/css/CssSource.h"
+#include "dom/css/TextPlace.h"
 
 #include <cstddef>
 #include <string_view>
@@ -34,7 +35,7 @@ public:
     bool ScanClosingBrace() { return ScanOne('}'); }
     /// Scans text up to "{"; without one it is passed over.
     bool ScanSelector();
-    /// Scans the value of a property, taking comments out of the text.
+    /// Scans the value of a property, and leaves comments out of it.
     void ScanValue();
     /// Scans "!" and letters.
     bool ScanPriority();
@@ -47,8 +48,15 @@ public:
     /// @{
     std::string_view Text() const { return Between({start_, position_}); }
     std::string_view Name() const { return Between(name_); }
-    std::string_view Value() const { return Between(value_); }
+    std::string_view Value() const { return hasComments_ ? joined_.view() : Between(value_); }
     std::string_view Priority() const { return Between(priority_); }
+    /// @}
+
+    /// \name Where the piece begins
+    /// Counted from 1; columns in characters.
+    /// @{
+    int LineNumber() const { return PlaceOf(start_).line; }
+    int LinePos() const { return PlaceOf(start_).column; }
     /// @}
 
     /// Tells whether the piece began at the end of all text.
@@ -74,7 +82,8 @@ private:
     bool ScanOne(char character);
     std::size_t BehindSpace(std::size_t position);
     void TakeString(char quote);
-    void RemoveComment();
+    void LeaveOutComment(std::size_t& pieceBegin);
+    TextPlace PlaceOf(std::size_t position) const;
     std::size_t FindEndOfComment(std::size_t position);
     bool IsCommentAt(std::size_t position);
     bool ValueGoesOn();
@@ -85,6 +94,9 @@ private:
     Range name_;
     Range value_;
     Range priority_;
+    bool hasComments_ = false;  // in the value
+    astring joined_;            // the value without them
+    TextPlace place_;           // of the begin of the text
 };
 
 }  // namespace Dom::CSS::detail

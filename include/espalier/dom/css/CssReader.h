@@ -66,6 +66,13 @@ public:
     astring Priority() const;
     /// @}
 
+    /// \name Where the current node begins
+    /// Counted from 1; columns in characters.
+    /// @{
+    int LineNumber() const;
+    int LinePos() const;
+    /// @}
+
     /// \name What comes next
     /// The current node counts when it is of the kind; else nodes are read up to one. Empty, or
     /// false, when there is none.
