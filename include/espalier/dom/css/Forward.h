@@ -27,5 +27,7 @@ class Selector;
 
 namespace detail {
 class CompiledSelectors;
+class PropertyBuilder;
+struct Primitive;
 }  // namespace detail
 }  // namespace Dom::CSS
