@@ -27,6 +27,7 @@ class Selector;
 
 namespace detail {
 class CompiledSelectors;
+class CssScanner;
 class PropertyBuilder;
 struct Primitive;
 }  // namespace detail

@@ -55,24 +55,4 @@ constexpr bool Is(char character, unsigned flags) {
     return (kCharacterFlags[static_cast<unsigned char>(character)] & flags) != 0;
 }
 
-/// Returns a text without the white space around it.
-inline std::string_view Trimmed(std::string_view text) {
-    while (!text.empty() && Is(text.front(), kBlank))
-        text.remove_prefix(1);
-    while (!text.empty() && Is(text.back(), kBlank))
-        text.remove_suffix(1);
-    return text;
-}
-
-/// Tells whether `text` is `lowerCase`, in any case.
-inline bool EqualsIgnoringCase(std::string_view text, std::string_view lowerCase) {
-    if (text.size() != lowerCase.size()) return false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char character = text[i];
-        const bool isUpper = character >= 'A' && character <= 'Z';
-        if ((isUpper ? character + ('a' - 'A') : character) != lowerCase[i]) return false;
-    }
-    return true;
-}
-
 }  // namespace Dom::CSS::detail

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string_view>
+
+namespace Dom::CSS::detail {
+
+/// The names behind the ":" of selectors: pseudo-classes and the pseudo-elements of CSS 2.1 and
+/// Selectors Level 3.
+enum class PseudoClass : unsigned char {
+    Active,
+    After,
+    Before,
+    Checked,
+    Contains,
+    Disabled,
+    Enabled,
+    Empty,
+    FirstChild,
+    FirstLetter,
+    FirstLine,
+    FirstOfType,
+    Focus,
+    Hover,
+    Indeterminate,
+    Lang,
+    LastChild,
+    LastOfType,
+    Link,
+    Not,
+    NthChild,
+    NthLastChild,
+    NthLastOfType,
+    NthOfType,
+    OnlyChild,
+    OnlyOfType,
+    Root,
+    Selection,
+    Target,
+    Visited,
+    Unknown
+};
+
+/// Returns what a name stands for; names are compared as they are written.
+PseudoClass FindPseudoClass(std::string_view name);
+
+/// Tells whether a name stands for a part of an element, such as "before".
+bool IsPseudoElement(PseudoClass name);
+
+/// Tells whether a name adds to the specificity as a class does. Deliberate: those of
+/// pseudo-elements, which elsewhere add to the elements, and unknown ones add nothing.
+bool CountsAsClass(std::string_view name);
+
+}  // namespace Dom::CSS::detail
