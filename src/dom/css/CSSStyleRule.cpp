@@ -4,8 +4,8 @@
 #include <espalier/dom/css/Specificity.h>
 
 #include "dom/InterfaceName.h"
+#include "dom/css/Characters.h"
 #include "dom/css/CompiledSelectors.h"
-#include "dom/css/CssCharacters.h"
 #include "dom/css/Messages.h"
 #include "dom/css/Skipping.h"
 

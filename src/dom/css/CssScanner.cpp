@@ -1,9 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "dom/css/CssScanner.h"
 
-#include "dom/css/CssCharacters.h"
+#include "dom/css/Characters.h"
 
 namespace Dom::CSS::detail {
+
+namespace {
+
+// Names of properties are of ASCII alone here.
+bool IsInName(char character) {
+    return Is(character, kLetter | kDigit) || character == '-' || character == '_';
+}
+
+}  // namespace
 
 void CssScanner::Begin() {
     if (position_ > kKept) {
@@ -41,7 +50,7 @@ bool CssScanner::ScanOne(char character) {
 }
 
 std::size_t CssScanner::BehindSpace(std::size_t position) {
-    while (Has(position) && IsSpace(text_[position]))
+    while (Has(position) && Is(text_[position], kBlank))
         ++position;
     return position;
 }
@@ -74,7 +83,7 @@ bool CssScanner::ScanComment() {
 }
 
 bool CssScanner::ScanName() {
-    if (!Has(position_) || !IsLetter(text_[position_])) return false;
+    if (!Has(position_) || !Is(text_[position_], kLetter)) return false;
     const std::size_t begin = position_;
     do
         ++position_;
@@ -149,7 +158,7 @@ bool CssScanner::ScanPriority() {
     const std::size_t mark = BehindSpace(position_);
     if (!Has(mark) || text_[mark] != '!') return false;
     std::size_t end = mark + 1;
-    while (Has(end) && IsLetter(text_[end]))
+    while (Has(end) && Is(text_[end], kLetter))
         ++end;
     priority_ = {mark + 1, end};
     position_ = end;

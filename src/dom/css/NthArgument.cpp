@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "dom/css/NthArgument.h"
 
-#include "dom/css/AsciiCase.h"
-#include "dom/css/CssCharacters.h"
+#include "dom/css/Characters.h"
 
 #include <cstddef>
 #include <string_view>
@@ -19,22 +18,22 @@ bool TakeWord(const char*& text, std::string_view word) {
         if (ToLower(*position) != letter) return false;
         ++position;
     }
-    if (IsInName(*position)) return false;
+    if (Is(*position, kName)) return false;
     text = position;
     return true;
 }
 
 const char* BehindSpace(const char* text) {
-    while (IsSpace(*text))
+    while (Is(*text, kBlank))
         ++text;
     return text;
 }
 
 // Reads digits; too many of them are a very large number.
 bool TakeDigits(const char*& text, int& number) {
-    if (!IsDigit(*text)) return false;
+    if (!Is(*text, kDigit)) return false;
     number = 0;
-    for (; IsDigit(*text); ++text) {
+    for (; Is(*text, kDigit); ++text) {
         if (number < kMost / 10) number = number * 10 + (*text - '0');
     }
     return true;
