@@ -5,7 +5,7 @@
 #include <espalier/dom/css/CSSUnknownRule.h>
 
 #include "dom/InterfaceName.h"
-#include "dom/css/Characters.h"
+#include "dom/css/CssCharacters.h"
 #include "dom/css/Messages.h"
 
 #include <memory>
@@ -17,7 +17,7 @@ namespace {
 constexpr char kType[] = "text/css";
 
 bool IsAtRule(const char* text) {
-    while (detail::Is(*text, detail::kBlank))
+    while (detail::IsSpace(*text))
         ++text;
     return *text == '@';
 }

@@ -2,7 +2,7 @@
 #include <espalier/dom/css/CSSValueList.h>
 
 #include "dom/InterfaceName.h"
-#include "dom/css/Characters.h"
+#include "dom/css/CssCharacters.h"
 #include "dom/css/ListPieces.h"
 #include "dom/css/ValueMaking.h"
 

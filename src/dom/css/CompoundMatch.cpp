@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "dom/css/CompoundMatch.h"
 
-#include "dom/css/Characters.h"
+#include "dom/css/CssCharacters.h"
 #include "dom/css/PseudoClassMatch.h"
 
 #include <string_view>
@@ -18,9 +18,8 @@ bool HasWord(std::string_view text, std::string_view word) {
     for (std::size_t at = text.find(word); at != std::string_view::npos;
          at = text.find(word, at + 1)) {
         const std::size_t end = at + word.size();
-        if ((at == 0 || Is(text[at - 1], kBlank)) &&
-            (end == text.size() || Is(text[end], kBlank))) {
-            return word.find_first_of(kBlanks) == std::string_view::npos;
+        if ((at == 0 || IsSpace(text[at - 1])) && (end == text.size() || IsSpace(text[end]))) {
+            return word.find_first_of(kSpace) == std::string_view::npos;
         }
     }
     return false;

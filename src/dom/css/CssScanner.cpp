@@ -1,18 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "dom/css/CssScanner.h"
 
-#include "dom/css/Characters.h"
+#include "dom/css/CssCharacters.h"
 
 namespace Dom::CSS::detail {
-
-namespace {
-
-// Names of properties are of ASCII alone here.
-bool IsInName(char character) {
-    return Is(character, kLetter | kDigit) || character == '-' || character == '_';
-}
-
-}  // namespace
 
 void CssScanner::Begin() {
     if (position_ > kKept) {
@@ -50,7 +41,7 @@ bool CssScanner::ScanOne(char character) {
 }
 
 std::size_t CssScanner::BehindSpace(std::size_t position) {
-    while (Has(position) && Is(text_[position], kBlank))
+    while (Has(position) && IsSpace(text_[position]))
         ++position;
     return position;
 }
@@ -83,7 +74,7 @@ bool CssScanner::ScanComment() {
 }
 
 bool CssScanner::ScanName() {
-    if (!Has(position_) || !Is(text_[position_], kLetter)) return false;
+    if (!Has(position_) || !IsLetter(text_[position_])) return false;
     const std::size_t begin = position_;
     do
         ++position_;
@@ -158,7 +149,7 @@ bool CssScanner::ScanPriority() {
     const std::size_t mark = BehindSpace(position_);
     if (!Has(mark) || text_[mark] != '!') return false;
     std::size_t end = mark + 1;
-    while (Has(end) && Is(text_[end], kLetter))
+    while (Has(end) && IsLetter(text_[end]))
         ++end;
     priority_ = {mark + 1, end};
     position_ = end;

@@ -3,7 +3,7 @@
 
 #include <espalier/dom/css/CssReader.h>
 
-#include "dom/css/Characters.h"
+#include "dom/css/AsciiCase.h"
 #include "encoding/CharCodec.h"
 
 #include <algorithm>
@@ -58,7 +58,7 @@ CssSource::CssSource(IO::Stream* stream)
 Xml::Encoding* CssSource::EncodingByName(std::string_view name) {
     const auto* const found = std::find_if(
         kEncodings.begin(), kEncodings.end(),
-        [name](const EncodingName& entry) { return EqualsIgnoringCase(entry.name, name); });
+        [name](const EncodingName& entry) { return EqualIgnoringCase(entry.name, name); });
     if (found == kEncodings.end()) return Xml::Encoding::UTF8();
     Xml::Encoding* const encoding = found->encoding();
     if (encoding != Xml::Encoding::Unicode() || end_ <= 2) return encoding;

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "dom/css/NthArgument.h"
 
-#include "dom/css/Characters.h"
+#include "dom/css/AsciiCase.h"
+#include "dom/css/CssCharacters.h"
 
 #include <cstddef>
 #include <string_view>
@@ -18,22 +19,22 @@ bool TakeWord(const char*& text, std::string_view word) {
         if (ToLower(*position) != letter) return false;
         ++position;
     }
-    if (Is(*position, kName)) return false;
+    if (IsInName(*position)) return false;
     text = position;
     return true;
 }
 
 const char* BehindSpace(const char* text) {
-    while (Is(*text, kBlank))
+    while (IsSpace(*text))
         ++text;
     return text;
 }
 
 // Reads digits; too many of them are a very large number.
 bool TakeDigits(const char*& text, int& number) {
-    if (!Is(*text, kDigit)) return false;
+    if (!IsDigit(*text)) return false;
     number = 0;
-    for (; Is(*text, kDigit); ++text) {
+    for (; IsDigit(*text); ++text) {
         if (number < kMost / 10) number = number * 10 + (*text - '0');
     }
     return true;

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "dom/css/Primitive.h"
 
-#include "dom/css/Characters.h"
+#include "dom/css/CharacterFlags.h"
+#include "dom/css/CssCharacters.h"
 #include "dom/css/TextCursor.h"
 
 #include <cstddef>

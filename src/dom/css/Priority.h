@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "dom/css/Characters.h"
+#include "dom/css/AsciiCase.h"
 
 #include <string_view>
 
@@ -12,7 +12,7 @@ inline constexpr char kImportant[] = "important";
 /// Tells whether a priority, what stands behind "!", makes a property important. Others are
 /// accepted and mean nothing.
 inline bool IsImportant(std::string_view priority) {
-    return EqualsIgnoringCase(priority, kImportant);
+    return EqualIgnoringCase(priority, kImportant);
 }
 
 }  // namespace Dom::CSS::detail

@@ -4,6 +4,7 @@
 #include <espalier/dom/DOMException.h>
 #include <espalier/dom/css/CSSStyleRule.h>
 
+#include "dom/css/CssCharacters.h"
 #include "dom/css/Messages.h"
 #include "dom/css/Priority.h"
 #include "dom/css/TextCursor.h"

@@ -2,7 +2,7 @@
 #include "dom/css/PseudoClassMatch.h"
 
 #include "dom/NodeAccess.h"
-#include "dom/css/Characters.h"
+#include "dom/css/AsciiCase.h"
 #include "dom/css/NthArgument.h"
 #include "dom/css/SiblingPosition.h"
 
@@ -62,7 +62,7 @@ bool IsInLanguage(const Element& element, std::string_view language) {
          node = node->ParentNode()) {
         const std::string_view own = DeclaredLanguage(static_cast<const Element&>(*node)).view();
         if (own.empty()) continue;
-        return EqualsIgnoringCase(own.substr(0, language.size()), language) &&
+        return EqualIgnoringCase(own.substr(0, language.size()), language) &&
                (own.size() == language.size() || own[language.size()] == '-');
     }
     return false;

@@ -4,8 +4,8 @@
 #include <espalier/dom/css/RuleIndex.h>
 #include <espalier/dom/css/Specificity.h>
 
-#include "dom/css/Characters.h"
 #include "dom/css/CompiledSelectors.h"
+#include "dom/css/CssCharacters.h"
 #include "dom/css/PseudoClass.h"
 #include "dom/css/SelectorSubject.h"
 #include "xml/SeededHash.h"
@@ -98,7 +98,7 @@ void RuleIndex::Contents::Collect(const Element& element,
     if (const astring* const classes = byClass.empty() ? nullptr : subject.Attribute("class")) {
         std::string_view rest = detail::Trimmed(*classes);
         while (!rest.empty()) {
-            const std::string_view word = rest.substr(0, rest.find_first_of(detail::kBlanks));
+            const std::string_view word = rest.substr(0, rest.find_first_of(detail::kSpace));
             AddFrom(byClass, word, candidates);
             rest = detail::Trimmed(rest.substr(word.size()));
         }

@@ -3,7 +3,8 @@
 
 #include <espalier/dom/css/CssHelpers.h>
 
-#include "dom/css/Characters.h"
+#include "dom/css/AsciiCase.h"
+#include "dom/css/CssCharacters.h"
 #include "dom/css/NthArgument.h"
 #include "dom/css/Skipping.h"
 

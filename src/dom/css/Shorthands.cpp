@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/dom/DOMException.h>
 
-#include "dom/css/Characters.h"
+#include "dom/css/AsciiCase.h"
+#include "dom/css/CharacterFlags.h"
 #include "dom/css/Messages.h"
 #include "dom/css/PropertyBuilder.h"
 
@@ -91,7 +92,7 @@ bool IsBorderPart(unsigned part, std::string_view token) {
 }
 
 bool IsImage(std::string_view token) {
-    return EqualsIgnoringCase(token.substr(0, 4), "url(") || EqualsIgnoringCase(token, "none");
+    return EqualIgnoringCase(token.substr(0, 4), "url(") || EqualIgnoringCase(token, "none");
 }
 
 // Returns two pieces as one text, with a space between them.

@@ -3,7 +3,7 @@
 
 #include <espalier/dom/DOMException.h>
 
-#include "dom/css/Characters.h"
+#include "dom/css/CssCharacters.h"
 #include "dom/css/Messages.h"
 
 namespace Dom::CSS::detail {

@@ -2,7 +2,7 @@
 #include <espalier/dom/css/CssHelpers.h>
 #include <espalier/dom/css/Specificity.h>
 
-#include "dom/css/Characters.h"
+#include "dom/css/CssCharacters.h"
 #include "dom/css/PseudoClass.h"
 #include "dom/css/Skipping.h"
 

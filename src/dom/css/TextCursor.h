@@ -3,7 +3,7 @@
 
 #include <espalier/base/astring.h>
 
-#include "dom/css/Characters.h"
+#include "dom/css/CharacterFlags.h"
 
 #include <optional>
 #include <string_view>

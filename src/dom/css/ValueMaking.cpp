@@ -4,7 +4,7 @@
 #include <espalier/dom/css/CSSPrimitiveValue.h>
 #include <espalier/dom/css/CSSValueList.h>
 
-#include "dom/css/Characters.h"
+#include "dom/css/AsciiCase.h"
 #include "dom/css/ListPieces.h"
 #include "dom/css/Primitive.h"
 #include "dom/css/SpecialValues.h"
@@ -26,7 +26,7 @@ bool AddPieces(DOMList<CSSValue*>& list, std::string_view text, char separator) 
 }
 
 std::shared_ptr<CSSValue> MakeValue(std::string_view text) {
-    if (EqualsIgnoringCase(text, "inherit")) return std::make_shared<InheritValue>();
+    if (EqualIgnoringCase(text, "inherit")) return std::make_shared<InheritValue>();
     if (text.empty()) return std::make_shared<CSSPrimitiveValue>(Primitive());
 
     if (const char separator = FindSeparator(text); separator != '\0') {

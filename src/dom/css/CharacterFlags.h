@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string_view>
@@ -20,12 +19,8 @@ enum CharacterFlag : unsigned char {
     kDigit = 0x08,      ///< 0 to 9
     kUrl = 0x10,        ///< stands in an address without quotes, as itself
     kNumberEnd = 0x20,  ///< may stand behind a number, or behind its unit
-    kValueEnd = 0x40,   ///< ends the value of a property
-    kLetter = 0x80      ///< A to Z and a to z
+    kValueEnd = 0x40    ///< ends the value of a property
 };
-
-/// The characters of white space.
-inline constexpr std::string_view kBlanks = " \t\n\r\f";
 
 consteval std::array<unsigned char, 256> MakeCharacterFlags() {
     std::array<unsigned char, 256> flags{};
@@ -37,9 +32,9 @@ consteval std::array<unsigned char, 256> MakeCharacterFlags() {
         for (std::size_t i = first; i <= last; ++i)
             flags[i] |= flag;
     };
-    mark(kBlanks, kBlank | kNumberEnd);
-    markRange('a', 'z', kNameStart | kName | kLetter);
-    markRange('A', 'Z', kNameStart | kName | kLetter);
+    mark(" \t\n\r\f", kBlank | kNumberEnd);
+    markRange('a', 'z', kNameStart | kName);
+    markRange('A', 'Z', kNameStart | kName);
     markRange(0x80, 0xFF, kNameStart | kName);
     mark("_", kNameStart | kName);
     mark("-", kName);
@@ -58,27 +53,6 @@ inline constexpr std::array<unsigned char, 256> kCharacterFlags = MakeCharacterF
 /// Tells whether a byte is one of the kinds in `flags`.
 constexpr bool Is(char character, unsigned flags) {
     return (kCharacterFlags[static_cast<unsigned char>(character)] & flags) != 0;
-}
-
-/// Returns a text without the white space around it.
-inline std::string_view Trimmed(std::string_view text) {
-    while (!text.empty() && Is(text.front(), kBlank))
-        text.remove_prefix(1);
-    while (!text.empty() && Is(text.back(), kBlank))
-        text.remove_suffix(1);
-    return text;
-}
-
-/// Returns the small letter for a capital one of ASCII, and every other character as it is.
-constexpr char ToLower(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A'))
-                                                : character;
-}
-
-/// Tells whether two texts differ in nothing but the case of ASCII letters.
-constexpr bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return ToLower(x) == ToLower(y); });
 }
 
 }  // namespace Dom::CSS::detail
