@@ -25,6 +25,7 @@
 #include <espalier/dom/css/MediaList.h>
 #include <espalier/dom/css/RGBColor.h>
 #include <espalier/dom/css/Rect.h>
+#include <espalier/dom/css/RuleIndex.h>
 #include <espalier/dom/css/Selector.h>
 #include <espalier/dom/css/Specificity.h>
 #include <espalier/dom/css/StyleSheet.h>

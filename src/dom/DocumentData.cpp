@@ -6,12 +6,23 @@
 #include "dom/NodeAccess.h"
 #include "xml/HashIndex.h"
 
+#include <atomic>
+#include <atomic>
 #include <cstring>
 #include <new>
 
 namespace Dom::detail {
 
-DocumentData::DocumentData(Document* owner) : document(owner) {
+namespace {
+
+std::uint64_t NextSerial() {
+    static std::atomic<std::uint64_t> last = 0;
+    return ++last;
+}
+
+}  // namespace
+
+DocumentData::DocumentData(Document* owner) : document(owner), serial(NextSerial()) {
     if (owner != nullptr) freeNodes = 1;  // the document
 }
 

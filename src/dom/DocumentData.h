@@ -40,10 +40,11 @@ public:
     NodePool pool;
     NodeNames names{*this, pool};
     OtherLinks otherLinks;
-    ListPlace childListPlace;   ///< in the list of children that was used last
-    std::uint64_t stamp = 0;    ///< raised by every change of the tree
-    std::size_t freeNodes = 0;  ///< nodes that are in no tree and no map; the document, too
-    std::size_t ownMemory = 0;  ///< nodes that are not freed with the pool alone
+    ListPlace childListPlace;    ///< in the list of children that was used last
+    const std::uint64_t serial;  ///< another one for each document, from 1 on
+    std::uint64_t stamp = 0;     ///< raised by every change of the tree
+    std::size_t freeNodes = 0;   ///< nodes that are in no tree and no map; the document, too
+    std::size_t ownMemory = 0;   ///< nodes that are not freed with the pool alone
     /// Attributes that name an element although another attribute has taken their place.
     std::unordered_map<const Element*, std::vector<Attr*>> orphans;
 

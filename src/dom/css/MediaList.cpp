@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include <espalier/dom/css/CssHelpers.h>
 #include <espalier/dom/css/MediaList.h>
 
 #include "dom/InterfaceName.h"
-#include <espalier/dom/css/CssHelpers.h>
 
 namespace Dom::StyleSheets {
 

@@ -7,7 +7,7 @@
 #include <espalier/dom/css/CSSRule.h>
 #include <espalier/dom/css/CSSStyleDeclaration.h>
 
-#include <memory>
+#include <atomic>
 
 namespace Dom::CSS {
 
@@ -60,11 +60,14 @@ public:
 private:
     friend class RuleIndex;
 
+    void SetSelectors(astring&& selectors) noexcept;
+    const detail::CompiledSelectors& Compiled() const;
+
     astring selectorText_;
     int specificity_ = -1;
     CSSStyleDeclaration style_;
-    // Made when first asked for.
-    mutable std::unique_ptr<detail::CompiledSelectors> compiled_;
+    // Owned; made when first asked for, by whatever thread.
+    mutable std::atomic<const detail::CompiledSelectors*> compiled_ = nullptr;
 };
 
 }  // namespace Dom::CSS

@@ -4,12 +4,11 @@
 #include <espalier/base/Export.h>
 #include <espalier/base/astring.h>
 #include <espalier/dom/css/CssNodeType.h>
+#include <espalier/dom/css/Forward.h>
 #include <espalier/encoding/Forward.h>
 #include <espalier/io/Forward.h>
 
-#include <cstddef>
 #include <memory>
-#include <string_view>
 
 namespace Dom::CSS {
 
@@ -67,6 +66,13 @@ public:
     astring Priority() const;
     /// @}
 
+    /// \name Where the current node begins
+    /// Counted from 1; columns in characters.
+    /// @{
+    int LineNumber() const;
+    int LinePos() const;
+    /// @}
+
     /// \name What comes next
     /// The current node counts when it is of the kind; else nodes are read up to one. Empty, or
     /// false, when there is none.
@@ -86,9 +92,9 @@ public:
     astring ReadRule();
 
     /// Tells whether the stream threw, which ended the text.
-    bool StreamFailed() const { return streamFailed_; }
+    bool StreamFailed() const;
     /// Returns what the stream said when it threw; else empty.
-    const astring& StreamError() const { return streamError_; }
+    const astring& StreamError() const;
 
 private:
     enum class ReadState : unsigned char {
@@ -99,28 +105,21 @@ private:
         EndOfInput = 5
     };
 
-    // A part of the text buffer.
-    struct Range {
-        std::size_t begin = 0;
-        std::size_t end = 0;
-    };
+    bool ReadNode();
+    bool ReadTopLevel();
+    bool ReadInAtRule();
+    bool ReadInDeclaration();
+    void SkipSemicolon();
+    bool ReadRestOfProperty();
+    bool ReadCommentOrSpace();
+    bool ReadUpTo(CssNodeType::NODE_TYPE type);
+    bool Found(CssNodeType::NODE_TYPE type);
+    void AppendProperty(astring& text) const;
+    void AppendDeclaration(astring& text);
 
     ReadState state_ = ReadState::Closed;
-    Xml::Encoding* encoding_;
-    std::unique_ptr<unsigned char[]> raw_;  // bytes of the stream that are not converted yet
-    int rawPosition_ = 0;
-    int rawEnd_ = 0;
     CssNodeType nodeType_;
-    IO::Stream* stream_;
-    astring text_;                // converted, from the current node on
-    std::size_t tokenStart_ = 0;  // of the current node
-    std::size_t position_ = 0;    // behind what has been read of the text
-    Range name_;
-    Range value_;
-    Range priority_;
-    bool endOfStream_ = false;
-    bool streamFailed_ = false;
-    astring streamError_;
+    std::unique_ptr<detail::CssScanner> scanner_;
 };
 
 }  // namespace Dom::CSS

@@ -27,5 +27,6 @@ class Selector;
 
 namespace detail {
 class CompiledSelectors;
+class CssScanner;
 }  // namespace detail
 }  // namespace Dom::CSS

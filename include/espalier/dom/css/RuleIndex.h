@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <espalier/base/Export.h>
+#include <espalier/dom/Forward.h>
+#include <espalier/dom/css/Forward.h>
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace Dom::CSS {
+
+/// A rule that selects an element.
+struct MatchedRule {
+    const CSSStyleRule* rule;  ///< the sheet's
+    int specificity;           ///< of the selector that selects, the greatest if there are several
+};
+
+/// Finds the rules that select an element among many, by its id, its classes and its name.
+///
+/// \code
+///     Dom::CSS::RuleIndex index;
+///     index.Add(sheet);
+///     for (const Dom::CSS::MatchedRule& match : index.Match(element)) ...
+/// \endcode
+///
+/// Rules are not owned. When one changes or goes, make the index anew.
+///
+/// \note A const RuleIndex may be used from different threads at once, for trees that do not
+///     change.
+class ESPALIER_EXPORT RuleIndex {
+public:
+    RuleIndex();
+    RuleIndex(RuleIndex&&) noexcept;
+    RuleIndex& operator=(RuleIndex&&) noexcept;
+    ~RuleIndex();
+
+    /// Adds the style rules of a sheet, in their order.
+    void Add(const CSSStyleSheet& sheet);
+    /// Adds a rule behind those that are here.
+    void Add(const CSSStyleRule& rule);
+
+    /// Returns the rules that select an element, in the order in which they were added.
+    /// \param pseudo empty for the element itself; else a pseudo-element of it, such as "before"
+    std::vector<MatchedRule> Match(const Element& element, std::string_view pseudo = {}) const;
+    /// As above, in place of what is in `result`.
+    void Match(const Element& element, std::string_view pseudo,
+               std::vector<MatchedRule>& result) const;
+
+private:
+    struct Contents;
+
+    std::unique_ptr<Contents> contents_;
+};
+
+}  // namespace Dom::CSS

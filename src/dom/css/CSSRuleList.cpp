@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#include <espalier/dom/css/CSSRuleList.h>
+
+#include "dom/InterfaceName.h"
+
+namespace Dom::CSS {
+
+CSSRuleList::CSSRuleList() = default;
+CSSRuleList::~CSSRuleList() = default;
+
+void* CSSRuleList::QueryInterface(const char* className) {
+    return Dom::detail::IsInterface(className, "Dom::CSS::CSSRuleList") ? this : nullptr;
+}
+
+void CSSRuleList::RemoveItem(CSSRule* rule) {
+    CSSRule* const* const found = std::find(begin(), end(), rule);
+    RemoveItemAt(static_cast<unsigned long>(found - begin()));
+}
+
+// Who takes a rule may keep it for longer than the sheet is there.
+void CSSRuleList::RemoveItemAt(unsigned long index) {
+    CSSRule* const rule = Item(index);
+    if (rule == nullptr) return;
+    DOMList<CSSRule*>::RemoveItemAt(index);
+    rule->parentStyleSheet_ = nullptr;
+    rule->parentRule_ = nullptr;
+}
+
+}  // namespace Dom::CSS

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "dom/css/CssSource.h"
+#include "dom/css/TextPlace.h"
+
+#include <cstddef>
+#include <string_view>
+
+namespace Dom::CSS::detail {
+
+/// Recognises the pieces that CSS text is made of.
+///
+/// Every function looks at the place in the text where the last one ended, moves it past what it
+/// accepts, and returns whether that was something.
+class CssScanner {
+public:
+    explicit CssScanner(IO::Stream* stream) : source(stream) { text_.reserve(kReserved); }
+
+    /// Drops the text that has been read and begins a new piece, with all ranges empty.
+    void Begin();
+    /// Drops everything.
+    void Close();
+    /// Begins the text of the piece here.
+    void BeginHere() { start_ = position_; }
+
+    /// \name Scans
+    /// @{
+    bool ScanSpace();
+    bool ScanComment();
+    bool ScanName();
+    bool ScanColon() { return ScanOne(':'); }
+    bool ScanSemicolon() { return ScanOne(';'); }
+    bool ScanOpeningBrace() { return ScanOne('{'); }
+    bool ScanClosingBrace() { return ScanOne('}'); }
+    /// Scans text up to "{"; without one it is passed over.
+    bool ScanSelector();
+    /// Scans the value of a property, and leaves comments out of it.
+    void ScanValue();
+    /// Scans "!" and letters.
+    bool ScanPriority();
+    /// Scans white space and comments.
+    void SkipSpaceAndComments();
+    /// @}
+
+    /// \name What was scanned
+    /// Views become invalid with the next scan.
+    /// @{
+    std::string_view Text() const { return Between({start_, position_}); }
+    std::string_view Name() const { return Between(name_); }
+    std::string_view Value() const { return hasComments_ ? joined_.view() : Between(value_); }
+    std::string_view Priority() const { return Between(priority_); }
+    /// @}
+
+    /// \name Where the piece begins
+    /// Counted from 1; columns in characters.
+    /// @{
+    int LineNumber() const { return PlaceOf(start_).line; }
+    int LinePos() const { return PlaceOf(start_).column; }
+    /// @}
+
+    /// Tells whether the piece began at the end of all text.
+    bool BeganAtEnd() const { return source.IsUsedUp() && start_ >= text_.length(); }
+
+    CssSource source;
+
+private:
+    // A part of the text.
+    struct Range {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+    };
+
+    static constexpr std::size_t kReserved = 1024;
+    static constexpr std::size_t kKept = 128;  // this much that has been read may stay
+
+    std::string_view Between(Range range) const {
+        return std::string_view(text_).substr(range.begin, range.end - range.begin);
+    }
+    bool Has(std::size_t position) { return position < text_.length() || ReadUpTo(position); }
+    bool ReadUpTo(std::size_t position);
+    bool ScanOne(char character);
+    std::size_t BehindSpace(std::size_t position);
+    void TakeString(char quote);
+    void LeaveOutComment(std::size_t& pieceBegin);
+    TextPlace PlaceOf(std::size_t position) const;
+    std::size_t FindEndOfComment(std::size_t position);
+    bool IsCommentAt(std::size_t position);
+    bool ValueGoesOn();
+
+    astring text_;
+    std::size_t start_ = 0;     // of the piece
+    std::size_t position_ = 0;  // where the next scan begins
+    Range name_;
+    Range value_;
+    Range priority_;
+    bool hasComments_ = false;  // in the value
+    astring joined_;            // the value without them
+    TextPlace place_;           // of the begin of the text
+};
+
+}  // namespace Dom::CSS::detail

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#include <espalier/dom/css/ElementCSSInlineStyle.h>
+
+#include "dom/InterfaceName.h"
+
+namespace Dom::CSS {
+
+ElementCSSInlineStyle::ElementCSSInlineStyle() : style_(nullptr) {}
+
+ElementCSSInlineStyle::~ElementCSSInlineStyle() = default;
+
+void* ElementCSSInlineStyle::QueryInterface(const char* className) {
+    return Dom::detail::IsInterface(className, "Dom::CSS::ElementCSSInlineStyle") ? this : nullptr;
+}
+
+}  // namespace Dom::CSS

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "dom/css/PseudoClassMatch.h"
+
+#include "dom/NodeAccess.h"
+#include "dom/css/AsciiCase.h"
+#include "dom/css/NthArgument.h"
+#include "dom/css/SiblingPosition.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace Dom::CSS::detail {
+
+namespace {
+
+using Dom::detail::NodeAccess;
+
+constexpr std::string_view kXml = "http://www.w3.org/XML/1998/namespace";
+
+constexpr std::array<std::string_view, 3> kLinks = {"a", "area", "link"};
+constexpr std::array<std::string_view, 7> kControls = {"button", "fieldset", "input",   "optgroup",
+                                                       "option", "select",   "textarea"};
+
+template <std::size_t N>
+bool IsOneOf(const std::array<std::string_view, N>& names, const Element& element) {
+    return std::find(names.begin(), names.end(), element.LocalNameView()) != names.end();
+}
+
+bool IsRoot(const Element& element) {
+    const Node* const parent = element.ParentNode();
+    return parent != nullptr && parent->NodeType() == Node::DOCUMENT_NODE;
+}
+
+// Comments and instructions do not count: Selectors Level 3, section 6.6.5.14.
+bool IsEmpty(const Element& element) {
+    for (const Node* child = NodeAccess::First(element); child != nullptr;
+         child = NodeAccess::Next(*child)) {
+        switch (child->NodeType()) {
+        case Node::ELEMENT_NODE:
+        case Node::ENTITY_REFERENCE_NODE: return false;
+        case Node::TEXT_NODE:
+        case Node::CDATA_SECTION_NODE:
+            if (!child->NodeValue().empty()) return false;
+            break;
+        default: break;
+        }
+    }
+    return true;
+}
+
+// Returns the language that an element declares itself, or an empty text.
+const astring& DeclaredLanguage(const Element& element) {
+    const astring& ofXml = element.GetAttributeNS(kXml, "lang");
+    if (!ofXml.empty()) return ofXml;
+    const astring& plain = element.GetAttribute("xml:lang");
+    return plain.empty() ? element.GetAttribute("lang") : plain;
+}
+
+bool IsInLanguage(const Element& element, std::string_view language) {
+    for (const Node* node = &element; node != nullptr && node->NodeType() == Node::ELEMENT_NODE;
+         node = node->ParentNode()) {
+        const std::string_view own = DeclaredLanguage(static_cast<const Element&>(*node)).view();
+        if (own.empty()) continue;
+        return EqualIgnoringCase(own.substr(0, language.size()), language) &&
+               (own.size() == language.size() || own[language.size()] == '-');
+    }
+    return false;
+}
+
+bool IsLink(const Element& element) {
+    return IsOneOf(kLinks, element) && element.HasAttribute("href");
+}
+
+bool IsChecked(const Element& element) {
+    if (element.LocalNameView() == "option") return element.HasAttribute("selected");
+    return element.LocalNameView() == "input" && element.HasAttribute("checked");
+}
+
+bool IsAt(const SelectorTest& test, const Element& element, Counting counting) {
+    return IsNth(PositionAmongSiblings(element, counting), test.step, test.offset);
+}
+
+}  // namespace
+
+bool MatchesPseudoClass(const SelectorTest& test, const Element& element) {
+    switch (test.pseudo) {
+    case PseudoClass::Root: return IsRoot(element);
+    case PseudoClass::Empty: return IsEmpty(element);
+    case PseudoClass::FirstChild: return IsOutermost(element, Counting::Children);
+    case PseudoClass::LastChild: return IsOutermost(element, Counting::ChildrenFromEnd);
+    case PseudoClass::OnlyChild:
+        return IsOutermost(element, Counting::Children) &&
+               IsOutermost(element, Counting::ChildrenFromEnd);
+    case PseudoClass::FirstOfType: return PositionAmongSiblings(element, Counting::OfType) == 1;
+    case PseudoClass::LastOfType:
+        return PositionAmongSiblings(element, Counting::OfTypeFromEnd) == 1;
+    case PseudoClass::OnlyOfType:
+        return PositionAmongSiblings(element, Counting::OfType) == 1 &&
+               PositionAmongSiblings(element, Counting::OfTypeFromEnd) == 1;
+    case PseudoClass::NthChild: return IsAt(test, element, Counting::Children);
+    case PseudoClass::NthLastChild: return IsAt(test, element, Counting::ChildrenFromEnd);
+    case PseudoClass::NthOfType: return IsAt(test, element, Counting::OfType);
+    case PseudoClass::NthLastOfType: return IsAt(test, element, Counting::OfTypeFromEnd);
+    case PseudoClass::Lang: return IsInLanguage(element, test.value);
+    case PseudoClass::Contains: return element.TextContent().find(test.value) != astring::npos;
+    case PseudoClass::Link: return IsLink(element);
+    case PseudoClass::Checked: return IsChecked(element);
+    case PseudoClass::Enabled:
+        return IsOneOf(kControls, element) && !element.HasAttribute("disabled");
+    case PseudoClass::Disabled:
+        return IsOneOf(kControls, element) && element.HasAttribute("disabled");
+    default: return false;
+    }
+}
+
+}  // namespace Dom::CSS::detail

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "dom/css/Skipping.h"
+
+namespace Dom::CSS::detail {
+
+namespace {
+
+// Moves behind a string, an escape or one other character.
+bool SkipOne(const char*& text) {
+    if (*text == '"' || *text == '\'') return SkipString(text);
+    if (*text == '\\' && text[1] != '\0') ++text;
+    ++text;
+    return true;
+}
+
+}  // namespace
+
+bool SkipString(const char*& text) {
+    const char quote = *text++;
+    while (*text != '\0') {
+        if (*text == quote) {
+            ++text;
+            return true;
+        }
+        if (*text == '\\' && text[1] != '\0') ++text;
+        ++text;
+    }
+    return false;
+}
+
+bool SkipParentheses(const char*& text) {
+    const char* position = text;
+    int depth = 0;
+    do {
+        if (*position == '\0') return false;
+        if (*position == '(') ++depth;
+        if (*position == ')') --depth;
+        if (!SkipOne(position)) return false;
+    } while (depth > 0);
+    text = position;
+    return true;
+}
+
+const char* FindBlock(const char* text) {
+    int depth = 0;
+    while (*text != '\0' && (*text != '{' || depth > 0)) {
+        if (*text == '[' || *text == '(') ++depth;
+        if ((*text == ']' || *text == ')') && depth > 0) --depth;
+        SkipOne(text);
+    }
+    return text;
+}
+
+}  // namespace Dom::CSS::detail
