@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <memory>
 #include <type_traits>
-#include <utility>  // std::move
+#include <utility>  // std::move, std::swap
 
 namespace Dom {
 
@@ -57,6 +57,26 @@ public:
         Pointer* const items = items_.get();
         std::copy(items + index + 1, items + count_, items + index);
         --count_;
+    }
+
+    /// Takes out the items that a function tells, which is asked once for each, in their order.
+    /// They belong to the caller then.
+    template <typename Predicate>
+    void RemoveItemsIf(Predicate isToGo) {
+        unsigned kept = 0;
+        for (unsigned i = 0; i < count_; ++i) {
+            const Pointer item = items_[i];
+            if (!isToGo(item)) items_[kept++] = item;
+        }
+        count_ = kept;
+    }
+
+    /// Exchanges the items of two lists.
+    void SwapItems(DOMList& other) noexcept {
+        std::swap(items_, other.items_);
+        std::swap(count_, other.count_);
+        std::swap(capacity_, other.capacity_);
+        std::swap(size_, other.size_);
     }
 
     /// Deletes all items.

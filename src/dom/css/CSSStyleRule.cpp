@@ -64,7 +64,7 @@ void CSSStyleRule::SetCssText(const char* text) {
     const int specificityBefore = std::exchange(specificity_, specificity);
     try {
         astring selectors = TrimmedBetween(text, block);
-        style_.SetCssText(astring(body.substr(0, body.size() - 1)));
+        style_.SetText(body.substr(0, body.size() - 1));
         SetSelectors(std::move(selectors));
     } catch (...) {
         specificity_ = specificityBefore;

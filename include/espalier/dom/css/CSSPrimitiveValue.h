@@ -48,6 +48,8 @@ public:
     CSSPrimitiveValue(const CSSPrimitiveTypeImpl* descriptor, UnitTypes type, float value);
     /// Makes a string, address, identifier or the like.
     CSSPrimitiveValue(const CSSPrimitiveTypeImpl* descriptor, UnitTypes type, const astring& value);
+    /// Makes what a text was found to say; for the library itself.
+    explicit CSSPrimitiveValue(const detail::Primitive& primitive);
     CSSPrimitiveValue(const CSSPrimitiveValue&);
     CSSPrimitiveValue& operator=(const CSSPrimitiveValue&);
     ~CSSPrimitiveValue() override;

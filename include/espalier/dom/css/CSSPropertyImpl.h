@@ -5,6 +5,7 @@
 #include <espalier/base/astring.h>
 #include <espalier/dom/css/CSSRule.h>
 #include <espalier/dom/css/CSSValue.h>
+#include <espalier/dom/css/Forward.h>
 
 #include <memory>
 #include <string_view>
@@ -16,7 +17,7 @@ namespace Dom::CSS {
 /// A copy shares the value with what it was made from: a change in one shows in the other.
 class ESPALIER_EXPORT CSSPropertyImpl {
 public:
-    /// \param value not null; belongs to the property from then on
+    /// \param value not null; belongs to the property from then on, also when this throws
     CSSPropertyImpl(const astring& name, CSSValue* value, bool important,
                     CSSRule::RULE_ORIGIN origin, int specificity, bool shorthand);
     CSSPropertyImpl(const CSSPropertyImpl&);
@@ -49,6 +50,11 @@ public:
     astring CssText() const;
 
 private:
+    friend class detail::PropertyBuilder;
+
+    CSSPropertyImpl(std::string_view name, std::shared_ptr<CSSValue> value, bool important,
+                    CSSRule::RULE_ORIGIN origin, int specificity, bool shorthand);
+
     astring name_;
     std::shared_ptr<CSSValue> value_;
     bool important_;

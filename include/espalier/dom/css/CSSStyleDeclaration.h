@@ -95,6 +95,17 @@ protected:
     void SetParent(CSSRule* parentRule) { parentRule_ = parentRule; }
 
 private:
+    friend class CSSStyleRule;
+
+    static constexpr unsigned kNone = static_cast<unsigned>(-1);
+
+    // Does what SetCssText() does; the text need not end with a NUL.
+    void SetText(std::string_view text);
+    // Returns the index of the first property with a name, or kNone.
+    unsigned Find(std::string_view name) const;
+    // Deletes the property at an index that may be kNone.
+    void DeleteProperty(unsigned index);
+
     CSSPropertyList properties_;
     CSSRule* parentRule_;
 };

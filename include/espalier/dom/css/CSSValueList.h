@@ -44,6 +44,8 @@ protected:
     void SetValueList(const char* text, char useOwnSeparator);
 
 private:
+    CSSValue* TakeLast();
+
     char separator_;
 };
 

@@ -28,5 +28,7 @@ class Selector;
 namespace detail {
 class CompiledSelectors;
 class CssScanner;
+class PropertyBuilder;
+struct Primitive;
 }  // namespace detail
 }  // namespace Dom::CSS

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#include <espalier/dom/css/CSSPropertyImpl.h>
+
+#include "dom/css/Priority.h"
+
+#include <utility>
+
+namespace Dom::CSS {
+
+CSSPropertyImpl::CSSPropertyImpl(const astring& name, CSSValue* value, bool important,
+                                 CSSRule::RULE_ORIGIN origin, int specificity, bool shorthand)
+    : CSSPropertyImpl(name, std::shared_ptr<CSSValue>(value), important, origin, specificity,
+                      shorthand) {}
+
+CSSPropertyImpl::CSSPropertyImpl(std::string_view name, std::shared_ptr<CSSValue> value,
+                                 bool important, CSSRule::RULE_ORIGIN origin, int specificity,
+                                 bool shorthand)
+    : name_(name),
+      value_(std::move(value)),
+      important_(important),
+      origin_(origin),
+      specificity_(specificity),
+      shorthand_(shorthand) {}
+
+CSSPropertyImpl::CSSPropertyImpl(const CSSPropertyImpl&) = default;
+CSSPropertyImpl& CSSPropertyImpl::operator=(const CSSPropertyImpl&) = default;
+CSSPropertyImpl::~CSSPropertyImpl() = default;
+
+astring CSSPropertyImpl::Priority() const { return important_ ? detail::kImportant : ""; }
+
+void CSSPropertyImpl::SetPriority(std::string_view priority) {
+    important_ = detail::IsImportant(priority);
+}
+
+astring CSSPropertyImpl::CssText() const {
+    astring text = name_;
+    text += ": ";
+    text += value_->CssText();
+    if (important_) (text += " !") += detail::kImportant;
+    return text;
+}
+
+}  // namespace Dom::CSS

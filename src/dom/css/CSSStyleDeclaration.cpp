@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include <espalier/dom/DOMException.h>
+#include <espalier/dom/css/CSSStyleDeclaration.h>
+
+#include "dom/InterfaceName.h"
+#include "dom/css/Priority.h"
+#include "dom/css/PropertyBuilder.h"
+
+#include <memory>
+
+namespace Dom::CSS {
+
+CSSStyleDeclaration::CSSStyleDeclaration(CSSRule* parentRule) : parentRule_(parentRule) {}
+
+CSSStyleDeclaration::CSSStyleDeclaration(const CSSStyleDeclaration& other)
+    : parentRule_(other.parentRule_) {
+    for (const CSSPropertyImpl* const property : other.properties_) {
+        auto copy = std::make_unique<CSSPropertyImpl>(
+            property->Name(), property->GetCSSValue()->Clone(), property->Important(),
+            property->Origin(), property->Specificity(), property->Shorthand());
+        properties_.AddItem(copy.get());
+        static_cast<void>(copy.release());  // the list's now
+    }
+}
+
+CSSStyleDeclaration& CSSStyleDeclaration::operator=(const CSSStyleDeclaration& other) {
+    CSSStyleDeclaration copy(other);
+    properties_.SwapItems(copy.properties_);
+    return *this;
+}
+
+CSSStyleDeclaration::~CSSStyleDeclaration() = default;
+
+void* CSSStyleDeclaration::QueryInterface(const char* className) {
+    return Dom::detail::IsInterface(className, "Dom::CSS::CSSStyleDeclaration") ? this : nullptr;
+}
+
+astring CSSStyleDeclaration::CssText() const {
+    astring text;
+    for (const CSSPropertyImpl* const property : properties_) {
+        if (property != *properties_.begin()) text += "; ";
+        text += property->CssText();
+    }
+    return text;
+}
+
+void CSSStyleDeclaration::SetCssText(const char* text) { SetText(text); }
+
+void CSSStyleDeclaration::SetCssText(const astring& text) { SetText(text.c_str()); }
+
+void CSSStyleDeclaration::SetText(std::string_view text) {
+    CSSPropertyList old;  // goes last: the text may be a part of it
+    old.SwapItems(properties_);
+    detail::PropertyBuilder(properties_, parentRule_).AddText(text);
+}
+
+unsigned CSSStyleDeclaration::Find(std::string_view name) const {
+    for (unsigned i = 0; i < properties_.Length(); ++i) {
+        if (properties_.Item(i)->Name() == name) return i;
+    }
+    return kNone;
+}
+
+void CSSStyleDeclaration::DeleteProperty(unsigned index) {
+    const std::unique_ptr<CSSPropertyImpl> property(properties_.Item(index));
+    properties_.RemoveItemAt(index);
+}
+
+astring CSSStyleDeclaration::GetPropertyValue(std::string_view name) const {
+    const CSSPropertyImpl* const property = properties_.Item(Find(name));
+    return property == nullptr ? astring() : property->Value();
+}
+
+CSSValue* CSSStyleDeclaration::GetPropertyCSSValue(std::string_view name) const {
+    const CSSPropertyImpl* const property = properties_.Item(Find(name));
+    return property == nullptr ? nullptr : property->GetCSSValue();
+}
+
+astring CSSStyleDeclaration::GetPropertyPriority(std::string_view name) const {
+    const CSSPropertyImpl* const property = properties_.Item(Find(name));
+    return property == nullptr ? astring() : property->Priority();
+}
+
+astring CSSStyleDeclaration::RemoveProperty(std::string_view name) {
+    const unsigned index = Find(name);
+    const CSSPropertyImpl* const property = properties_.Item(index);
+    astring value = property == nullptr ? astring() : property->Value();
+    DeleteProperty(index);
+    return value;
+}
+
+// The old property goes after the new ones are there, so that it stays when memory is out, and so
+// that the arguments may be parts of it. A value that is refused has it gone, too.
+void CSSStyleDeclaration::SetProperty(std::string_view name, std::string_view value,
+                                      std::string_view priority) {
+    const unsigned old = Find(name);
+    const unsigned length = properties_.Length();
+    try {
+        detail::PropertyBuilder(properties_, parentRule_)
+            .AddProperty(name, detail::IsImportant(priority), value);
+    } catch (const DOMException&) {
+        DeleteProperty(old);
+        throw;
+    } catch (...) {
+        while (properties_.Length() > length)
+            DeleteProperty(properties_.Length() - 1);
+        throw;
+    }
+    DeleteProperty(old);
+}
+
+astring CSSStyleDeclaration::Item(unsigned long index) const {
+    const CSSPropertyImpl* const property = properties_.Item(index);
+    return property == nullptr ? astring() : property->Name();
+}
+
+}  // namespace Dom::CSS

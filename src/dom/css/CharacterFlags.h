@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+/// \file
+/// What the bytes of a style sheet are: CSS 2.1 section 4.1.1. Bytes of 128 and above are parts of
+/// characters beyond ASCII, all of which may stand in names.
+
+namespace Dom::CSS::detail {
+
+/// What a byte may be; several at once.
+enum CharacterFlag : unsigned char {
+    kBlank = 0x01,      ///< white space
+    kNameStart = 0x02,  ///< begins an identifier
+    kName = 0x04,       ///< stands in a name
+    kDigit = 0x08,      ///< 0 to 9
+    kUrl = 0x10,        ///< stands in an address without quotes, as itself
+    kNumberEnd = 0x20,  ///< may stand behind a number, or behind its unit
+    kValueEnd = 0x40    ///< ends the value of a property
+};
+
+consteval std::array<unsigned char, 256> MakeCharacterFlags() {
+    std::array<unsigned char, 256> flags{};
+    const auto mark = [&flags](std::string_view characters, unsigned char flag) {
+        for (const char character : characters)
+            flags[static_cast<unsigned char>(character)] |= flag;
+    };
+    const auto markRange = [&flags](std::size_t first, std::size_t last, unsigned char flag) {
+        for (std::size_t i = first; i <= last; ++i)
+            flags[i] |= flag;
+    };
+    mark(" \t\n\r\f", kBlank | kNumberEnd);
+    markRange('a', 'z', kNameStart | kName);
+    markRange('A', 'Z', kNameStart | kName);
+    markRange(0x80, 0xFF, kNameStart | kName);
+    mark("_", kNameStart | kName);
+    mark("-", kName);
+    markRange('0', '9', kName | kDigit);
+    mark("!#$%&", kUrl);
+    markRange('*', 0xFF, kUrl);
+    flags['\\'] &= static_cast<unsigned char>(~kUrl);
+    flags[0x7F] &= static_cast<unsigned char>(~kUrl);
+    mark(",);}", kNumberEnd);
+    mark(";!", kValueEnd);
+    return flags;
+}
+
+inline constexpr std::array<unsigned char, 256> kCharacterFlags = MakeCharacterFlags();
+
+/// Tells whether a byte is one of the kinds in `flags`.
+constexpr bool Is(char character, unsigned flags) {
+    return (kCharacterFlags[static_cast<unsigned char>(character)] & flags) != 0;
+}
+
+}  // namespace Dom::CSS::detail

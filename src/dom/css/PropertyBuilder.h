@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <espalier/dom/css/CSSRule.h>
+#include <espalier/dom/css/CSSStyleDeclaration.h>
+
+#include <string_view>
+
+namespace Dom::CSS::detail {
+
+/// Adds properties to the list of a declaration: all of a text, or one with what it stands for when
+/// it is a shorthand.
+class PropertyBuilder {
+public:
+    /// \param parentRule of the declaration, whose weight the properties get; may be null
+    PropertyBuilder(CSSStyleDeclaration::CSSPropertyList& properties, const CSSRule* parentRule);
+
+    /// Adds the properties of a text.
+    /// \throws DOMException SYNTAX_ERR, as CSSStyleDeclaration::SetCssText()
+    void AddText(std::string_view text);
+
+    /// Adds a property, or the properties that a shorthand stands for.
+    /// \throws DOMException SYNTAX_ERR "Property value missing"
+    void AddProperty(std::string_view name, bool important, std::string_view value);
+
+private:
+    enum class Made { AsWritten, FromShorthand };
+
+    void Add(std::string_view name, std::string_view value, Made made);
+    // False when the name is no shorthand.
+    bool AddShorthand(std::string_view name, std::string_view value);
+    void AddSides(const std::string_view (&names)[4], std::string_view value);
+    void AddBorder(unsigned firstSide, unsigned endSide, std::string_view value);
+    void AddBackground(std::string_view value);
+
+    CSSStyleDeclaration::CSSPropertyList& properties_;
+    CSSRule::RULE_ORIGIN origin_ = CSSRule::Author;
+    int specificity_ = 0;
+    bool important_ = false;  // of the property that is being added
+};
+
+}  // namespace Dom::CSS::detail
