@@ -29,6 +29,7 @@ public:
 
     astring CssText() const override { return text_; }
     void SetCssText(const char* text) override { text_ = text; }
+    using CSSValue::SetCssText;
     CountedValue* Clone() const override { return new CountedValue(text_.c_str(), count_); }
 
 private:
