@@ -37,6 +37,15 @@ public:
             ::new (place) CompactProperty(std::move(placedName), std::move(piece), traits));
     }
 
+    // Makes a property with another value, which is a piece of its own.
+    static std::unique_ptr<CSSPropertyImpl> MakeApart(std::string_view name,
+                                                      std::shared_ptr<CSSValue> value,
+                                                      const PropertyTraits& traits) {
+        return std::unique_ptr<CSSPropertyImpl>(
+            new CSSPropertyImpl(astring(name), std::move(value), traits.important, traits.origin,
+                                traits.specificity, traits.shorthand));
+    }
+
     static void operator delete(CompactProperty* property, std::destroying_delete_t) {
         const std::shared_ptr<Piece> piece = std::move(property->piece_);
         property->~CompactProperty();
@@ -79,8 +88,7 @@ std::unique_ptr<CSSPropertyImpl> MakeProperty(std::string_view name, std::string
     if (const std::optional<Primitive> primitive = ReadWholePrimitive(text, buffer)) {
         return CompactProperty::Make(name, *primitive, traits);
     }
-    return std::make_unique<CSSPropertyImpl>(name, MakeOtherValue(text).release(), traits.important,
-                                             traits.origin, traits.specificity, traits.shorthand);
+    return CompactProperty::MakeApart(name, MakeOtherValue(text), traits);
 }
 
 std::unique_ptr<CSSPropertyImpl> CopyProperty(const CSSPropertyImpl& property,
@@ -90,8 +98,8 @@ std::unique_ptr<CSSPropertyImpl> CopyProperty(const CSSPropertyImpl& property,
         return CompactProperty::Make(property.Name(), static_cast<const CSSPrimitiveValue&>(value),
                                      traits);
     }
-    return std::make_unique<CSSPropertyImpl>(property.Name(), value.Clone(), traits.important,
-                                             traits.origin, traits.specificity, traits.shorthand);
+    return CompactProperty::MakeApart(property.Name(), std::shared_ptr<CSSValue>(value.Clone()),
+                                      traits);
 }
 
 }  // namespace Dom::CSS::detail

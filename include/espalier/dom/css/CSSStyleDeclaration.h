@@ -67,7 +67,7 @@ public:
     /// Deletes the first property with exactly the name, and adds one, or what a shorthand stands
     /// for, at the end. Properties that the shorthand made before stay.
     /// \param priority "important" in any case, or anything else
-    /// \throws DOMException SYNTAX_ERR "Property value missing"
+    /// \throws DOMException SYNTAX_ERR "Property value missing"; the old property is gone then, too
     void SetProperty(std::string_view name, std::string_view value, std::string_view priority);
     /// @}
 
