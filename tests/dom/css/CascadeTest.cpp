@@ -192,7 +192,7 @@ TEST(Cascade, TheRuleOfTheDestinationDoesNotCount) {
     EXPECT_EQ(merged.ParentRule(), &rule);
 }
 
-// --- order and duplicates ---
+// --- the order afterwards, and names that come twice ---
 
 // With more properties than fit a short list the merge may take another way; the result is the
 // same.
