@@ -155,6 +155,24 @@ TEST(CssReaderEncoding, DeliberateGivenByPointerNoByteOrderMarkIsLookedFor) {
               "\xEF\xBB\xBF" + std::string(kEAcute));
 }
 
+TEST(CssReaderEncoding, EveryByteOfACodePageIsConverted) {
+    for (Encoding* const encoding :
+         {Encoding::ASCII(), Encoding::Latin1(), Encoding::Windows_1250(), Encoding::Windows_1251(),
+          Encoding::Windows_1252(), Encoding::Windows_1254(), Encoding::Windows_1257()}) {
+        for (int byte = 0x80; byte <= 0xFF; ++byte) {
+            SCOPED_TRACE(testing::Message() << encoding->WebName() << " " << byte);
+            const auto source = static_cast<unsigned char>(byte);
+            unsigned char converted[8];
+            unsigned consumed = 0;
+            const unsigned length = Encoding::Convert(encoding, Encoding::UTF8(), &source, 1,
+                                                      converted, sizeof converted, consumed);
+            const std::string text = static_cast<char>(byte) + "{}"s;
+            EXPECT_EQ(FirstSelector(text, encoding),
+                      std::string(reinterpret_cast<const char*>(converted), length));
+        }
+    }
+}
+
 TEST(CssReaderEncoding, BytesThatAreNoCharacterAreQuestionMarks) {
     EXPECT_EQ(FirstSelector("a\xFF z{}", "UTF-8"), "a? z");
     EXPECT_EQ(FirstSelector("a\x80 z{}", "UTF-8"), "a? z");

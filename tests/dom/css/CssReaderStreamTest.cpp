@@ -254,3 +254,20 @@ TEST(CssReaderStream, ReadsOfAnySizeTellTheSame) {
         EXPECT_EQ(support::NodesOf(reader, text.size()), nodes);
     }
 }
+
+TEST(CssReaderStream, TheStarThatBeginsACommentDoesNotEndIt) {
+    // The pieces end right behind "/*/": by their size here, and where 1024 bytes end.
+    const struct {
+        std::size_t before;
+        int most;
+    } kCases[] = {{0, 1}, {0, 2}, {0, 3}, {0, 1024}, {1020, 1024}, {1021, 1024}, {1022, 1024}};
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(testing::Message() << c.before << " bytes before, reads of " << c.most);
+        const std::string text = std::string(c.before, ' ') + "/*/ a */p{b:c}";
+        RecordingStream inner(text);
+        support::TrickleStream stream(inner, c.most);
+        CssReader reader(&stream, astring("UTF-8"));
+        EXPECT_EQ(reader.ReadComment(), "/*/ a */");
+        EXPECT_EQ(reader.ReadRule(), "p{ b: c }");
+    }
+}
