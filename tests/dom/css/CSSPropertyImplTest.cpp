@@ -4,13 +4,13 @@
 #include <espalier/dom/css/CSSStyleDeclaration.h>
 
 #include "dom/ExpectDomError.h"
+#include "dom/css/CountedValue.h"
 #include "support/PrintAstring.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <type_traits>
-#include <utility>
 
 namespace {
 
@@ -21,29 +21,8 @@ using Dom::CSS::CSSRule;
 using Dom::CSS::CSSStyleDeclaration;
 using Dom::CSS::CSSValue;
 
-// A value that counts itself while it lives.
-class CountedValue final : public CSSValue {
-public:
-    CountedValue(int& count, astring text)
-        : CSSValue(CSS_CUSTOM), count_(count), text_(std::move(text)) {
-        ++count_;
-    }
-    CountedValue(const CountedValue&) = delete;
-    CountedValue& operator=(const CountedValue&) = delete;
-    ~CountedValue() override { --count_; }
-
-    astring CssText() const override { return text_; }
-    void SetCssText(const char* text) override { text_ = text; }
-    using CSSValue::SetCssText;
-    CSSValue* Clone() const override { return new CountedValue(count_, text_); }
-
-private:
-    int& count_;
-    astring text_;
-};
-
 CSSPropertyImpl Property(int& count, const char* text, bool important = false) {
-    return CSSPropertyImpl("name", new CountedValue(count, text), important, CSSRule::Author, 0,
+    return CSSPropertyImpl("name", new CountedValue(text, count), important, CSSRule::Author, 0,
                            false);
 }
 
@@ -52,7 +31,7 @@ CSSPropertyImpl Property(int& count, const char* text, bool important = false) {
 TEST(CSSPropertyImpl, KeepsWhatItIsMadeWith) {
     int count = 0;
     {
-        auto* const value = new CountedValue(count, "text");
+        auto* const value = new CountedValue("text", count);
         const CSSPropertyImpl property("Name", value, true, CSSRule::UserAgent, 1'002'003, true);
         EXPECT_EQ(property.Name(), "Name");
         EXPECT_EQ(property.GetCSSValue(), value);
@@ -63,7 +42,7 @@ TEST(CSSPropertyImpl, KeepsWhatItIsMadeWith) {
         EXPECT_TRUE(property.Shorthand());
     }
     {
-        const CSSPropertyImpl property("n", new CountedValue(count, ""), false, CSSRule::Author, -1,
+        const CSSPropertyImpl property("n", new CountedValue("", count), false, CSSRule::Author, -1,
                                        false);
         EXPECT_FALSE(property.Important());
         EXPECT_FALSE(property.Shorthand());
@@ -130,10 +109,11 @@ TEST(CSSPropertyImpl, AnInheritedValueTakesNoText) {
     EXPECT_EQ(property->Value(), "inherit");
 }
 
-TEST(CSSPropertyImpl, ACopyHasTheSameValue) {
+// Deliberate: a copy shares the value, so that a change of one shows in the other.
+TEST(CSSPropertyImpl, DeliberateACopyHasTheSameValue) {
     int count = 0;
     {
-        auto property = std::make_unique<CSSPropertyImpl>("name", new CountedValue(count, "a"),
+        auto property = std::make_unique<CSSPropertyImpl>("name", new CountedValue("a", count),
                                                           true, CSSRule::User, 5, true);
         const CSSPropertyImpl copy(*property);
         EXPECT_EQ(copy.GetCSSValue(), property->GetCSSValue());
@@ -171,7 +151,7 @@ TEST(CSSPropertyImpl, AssigningSharesTheValueAndDropsTheOneBefore) {
     int sourceCount = 0;
     CSSPropertyImpl target = Property(targetCount, "a");
     {
-        const CSSPropertyImpl source("other", new CountedValue(sourceCount, "b"), true,
+        const CSSPropertyImpl source("other", new CountedValue("b", sourceCount), true,
                                      CSSRule::UserAgent, 7, true);
         target = source;
         EXPECT_EQ(targetCount, 0);

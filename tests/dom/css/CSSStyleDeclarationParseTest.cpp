@@ -17,21 +17,9 @@
 namespace {
 
 using Dom::CSS::CSSStyleDeclaration;
+using support::ExpectParsed;
 using support::Parsed;
 using support::PropertiesOf;
-
-struct Case {
-    const char* text;
-    const char* expected;
-};
-
-template <std::size_t Count>
-void ExpectParsed(const Case (&cases)[Count]) {
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.text);
-        EXPECT_EQ(Parsed(c.text), c.expected);
-    }
-}
 
 }  // namespace
 

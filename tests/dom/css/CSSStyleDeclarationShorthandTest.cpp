@@ -15,20 +15,8 @@
 
 namespace {
 
+using support::ExpectParsed;
 using support::Parsed;
-
-struct Case {
-    const char* text;
-    const char* expected;
-};
-
-template <std::size_t Count>
-void ExpectParsed(const Case (&cases)[Count]) {
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.text);
-        EXPECT_EQ(Parsed(c.text), c.expected);
-    }
-}
 
 const char* const kSides[] = {"top", "right", "bottom", "left"};
 

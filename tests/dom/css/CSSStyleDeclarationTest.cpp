@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <string>
 
 namespace {
@@ -20,17 +21,8 @@ using Dom::CSS::CSSStyleDeclaration;
 using Dom::CSS::CSSStyleRule;
 using Dom::CSS::CSSUnknownRule;
 using Dom::CSS::CSSValue;
+using support::Declared;
 using support::PropertiesOf;
-
-// A declaration with a text.
-class Declared : public CSSStyleDeclaration {
-public:
-    explicit Declared(const char* text, CSSRule* parentRule = nullptr)
-        : CSSStyleDeclaration(parentRule) {
-        SetCssText(text);
-    }
-    using CSSStyleDeclaration::SetParent;
-};
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 #include <espalier/dom/css/CSSPrimitiveValue.h>
 #include <espalier/dom/css/CSSValueList.h>
 
+#include "dom/css/CountedValue.h"
 #include "support/PrintAstring.h"
 
 #include <gtest/gtest.h>
@@ -16,26 +17,6 @@ namespace {
 using Dom::CSS::CSSPrimitiveValue;
 using Dom::CSS::CSSValue;
 using Dom::CSS::CSSValueList;
-
-// A value that counts itself while it lives, and so do its clones.
-class CountedValue final : public CSSValue {
-public:
-    CountedValue(const char* text, int& count) : CSSValue(CSS_CUSTOM), text_(text), count_(count) {
-        ++count_;
-    }
-    CountedValue(const CountedValue&) = delete;
-    CountedValue& operator=(const CountedValue&) = delete;
-    ~CountedValue() override { --count_; }
-
-    astring CssText() const override { return text_; }
-    void SetCssText(const char* text) override { text_ = text; }
-    using CSSValue::SetCssText;
-    CountedValue* Clone() const override { return new CountedValue(text_.c_str(), count_); }
-
-private:
-    astring text_;
-    int& count_;
-};
 
 // Lets tests split at the separator that the list has.
 class SplittingList final : public CSSValueList {

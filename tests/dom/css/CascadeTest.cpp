@@ -21,15 +21,8 @@ using Dom::CSS::CSSRule;
 using Dom::CSS::CSSStyleDeclaration;
 using Dom::CSS::CSSStyleRule;
 using Dom::CSS::CSSUnknownRule;
+using support::Declared;
 using support::PropertiesOf;
-
-class Declared : public CSSStyleDeclaration {
-public:
-    explicit Declared(const std::string& text, CSSRule* parentRule = nullptr)
-        : CSSStyleDeclaration(parentRule) {
-        SetCssText(text.c_str());
-    }
-};
 
 // A declaration of "margin-top", written out or by a shorthand.
 std::string MarginTop(const char* value, bool important, bool shorthand) {
@@ -192,7 +185,7 @@ TEST(Cascade, TheRuleOfTheDestinationDoesNotCount) {
     EXPECT_EQ(merged.ParentRule(), &rule);
 }
 
-// --- order and duplicates ---
+// --- the order afterwards, and names that come twice ---
 
 // With more properties than fit a short list the merge may take another way; the result is the
 // same.

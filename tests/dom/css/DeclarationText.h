@@ -8,6 +8,9 @@
 #include "dom/ExpectDomError.h"
 #include "support/PrintAstring.h"
 
+#include <gtest/gtest.h>
+
+#include <cstddef>
 #include <string>
 
 /// \file
@@ -27,11 +30,35 @@ inline std::string PropertiesOf(const Dom::CSS::CSSStyleDeclaration& declaration
     return text;
 }
 
+/// A declaration with a text.
+class Declared : public Dom::CSS::CSSStyleDeclaration {
+public:
+    explicit Declared(const std::string& text, Dom::CSS::CSSRule* parentRule = nullptr)
+        : CSSStyleDeclaration(parentRule) {
+        SetCssText(text.c_str());
+    }
+    using CSSStyleDeclaration::SetParent;
+};
+
 /// What a declaration holds after it was given a text, and behind " | " what was thrown meanwhile.
 inline std::string Parsed(const char* text, Dom::CSS::CSSRule* parentRule = nullptr) {
     Dom::CSS::CSSStyleDeclaration declaration(parentRule);
     const std::string error = DomErrorOf([&] { declaration.SetCssText(text); });
     return PropertiesOf(declaration) + (error.empty() ? "" : " | " + error);
+}
+
+/// A text, and what Parsed() makes of it.
+struct ParsedCase {
+    const char* text;
+    const char* expected;
+};
+
+template <std::size_t Count>
+void ExpectParsed(const ParsedCase (&cases)[Count]) {
+    for (const ParsedCase& c : cases) {
+        SCOPED_TRACE(c.text);
+        EXPECT_EQ(Parsed(c.text), c.expected);
+    }
 }
 
 /// The class of a value, with the type of a primitive one or the separator and length of a list:
