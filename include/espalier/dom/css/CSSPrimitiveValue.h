@@ -38,7 +38,7 @@ public:
         CSS_ATTR = 22,       ///< attr(...)
         CSS_COUNTER = 23,    ///< counter(...)
         CSS_RECT = 24,       ///< rect(...)
-        CSS_RGBCOLOR = 25    ///< #rrggbb or rgb(...)
+        CSS_RGBCOLOR = 25    ///< \#rrggbb or rgb(...)
     };
 
     /// Reads the value from a text, as SetCssText().

@@ -92,6 +92,8 @@ public:
     void Cascade(const CSSStyleDeclaration& source, CSSRule::RULE_ORIGIN origin, int specificity);
 
 protected:
+    /// Changes the rule that the declaration belongs to; properties that are there keep the weight
+    /// of the old one.
     void SetParent(CSSRule* parentRule) { parentRule_ = parentRule; }
 
 private:
