@@ -12,12 +12,12 @@ public:
              const CSSPrimitiveValue& blue)
         : red_(red), green_(green), blue_(blue) {}
 
-    /// \name The parts
-    /// @{
+    /// Returns the red part.
     const CSSPrimitiveValue& Red() const { return red_; }
+    /// Returns the green part.
     const CSSPrimitiveValue& Green() const { return green_; }
+    /// Returns the blue part.
     const CSSPrimitiveValue& Blue() const { return blue_; }
-    /// @}
 
 private:
     CSSPrimitiveValue red_;

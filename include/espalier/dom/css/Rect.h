@@ -12,13 +12,14 @@ public:
          const CSSPrimitiveValue& bottom, const CSSPrimitiveValue& left)
         : top_(top), right_(right), bottom_(bottom), left_(left) {}
 
-    /// \name The sides
-    /// @{
+    /// Returns the top side.
     const CSSPrimitiveValue& Top() const { return top_; }
+    /// Returns the right side.
     const CSSPrimitiveValue& Right() const { return right_; }
+    /// Returns the bottom side.
     const CSSPrimitiveValue& Bottom() const { return bottom_; }
+    /// Returns the left side.
     const CSSPrimitiveValue& Left() const { return left_; }
-    /// @}
 
 private:
     CSSPrimitiveValue top_;
