@@ -184,6 +184,12 @@ TEST(CSSStyleRule, ARefusedDeclarationLeavesItsPropertiesUpToTheFault) {
     EXPECT_EQ(rule.SelectorText(), "#a");
     EXPECT_EQ(PropertiesOf(rule.Style()), "e: f");
     EXPECT_EQ(rule.Style().Properties().Item(0)->Specificity(), 1000);
+}
+
+TEST(CSSStyleRule, ARefusedDeclarationLeavesTheSpecificityOfItsSelectors) {
+    Ruled rule("#a { a: b }");
+    EXPECT_DOM_ERROR(rule.CSSRule::SetCssText(astring(".x { e: f; 1 }")),
+                     "12 Invalid property name");
     EXPECT_EQ(rule.Specificity(), 1000);
 }
 

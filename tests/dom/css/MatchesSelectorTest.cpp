@@ -282,7 +282,7 @@ TEST(MatchesSelector, LanguagesComeFromTheNearestAttribute) {
     ExpectSelected(
         "<r xml:lang='en'><a n='1'/><a n='2' xml:lang='en-US'><b n='3'/></a>"
         "<a n='4' xml:lang='fr'><b n='5'/></a><a n='6' xml:lang='english'/>"
-        "<a n='7' xml:lang=''/></r>",
+        "</r>",
         {
             {"*:lang(en)", "r 1 2 3"},
             {"*:lang(en-US)", "2 3"},
@@ -292,6 +292,12 @@ TEST(MatchesSelector, LanguagesComeFromTheNearestAttribute) {
             {"*:lang(e)", ""},
             {"*:lang(EN)", "r 1 2 3"},
         });
+}
+
+// XML 1.0 section 2.12: an empty value takes back what an element above says.
+TEST(MatchesSelector, AnEmptyLanguageIsNone) {
+    ExpectSelected("<r xml:lang='en'><a n='1' xml:lang=''><b n='2'/></a><a n='3'/></r>",
+                   {{"*:lang(en)", "r 3"}, {"*:not(:lang(en))", "1 2"}});
 }
 
 TEST(MatchesSelector, ContainsLooksIntoTheTextBelow) {
