@@ -4,13 +4,13 @@
 #include <espalier/dom/css/CSSStyleDeclaration.h>
 
 #include "dom/ExpectDomError.h"
+#include "dom/css/CountedValue.h"
 #include "support/PrintAstring.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <type_traits>
-#include <utility>
 
 namespace {
 
@@ -20,27 +20,6 @@ using Dom::CSS::CSSPropertyImpl;
 using Dom::CSS::CSSRule;
 using Dom::CSS::CSSStyleDeclaration;
 using Dom::CSS::CSSValue;
-
-// A value that counts itself while it lives.
-class CountedValue final : public CSSValue {
-public:
-    CountedValue(int& count, astring text)
-        : CSSValue(CSS_CUSTOM), count_(count), text_(std::move(text)) {
-        ++count_;
-    }
-    CountedValue(const CountedValue&) = delete;
-    CountedValue& operator=(const CountedValue&) = delete;
-    ~CountedValue() override { --count_; }
-
-    astring CssText() const override { return text_; }
-    void SetCssText(const char* text) override { text_ = text; }
-    using CSSValue::SetCssText;
-    CSSValue* Clone() const override { return new CountedValue(count_, text_); }
-
-private:
-    int& count_;
-    astring text_;
-};
 
 CSSPropertyImpl Property(int& count, const char* text, bool important = false) {
     return CSSPropertyImpl("name", new CountedValue(count, text), important, CSSRule::Author, 0,

@@ -2,6 +2,7 @@
 #include <espalier/dom/css/CSSPrimitiveValue.h>
 #include <espalier/dom/css/CSSValueList.h>
 
+#include "dom/css/CountedValue.h"
 #include "support/PrintAstring.h"
 
 #include <gtest/gtest.h>
@@ -16,26 +17,6 @@ namespace {
 using Dom::CSS::CSSPrimitiveValue;
 using Dom::CSS::CSSValue;
 using Dom::CSS::CSSValueList;
-
-// A value that counts itself while it lives, and so do its clones.
-class CountedValue final : public CSSValue {
-public:
-    CountedValue(const char* text, int& count) : CSSValue(CSS_CUSTOM), text_(text), count_(count) {
-        ++count_;
-    }
-    CountedValue(const CountedValue&) = delete;
-    CountedValue& operator=(const CountedValue&) = delete;
-    ~CountedValue() override { --count_; }
-
-    astring CssText() const override { return text_; }
-    void SetCssText(const char* text) override { text_ = text; }
-    using CSSValue::SetCssText;
-    CountedValue* Clone() const override { return new CountedValue(text_.c_str(), count_); }
-
-private:
-    astring text_;
-    int& count_;
-};
 
 // Lets tests split at the separator that the list has.
 class SplittingList final : public CSSValueList {
@@ -208,7 +189,7 @@ TEST(CSSValueList, GrowsBySixteenItems) {
 TEST(CSSValueList, TakesOverValuesThatItIsMadeOf) {
     int count = 0;
     {
-        CSSValue* const values[] = {new CountedValue("a", count), new CountedValue("b", count)};
+        CSSValue* const values[] = {new CountedValue(count, "a"), new CountedValue(count, "b")};
         const CSSValueList list(values, 2, '/');
         EXPECT_EQ(list.CssText(), "a/b");
         EXPECT_EQ(list.Item(0), values[0]);
@@ -222,12 +203,12 @@ TEST(CSSValueList, TakesOverValuesThatItIsMadeOf) {
 
 TEST(CSSValueList, TakesOverWhatIsAddedAndHandsOutWhatIsRemoved) {
     int count = 0;
-    CountedValue other("o", count);
+    CountedValue other(count, "o");
     std::unique_ptr<CountedValue> removed;
     {
         CSSValueList list("1 2", ',');
-        list.AddItem(new CountedValue("a", count));
-        removed = std::make_unique<CountedValue>("b", count);
+        list.AddItem(new CountedValue(count, "a"));
+        removed = std::make_unique<CountedValue>(count, "b");
         list.AddItem(removed.get());
         EXPECT_EQ(list.CssText(), "1 2 a b");
         list.RemoveItem(&other);
@@ -244,8 +225,8 @@ TEST(CSSValueList, TakesOverWhatIsAddedAndHandsOutWhatIsRemoved) {
 TEST(CSSValueList, ATextDeletesWhatWasThere) {
     int count = 0;
     CSSValueList list("", ',');
-    list.AddItem(new CountedValue("a", count));
-    list.AddItem(new CountedValue("b", count));
+    list.AddItem(new CountedValue(count, "a"));
+    list.AddItem(new CountedValue(count, "b"));
     list.SetCssText("1 2 3");
     EXPECT_EQ(count, 0);
     EXPECT_EQ(list.CssText(), "1 2 3");
@@ -259,12 +240,12 @@ TEST(CSSValueList, ATextDeletesWhatWasThere) {
 TEST(CSSValueList, CopiesHaveItemsOfTheirOwn) {
     int count = 0;
     auto source = std::make_unique<CSSValueList>("", '/');
-    source->AddItem(new CountedValue("a", count));
-    source->AddItem(new CountedValue("b", count));
+    source->AddItem(new CountedValue(count, "a"));
+    source->AddItem(new CountedValue(count, "b"));
     const CSSValueList copy(*source);
     const std::unique_ptr<CSSValueList> clone(source->Clone());
     CSSValueList assigned("1 2 3", ',');
-    assigned.AddItem(new CountedValue("old", count));
+    assigned.AddItem(new CountedValue(count, "old"));
     EXPECT_EQ(count, 7);
     assigned = *source;
     EXPECT_EQ(count, 8) << "the old one is deleted";
@@ -286,8 +267,8 @@ TEST(CSSValueList, CopiesHaveItemsOfTheirOwn) {
 TEST(CSSValueList, AssignedToItselfItStays) {
     int count = 0;
     CSSValueList list("", '/');
-    list.AddItem(new CountedValue("a", count));
-    list.AddItem(new CountedValue("b", count));
+    list.AddItem(new CountedValue(count, "a"));
+    list.AddItem(new CountedValue(count, "b"));
     const CSSValueList& self = list;
     list = self;
     EXPECT_EQ(list.CssText(), "a/b");
@@ -307,7 +288,7 @@ TEST(CSSValueList, ListsOfListsAreCopiedAndPrinted) {
 TEST(CSSValueList, DeepListsAreDeletedWithoutRecursion) {
     int count = 0;
     auto outer = std::make_unique<CSSValueList>("", ',');
-    outer->AddItem(new CountedValue("a", count));
+    outer->AddItem(new CountedValue(count, "a"));
     for (int i = 0; i < 300000; ++i) {
         auto next = std::make_unique<CSSValueList>("", ',');
         next->AddItem(outer.release());
