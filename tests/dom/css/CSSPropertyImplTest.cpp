@@ -109,7 +109,8 @@ TEST(CSSPropertyImpl, AnInheritedValueTakesNoText) {
     EXPECT_EQ(property->Value(), "inherit");
 }
 
-TEST(CSSPropertyImpl, ACopyHasTheSameValue) {
+// Deliberate: a copy shares the value, so that a change of one shows in the other.
+TEST(CSSPropertyImpl, DeliberateACopyHasTheSameValue) {
     int count = 0;
     {
         auto property = std::make_unique<CSSPropertyImpl>("name", new CountedValue(count, "a"),

@@ -7,6 +7,7 @@
 #include <espalier/dom/css/CSSStyleSheet.h>
 
 #include "dom/css/DeclarationText.h"
+#include "support/VirtualSlot.h"
 
 #include <gtest/gtest.h>
 
@@ -50,6 +51,15 @@ TEST(CSSStyleRule, KeepsWhatItIsMadeWith) {
     }
     EXPECT_EQ(parent.ParentStyleSheet(), nullptr);
     EXPECT_EQ(parent.ParentRule(), nullptr);
+}
+
+TEST(CSSStyleRule, TheVirtualFunctionsOfRulesHaveTheirPlaces) {
+    if (!support::kKnowsVirtualSlots) GTEST_SKIP() << "another ABI";
+    using support::VirtualSlot;
+    EXPECT_EQ(VirtualSlot(&CSSRule::QueryInterface), 0);  // 1 and 2: the destructor
+    EXPECT_EQ(VirtualSlot(&CSSRule::CssText), 3);
+    EXPECT_EQ(VirtualSlot(static_cast<void (CSSRule::*)(const char*)>(&CSSRule::SetCssText)), 4);
+    EXPECT_EQ(VirtualSlot(static_cast<void (CSSRule::*)(const astring&)>(&CSSRule::SetCssText)), 5);
 }
 
 TEST(CSSStyleRule, TheKindsOfRulesAreNumberedAsInTheStandard) {

@@ -126,6 +126,53 @@ TEST(DOMList, RemovingAPointerTakesTheFirstEqualOne) {
     delete a;
 }
 
+TEST(DOMList, AFunctionTellsWhatToRemove) {
+    const struct {
+        const char* remove;
+        const char* expected;
+    } kCases[] = {{"", "abc"}, {"a", "bc"}, {"b", "ac"}, {"c", "ab"},
+                  {"ac", "b"}, {"ab", "c"}, {"abc", ""}};
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.remove);
+        std::string deleted;
+        std::string asked;
+        std::vector<Letter*> removed;
+        List list;
+        Fill(list, deleted);
+        list.RemoveItemsIf([&](Letter* letter) {
+            asked += letter->Get();
+            const bool isToGo = std::string(c.remove).find(letter->Get()) != std::string::npos;
+            if (isToGo) removed.push_back(letter);
+            return isToGo;
+        });
+        EXPECT_EQ(asked, "abc");
+        EXPECT_EQ(Text(list), c.expected);
+        EXPECT_EQ(deleted, "");
+        EXPECT_EQ(list.Capacity(), 16U);
+        for (const Letter* const letter : removed)
+            delete letter;
+    }
+}
+
+TEST(DOMList, TwoListsExchangeTheirItems) {
+    std::string deleted;
+    List first;
+    Fill(first, deleted);
+    List second;
+    first.SwapItems(second);
+    EXPECT_EQ(Text(first), "");
+    EXPECT_EQ(Text(second), "abc");
+    EXPECT_EQ(first.Capacity(), 0U);
+    EXPECT_EQ(second.Capacity(), 16U);
+    first.AddItem(new Letter('d', deleted));
+    first.SwapItems(second);
+    EXPECT_EQ(Text(first), "abc");
+    EXPECT_EQ(Text(second), "d");
+    first.SwapItems(first);
+    EXPECT_EQ(Text(first), "abc");
+    EXPECT_EQ(deleted, "");
+}
+
 TEST(DOMList, ClearingDeletesAllItems) {
     std::string deleted;
     List list;

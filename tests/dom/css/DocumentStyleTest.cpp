@@ -5,9 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <type_traits>
 #include <utility>
 
 using Dom::StyleSheets::DocumentStyle;
+
+static_assert(std::has_virtual_destructor_v<DocumentStyle>);
 
 TEST(DocumentStyle, OwnsTheSheetsOfItsList) {
     int count = 0;

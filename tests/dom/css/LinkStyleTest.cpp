@@ -7,8 +7,11 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <type_traits>
 
 namespace {
+
+static_assert(std::has_virtual_destructor_v<Dom::StyleSheets::LinkStyle>);
 
 // Keeps a sheet and owns it, as the nodes do.
 class Link final : public Dom::StyleSheets::LinkStyle {

@@ -95,6 +95,18 @@ TEST(MediaList, AppendsBehindACommaAndABlank) {
     EXPECT_EQ(list.Length(), 4U);
 }
 
+TEST(MediaList, AppendsBehindAnyTextThatIsNotEmpty) {
+    const struct {
+        const char* text;
+        const char* expected;
+    } kCases[] = {{" ", " , tv"}, {",", ",, tv"}, {"tv", "tv, tv"}, {"a,", "a,, tv"}};
+    for (const auto& c : kCases) {
+        MediaList list(c.text);
+        list.AppendMedium("tv");
+        EXPECT_EQ(list.MediaText(), c.expected);
+    }
+}
+
 TEST(MediaList, AppendsAPartOfItself) {
     MediaList list("screen");
     list.AppendMedium(list.MediaText());
