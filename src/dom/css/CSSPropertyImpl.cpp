@@ -7,15 +7,17 @@
 
 namespace Dom::CSS {
 
+// The name comes last, so that the value is in hands when there is no memory for it.
 CSSPropertyImpl::CSSPropertyImpl(const astring& name, CSSValue* value, bool important,
                                  CSSRule::RULE_ORIGIN origin, int specificity, bool shorthand)
-    : CSSPropertyImpl(name, std::shared_ptr<CSSValue>(value), important, origin, specificity,
-                      shorthand) {}
+    : CSSPropertyImpl(astring(), std::shared_ptr<CSSValue>(value), important, origin, specificity,
+                      shorthand) {
+    name_ = name;
+}
 
-CSSPropertyImpl::CSSPropertyImpl(std::string_view name, std::shared_ptr<CSSValue> value,
-                                 bool important, CSSRule::RULE_ORIGIN origin, int specificity,
-                                 bool shorthand)
-    : name_(name),
+CSSPropertyImpl::CSSPropertyImpl(astring&& name, std::shared_ptr<CSSValue>&& value, bool important,
+                                 CSSRule::RULE_ORIGIN origin, int specificity, bool shorthand)
+    : name_(std::move(name)),
       value_(std::move(value)),
       important_(important),
       origin_(origin),

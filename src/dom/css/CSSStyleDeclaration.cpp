@@ -5,6 +5,7 @@
 #include "dom/InterfaceName.h"
 #include "dom/css/Priority.h"
 #include "dom/css/PropertyBuilder.h"
+#include "dom/css/PropertyMaking.h"
 
 #include <memory>
 
@@ -15,9 +16,9 @@ CSSStyleDeclaration::CSSStyleDeclaration(CSSRule* parentRule) : parentRule_(pare
 CSSStyleDeclaration::CSSStyleDeclaration(const CSSStyleDeclaration& other)
     : parentRule_(other.parentRule_) {
     for (const CSSPropertyImpl* const property : other.properties_) {
-        auto copy = std::make_unique<CSSPropertyImpl>(
-            property->Name(), property->GetCSSValue()->Clone(), property->Important(),
-            property->Origin(), property->Specificity(), property->Shorthand());
+        auto copy =
+            detail::CopyProperty(*property, {property->Important(), property->Origin(),
+                                             property->Specificity(), property->Shorthand()});
         properties_.AddItem(copy.get());
         static_cast<void>(copy.release());  // the list's now
     }

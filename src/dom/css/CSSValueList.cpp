@@ -28,7 +28,9 @@ CSSValueList::CSSValueList(CSSValue* const* values, unsigned count, char separat
 }
 
 CSSValueList::CSSValueList(const CSSValueList& other)
-    : CSSValue(other), DOMList<CSSValue*>(), separator_(other.separator_) {
+    : CSSValue(other),
+      DOMList<CSSValue*>(),  // NOLINT(readability-redundant-member-init): g++ wants it in a copy
+      separator_(other.separator_) {
     for (const CSSValue* const item : other) {
         std::unique_ptr<CSSValue> copy(item == nullptr ? nullptr : item->Clone());
         AddItem(copy.get());
@@ -51,7 +53,8 @@ CSSValueList::~CSSValueList() {
     for (;;) {
         if (list->Length() == 0) {
             if (holder == nullptr) return;
-            delete list;
+            // Never this object, which has no holder.
+            delete list;  // NOLINT(clang-analyzer-cplusplus.NewDelete)
             list = holder;
             holder = static_cast<CSSValueList*>(list->TakeLast());
             continue;

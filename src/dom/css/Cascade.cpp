@@ -3,6 +3,7 @@
 #include <espalier/dom/css/CSSStyleRule.h>
 
 #include "dom/css/NameIndex.h"
+#include "dom/css/PropertyMaking.h"
 
 #include <array>
 #include <cstddef>
@@ -61,9 +62,9 @@ public:
         if (place != detail::NameIndex::kNone) {
             if (!Wins(property, weight, At(place))) return;
         }
-        added_.push_back(std::make_unique<CSSPropertyImpl>(
-            property.Name(), property.GetCSSValue()->Clone(), property.Important(), weight.origin,
-            weight.specificity, property.Shorthand()));
+        added_.push_back(detail::CopyProperty(
+            property,
+            {property.Important(), weight.origin, weight.specificity, property.Shorthand()}));
         index_.Add(added_.back()->Name());
         if (place != detail::NameIndex::kNone) index_.RemoveFirst(place);
     }

@@ -7,8 +7,8 @@
 #include "dom/css/CssCharacters.h"
 #include "dom/css/Messages.h"
 #include "dom/css/Priority.h"
+#include "dom/css/PropertyMaking.h"
 #include "dom/css/TextCursor.h"
-#include "dom/css/ValueMaking.h"
 
 #include <memory>
 
@@ -86,8 +86,8 @@ void PropertyBuilder::AddProperty(std::string_view name, bool important, std::st
 }
 
 void PropertyBuilder::Add(std::string_view name, std::string_view value, Made made) {
-    std::unique_ptr<CSSPropertyImpl> property(new CSSPropertyImpl(
-        name, MakeValue(value), important_, origin_, specificity_, made == Made::FromShorthand));
+    auto property =
+        MakeProperty(name, value, {important_, origin_, specificity_, made == Made::FromShorthand});
     properties_.AddItem(property.get());
     static_cast<void>(property.release());  // the list's now
 }

@@ -11,6 +11,12 @@
 
 namespace Dom::CSS::detail {
 
+namespace {
+
+constexpr std::string_view kInherit = "inherit";
+
+}  // namespace
+
 bool AddPieces(DOMList<CSSValue*>& list, std::string_view text, char separator) {
     bool saysAll = true;
     astring buffer;
@@ -25,19 +31,21 @@ bool AddPieces(DOMList<CSSValue*>& list, std::string_view text, char separator) 
     return saysAll;
 }
 
-std::shared_ptr<CSSValue> MakeValue(std::string_view text) {
-    if (EqualIgnoringCase(text, "inherit")) return std::make_shared<InheritValue>();
-    if (text.empty()) return std::make_shared<CSSPrimitiveValue>(Primitive());
+std::optional<Primitive> ReadWholePrimitive(std::string_view text, astring& buffer) {
+    if (text.empty()) return Primitive();
+    if (FindSeparator(text) != '\0' || EqualIgnoringCase(text, kInherit)) return {};
+    const Primitive primitive = ReadPrimitive(text, buffer);
+    if (!primitive.saysAll) return {};
+    return primitive;
+}
 
+std::unique_ptr<CSSValue> MakeOtherValue(std::string_view text) {
+    if (EqualIgnoringCase(text, kInherit)) return std::make_unique<InheritValue>();
     if (const char separator = FindSeparator(text); separator != '\0') {
-        auto list = std::make_shared<CSSValueList>(nullptr, 0, separator);
+        auto list = std::make_unique<CSSValueList>(nullptr, 0, separator);
         if (AddPieces(*list, text, separator)) return list;
-    } else {
-        astring buffer;
-        const Primitive primitive = ReadPrimitive(text, buffer);
-        if (primitive.saysAll) return std::make_shared<CSSPrimitiveValue>(primitive);
     }
-    return std::make_shared<CustomValue>(text);
+    return std::make_unique<CustomValue>(text);
 }
 
 }  // namespace Dom::CSS::detail

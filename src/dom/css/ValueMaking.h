@@ -4,16 +4,25 @@
 #include <espalier/dom/DOMList.h>
 #include <espalier/dom/css/CSSValue.h>
 
+#include "dom/css/Primitive.h"
+
 #include <memory>
+#include <optional>
 #include <string_view>
 
 namespace Dom::CSS::detail {
 
-/// Makes the value of a property from its text: the value "inherit"; a CSSValueList, when the text
-/// has a comma or white space outside of quotes and parentheses; a CSSPrimitiveValue. When those
-/// would lose a part of the text, a value that keeps it as it stands.
+/// Reads the text of a property as a CSSPrimitiveValue, if that is what it is and none of it is
+/// lost so. An empty text is a value of no type.
 /// \param text without white space around it
-std::shared_ptr<CSSValue> MakeValue(std::string_view text);
+/// \param buffer for a string with escapes
+std::optional<Primitive> ReadWholePrimitive(std::string_view text, astring& buffer);
+
+/// Makes the value of a property from another text: the value "inherit"; a CSSValueList, when the
+/// text has a comma or white space outside of quotes and parentheses; or, when that would lose a
+/// part of the text, a value that keeps it as it stands.
+/// \param text without white space around it
+std::unique_ptr<CSSValue> MakeOtherValue(std::string_view text);
 
 /// Adds a CSSPrimitiveValue to a list for each piece of a text.
 /// \param text without white space around it

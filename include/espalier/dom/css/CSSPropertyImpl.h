@@ -50,9 +50,9 @@ public:
     astring CssText() const;
 
 private:
-    friend class detail::PropertyBuilder;
+    friend class detail::CompactProperty;
 
-    CSSPropertyImpl(std::string_view name, std::shared_ptr<CSSValue> value, bool important,
+    CSSPropertyImpl(astring&& name, std::shared_ptr<CSSValue>&& value, bool important,
                     CSSRule::RULE_ORIGIN origin, int specificity, bool shorthand);
 
     astring name_;

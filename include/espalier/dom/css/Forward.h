@@ -26,9 +26,9 @@ class RuleIndex;
 class Selector;
 
 namespace detail {
+class CompactProperty;
 class CompiledSelectors;
 class CssScanner;
-class PropertyBuilder;
 struct Primitive;
 }  // namespace detail
 }  // namespace Dom::CSS
