@@ -216,6 +216,16 @@ TEST(CSSPrimitiveValue, ATextReplacesTheValue) {
     EXPECT_EQ(base.CssText(), "3ex");
 }
 
+TEST(CSSPrimitiveValue, ItsOwnTextReplacesTheValue) {
+    const std::string word(100, 'x');
+    CSSPrimitiveValue value(nullptr, "'  " + word + "  '");
+    value.SetCssText(value.GetStringValue());
+    EXPECT_EQ(value.PrimitiveType(), CSSPrimitiveValue::CSS_IDENT);
+    EXPECT_EQ(value.GetStringValue(), word);
+    value.SetStringValue(CSSPrimitiveValue::CSS_STRING, value.GetStringValue());
+    EXPECT_EQ(value.GetStringValue(), word);
+}
+
 TEST(CSSPrimitiveValue, NumbersArePrintedWithSixDigits) {
     const struct {
         float number;

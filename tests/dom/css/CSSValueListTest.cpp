@@ -203,12 +203,12 @@ TEST(CSSValueList, TakesOverValuesThatItIsMadeOf) {
 
 TEST(CSSValueList, TakesOverWhatIsAddedAndHandsOutWhatIsRemoved) {
     int count = 0;
-    CountedValue other("o", count);
+    CountedValue other(count, "o");
     std::unique_ptr<CountedValue> removed;
     {
         CSSValueList list("1 2", ',');
         list.AddItem(new CountedValue("a", count));
-        removed = std::make_unique<CountedValue>("b", count);
+        removed = std::make_unique<CountedValue>(count, "b");
         list.AddItem(removed.get());
         EXPECT_EQ(list.CssText(), "1 2 a b");
         list.RemoveItem(&other);

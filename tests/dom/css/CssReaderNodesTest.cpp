@@ -286,3 +286,55 @@ TEST(CssReader, ClosedItEndsTheBlockOfAnAtRule) {
     reader->Close();
     EXPECT_EQ(reader->ReadAtDeclaration(), "");
 }
+
+TEST(CssReader, TellsWhereANodeBegins) {
+    const std::string text = "/*\xC3\xA9*/p {\n  a: b /*x\ny*/;\n  c: d }\nq{";
+    const struct {
+        const char* node;
+        int line;
+        int column;
+    } kNodes[] = {
+        {"Comment[/*\xC3\xA9*/]", 1, 1},
+        {"Selector[p ]", 1, 6},
+        {"StartDecl", 1, 8},
+        {"Whitespace", 1, 9},
+        {"Property[a=b ]", 2, 3},
+        {"Whitespace", 3, 5},
+        {"Property[c=d]", 4, 3},
+        {"EndDecl", 4, 8},
+        {"Whitespace", 4, 9},
+        {"Selector[q]", 5, 1},
+        {"StartDecl", 5, 2},
+    };
+    CssText reader(text);
+    for (const auto& node : kNodes) {
+        SCOPED_TRACE(node.node);
+        ASSERT_TRUE(reader->Read());
+        EXPECT_EQ(support::NodeOf(*reader), node.node);
+        EXPECT_EQ(reader->LineNumber(), node.line);
+        EXPECT_EQ(reader->LinePos(), node.column);
+    }
+    EXPECT_FALSE(reader->Read());
+}
+
+TEST(CssReader, TellsPlacesFarBehindTheBegin) {
+    constexpr int kRules = 2000;
+    std::string lines;
+    std::string line;
+    for (int i = 0; i < kRules; ++i) {
+        lines += "\xE2\x82\xAC{a:b}\n";
+        line += "\xE2\x82\xAC{a:b}";
+    }
+    CssText inLines(lines);
+    CssText inALine(line);
+    for (int i = 0; i < kRules; ++i) {
+        ASSERT_TRUE(inLines->Read());
+        ASSERT_EQ(inLines->LineNumber(), i + 1);
+        ASSERT_EQ(inLines->LinePos(), 1);
+        ASSERT_TRUE(inLines.Skip(4));
+        ASSERT_TRUE(inALine->Read());
+        ASSERT_EQ(inALine->LineNumber(), 1);
+        ASSERT_EQ(inALine->LinePos(), 6 * i + 1);
+        ASSERT_TRUE(inALine.Skip(3));
+    }
+}

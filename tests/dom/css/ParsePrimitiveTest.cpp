@@ -276,6 +276,14 @@ TEST(ParsePrimitive, DeliberateOtherFunctionsWithTheseLettersLoseTheirArguments)
     ExpectTexts(kCases);
 }
 
+TEST(ParsePrimitive, TheTextMayBeTheResult) {
+    const std::string word(100, 'x');
+    float number = 0;
+    astring text = "url(  " + word + "  )";
+    EXPECT_EQ(Dom::CSS::ParsePrimitive(text, number, text), CSSPrimitiveValue::CSS_URI);
+    EXPECT_EQ(text, word);
+}
+
 TEST(ParsePrimitive, MuchTextTakesLinearTime) {
     const std::string much(1U << 20, 'x');
     const struct {
