@@ -160,6 +160,15 @@ void AttributeTable::PutIntoIndex(std::uint32_t position) const {
     extras_->index[at] = position + 1;
 }
 
+void AttributeTable::PutLastIntoIndex() const noexcept {
+    if (2 * std::size_t{count_} > extras_->indexSize) return DropIndex();  // a search makes another
+    try {
+        PutIntoIndex(count_ - 1);
+    } catch (const std::bad_alloc&) {
+        DropIndex();
+    }
+}
+
 // Takes an attribute that is still there out of the index. Those that stand behind it because
 // their place was taken move up; those with a larger position get one less.
 void AttributeTable::TakeFromIndex(std::uint32_t position) const {
@@ -188,8 +197,13 @@ void AttributeTable::BuildIndex() const {
     extras.index =
         static_cast<std::uint32_t*>(std::memset(memory, 0, size * sizeof(std::uint32_t)));
     extras.indexSize = static_cast<std::uint32_t>(size);
-    for (std::uint32_t i = 0; i < count_; ++i)
-        PutIntoIndex(i);
+    try {
+        for (std::uint32_t i = 0; i < count_; ++i)
+            PutIntoIndex(i);
+    } catch (const std::bad_alloc&) {
+        DropIndex();
+        throw;
+    }
 }
 
 void AttributeTable::DropIndex() const noexcept {
@@ -208,13 +222,7 @@ AttributeTable* AttributeTable::Add(const Entry& entry) {
         table->extras_ = extras_;
         pool.Free(this, SizeFor(capacity_));
     }
-    new (table->Entries() + table->count_++) Entry(entry);
-    if (!table->HasIndex()) return table;
-    if (2 * std::size_t{table->count_} > table->extras_->indexSize) {
-        table->DropIndex();  // the next search makes a larger one
-    } else {
-        table->PutIntoIndex(table->count_ - 1);
-    }
+    table->AddLoaded(entry);
     return table;
 }
 

@@ -78,7 +78,10 @@ public:
     std::span<const Entry> All() const { return {Entries(), count_}; }
 
     /// Adds an entry, for which there is room.
-    void AddLoaded(const Entry& entry) { new (Entries() + count_++) Entry(entry); }
+    void AddLoaded(const Entry& entry) {
+        new (Entries() + count_++) Entry(entry);
+        if (HasIndex()) PutLastIntoIndex();
+    }
 
     std::size_t Find(std::string_view name) const;
     std::size_t Find(std::string_view uri, std::string_view localName) const;
@@ -118,6 +121,7 @@ private:
     void BuildIndex() const;
     std::size_t HomeOf(std::uint32_t position) const;
     void PutIntoIndex(std::uint32_t position) const;
+    void PutLastIntoIndex() const noexcept;
     void TakeFromIndex(std::uint32_t position) const;
     void DropIndex() const noexcept;
     template <typename Test>
