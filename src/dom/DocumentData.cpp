@@ -57,6 +57,7 @@ astring* DocumentData::PlaceShared(std::string_view text) {
 void DocumentData::ClearWhenUnused() {
     if (freeNodes != 1) return;
     names.Clear();
+    orphans.clear();
     pool.Clear();
     fixedNames_.fill(nullptr);
     shared_.fill(nullptr);

@@ -37,6 +37,9 @@ Node* NodeAccess::DetachFirst(Node& parent) noexcept {
         if (first == nullptr) return;
         Node* const last = first->previous_;
         Node* const behind = First(parent);
+        // One that is an attribute may be destroyed with its element before its turn comes.
+        for (Node* moved = first; moved != nullptr; moved = moved->next_)
+            moved->parent_ = &parent;
         SetFirst(node, nullptr);
         SetFirst(parent, first);
         last->next_ = behind;
@@ -67,6 +70,8 @@ void NodeAccess::DestroyChildren(Node& node) noexcept {
         ++data.freeNodes;
         delete child;
     }
+    // Nothing is left that could stand before what is appended next.
+    if (node.Has(Node::OtherFirst)) data.otherLinks.SetFirst(node, nullptr);
 }
 
 }  // namespace detail
