@@ -252,6 +252,21 @@ TEST(Load, MakesStyleInstructionsOfThoseForStyleSheets) {
     EXPECT_EQ(dynamic_cast<Dom::StyleProcessingInstruction*>(second), nullptr);
 }
 
+// A removed first child leaves its parent with the stale link that it had.
+TEST(Load, WhatIsLoadedIsSeenAfterAReplacedChild) {
+    Dom::Document document;
+    Dom::Node* first = document.AppendChild(document.CreateComment("first"));
+    Dom::Node* old = document.AppendChild(document.CreateComment("old"));
+    const Dom::NodePtr replaced(document.ReplaceChild(document.CreateComment("new"), old));
+    const Dom::NodePtr removed(document.RemoveChild(first));
+    ASSERT_EQ(document.FirstChild(), old);
+    LoadText(document, "<a id='x'/>");
+    EXPECT_EQ(support::TreeBelow(document), Lines{R"(Element a id="x")"});
+    ASSERT_NE(document.DocumentElement(), nullptr);
+    EXPECT_EQ(document.FirstChild(), document.DocumentElement());
+    EXPECT_EQ(document.GetElementById("x"), document.DocumentElement());
+}
+
 TEST(Load, NodesBelongToTheDocument) {
     Dom::Document document;
     LoadText(document, "<!--c--><a x='1'><b>t</b></a>");
