@@ -5,19 +5,23 @@
 
 #include "dom/NodeAccess.h"
 
-#include <tuple>  // std::tie
-
 namespace Dom::detail {
 
 namespace {
 
 // Tells whether `behind` comes after `node` among the children of one parent.
 bool IsBehind(const Node& behind, const Node& node) {
+    if (&behind == &node) return false;
     if (behind.ParentNode() == nullptr || behind.ParentNode() != node.ParentNode()) return false;
-    const Node* at = &node;
-    while (at != nullptr && at != &behind)
-        at = NodeAccess::Next(*at);
-    return at != nullptr && at != &node;
+    // From both at once, so that it is quick near the end, too.
+    const Node* afterNode = NodeAccess::Next(node);
+    const Node* afterBehind = NodeAccess::Next(behind);
+    while (afterNode != &behind && afterBehind != &node) {
+        if (afterNode == nullptr || afterBehind == nullptr) return afterBehind == nullptr;
+        afterNode = NodeAccess::Next(*afterNode);
+        afterBehind = NodeAccess::Next(*afterBehind);
+    }
+    return afterNode == &behind;
 }
 
 }  // namespace
@@ -39,23 +43,28 @@ void OtherLinks::Mark(Node& source) {
     }
 }
 
+// Returns the first of those that lead to a target; the others follow it.
+OtherLinks::Sources::const_iterator OtherLinks::SourcesOf(const Node& target) const {
+    return sources_.lower_bound({&target, nullptr});
+}
+
+// Does so once a link of the source has ended, unless another one leads there, too.
 void OtherLinks::ForgetSource(Node& target, Node& source) {
-    auto [at, end] = sources_.equal_range(&target);
-    while (at != end && at->second != &source)
-        ++at;
-    if (at != end) sources_.erase(at);
-    NodeAccess::MarkTarget(target, sources_.contains(&target));
+    if (First(source) == &target || Previous(source) == &target || Next(source) == &target) return;
+    sources_.erase({&target, &source});
+    const auto left = SourcesOf(target);
+    NodeAccess::MarkTarget(target, left != sources_.end() && left->first == &target);
 }
 
 void OtherLinks::Set(Node& node, Link link, Node* target) {
     Node* const before = Get(node, link);
     if (before == target) return;
     if (target != nullptr) {
-        const auto source = sources_.emplace(target, &node);
+        const auto [source, isNew] = sources_.emplace(target, &node);
         try {
             links_[&node].*link = target;
         } catch (...) {
-            sources_.erase(source);
+            if (isNew) sources_.erase(source);
             throw;
         }
         NodeAccess::MarkTarget(*target, true);
@@ -78,8 +87,8 @@ void OtherLinks::SetNext(Node& node, Node* target) {
     Set(node, &Links::next, target == NodeAccess::Next(node) ? nullptr : target);
 }
 
-// Ends the links of one source that would lead back. Tells whether there were any.
-bool OtherLinks::EndLinksBack(Node& source, Node& target) {
+// Ends the links of one source that would lead back.
+void OtherLinks::EndLinksBack(Node& source, Node& target) {
     const bool first = First(source) == &target &&
                        (target.ParentNode() != &source || NodeAccess::First(source) == &target);
     const bool next = Next(source) == &target &&
@@ -89,17 +98,12 @@ bool OtherLinks::EndLinksBack(Node& source, Node& target) {
     if (first) Set(source, &Links::first, nullptr);
     if (next) Set(source, &Links::next, nullptr);
     if (previous) Set(source, &Links::previous, nullptr);
-    return first || next || previous;
 }
 
 void OtherLinks::TargetIsLinked(Node& target) {
-    auto [at, end] = sources_.equal_range(&target);
-    while (at != end) {
-        if (EndLinksBack(*at->second, target)) {
-            std::tie(at, end) = sources_.equal_range(&target);  // some are gone
-        } else {
-            ++at;
-        }
+    for (auto at = SourcesOf(target); at != sources_.end() && at->first == &target;) {
+        Node& source = *(at++)->second;  // before it may be forgotten
+        EndLinksBack(source, target);
     }
 }
 
@@ -107,15 +111,16 @@ void OtherLinks::Forget(Node& node) {
     Set(node, &Links::first, nullptr);
     Set(node, &Links::previous, nullptr);
     Set(node, &Links::next, nullptr);
-    auto [at, end] = sources_.equal_range(&node);
-    for (; at != end; ++at) {
+    const auto begin = SourcesOf(node);
+    auto at = begin;
+    for (; at != sources_.end() && at->first == &node; ++at) {
         Links& links = links_.find(at->second)->second;
         for (const Link link : {&Links::first, &Links::previous, &Links::next}) {
             if (links.*link == &node) links.*link = nullptr;
         }
         Mark(*at->second);
     }
-    sources_.erase(&node);
+    sources_.erase(begin, at);
 }
 
 }  // namespace Dom::detail

@@ -3,7 +3,9 @@
 
 #include <espalier/dom/Forward.h>
 
+#include <set>
 #include <unordered_map>
+#include <utility>  // std::pair
 
 namespace Dom::detail {
 
@@ -47,11 +49,13 @@ private:
     Node* Get(const Node& node, Link link) const;
     void Set(Node& node, Link link, Node* target);
     void Mark(Node& source);
-    bool EndLinksBack(Node& source, Node& target);
+    void EndLinksBack(Node& source, Node& target);
     void ForgetSource(Node& target, Node& source);
+    using Sources = std::set<std::pair<const Node*, Node*>>;  // each a target and a source
+    Sources::const_iterator SourcesOf(const Node& target) const;
 
-    std::unordered_map<const Node*, Links> links_;         // by source
-    std::unordered_multimap<const Node*, Node*> sources_;  // by target
+    std::unordered_map<const Node*, Links> links_;  // by source
+    Sources sources_;  // ordered, so that one of many that lead to a target is found at once
 };
 
 }  // namespace Dom::detail

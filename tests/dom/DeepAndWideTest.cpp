@@ -19,6 +19,7 @@
 #include <pthread.h>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -274,6 +275,46 @@ TEST(DeepAndWideHostile, ManyInsertionsInTheMiddle) {
         for (const Node& child : root.Children())
             count += child.NodeType() == Dom::DOMNodeType::ELEMENT_NODE ? 1 : 0;
         EXPECT_EQ(count, 2 * kCount - 1);
+    });
+}
+
+// All of the nodes before the last one keep a link to it.
+TEST(DeepAndWideHostile, ManyInsertionsBeforeOneChild) {
+    InSmallStack([] {
+        constexpr std::size_t kCount = 200'000;
+        for (const bool joined : {false, true}) {
+            Document document("", "r", nullptr, nullptr);
+            Element& root = *document.DocumentElement();
+            root.AppendChild(document.CreateTextNode("x"));
+            Node* const last = root.AppendChild(document.CreateElement("a"));
+            for (std::size_t i = 0; i < kCount; ++i)
+                root.InsertBefore(document.CreateTextNode("x"), last);
+            EXPECT_EQ(root.ChildNodes().Length(), 2U);
+            EXPECT_EQ(root.TextContent().length(), kCount + 1);
+            if (joined) root.Normalize();
+            NodePtr(root.RemoveChild(last));
+            EXPECT_EQ(root.TextContent().length(), kCount + 1);
+        }
+    });
+}
+
+// Their neighbours lead to the nodes that were replaced, which come back one after the other.
+TEST(DeepAndWideHostile, ManyReplacedChildrenComeBack) {
+    InSmallStack([] {
+        constexpr std::size_t kCount = 100'000;
+        Document document("", "r", nullptr, nullptr);
+        Element& root = *document.DocumentElement();
+        for (std::size_t i = 0; i < kCount; ++i)
+            root.AppendChild(document.CreateElement("a"));
+        std::vector<NodePtr> replaced;
+        for (Node& child : root.Children())
+            replaced.emplace_back(root.ReplaceChild(document.CreateElement("b"), &child));
+        for (NodePtr& child : replaced)
+            root.AppendChild(child.release());
+        std::size_t count = 0;
+        for (const Node& child : root.Children())
+            count += child.NodeName() == "a" ? 1 : 0;
+        EXPECT_EQ(count, kCount);
     });
 }
 
