@@ -178,6 +178,7 @@ private:
     static void LinkBefore(Node& parent, Node& node, Node& next);
     static void UnlinkTrue(Node& node) noexcept;
     static void PassLinksOn(Node& node) noexcept;
+    static void EndCircles(Node& parent, const Node& node) noexcept;
     static Node* DetachFirst(Node& parent) noexcept;
 };
 

@@ -5,6 +5,10 @@
 
 #include "dom/NodeAccess.h"
 
+#include <new>  // std::bad_alloc
+#include <unordered_set>
+#include <vector>
+
 namespace Dom::detail {
 
 namespace {
@@ -22,6 +26,14 @@ bool IsBehind(const Node& behind, const Node& node) {
         afterBehind = NodeAccess::Next(*afterBehind);
     }
     return afterNode == &behind;
+}
+
+// Returns the node without a parent that `node` is or is below.
+const Node& TopOf(const Node& node) {
+    const Node* top = &node;
+    while (top->ParentNode() != nullptr)
+        top = top->ParentNode();
+    return *top;
 }
 
 }  // namespace
@@ -104,6 +116,43 @@ void OtherLinks::TargetIsLinked(Node& target) {
     for (auto at = SourcesOf(target); at != sources_.end() && at->first == &target;) {
         Node& source = *(at++)->second;  // before it may be forgotten
         EndLinksBack(source, target);
+    }
+}
+
+// Ends all links of one source to a target.
+void OtherLinks::EndLinks(Node& source, const Node& target) {
+    for (const Link link : {&Links::first, &Links::previous, &Links::next}) {
+        if (Get(source, link) == &target) Set(source, link, nullptr);
+    }
+}
+
+// Tells whether links lead from the tree of `from` to the tree of `to`, also by way of others. Both
+// are the tops of their trees. It looks from the end, because few trees have links to their tops.
+bool OtherLinks::LeadsTo(const Node& from, const Node& to) const {
+    if (&from == &to) return true;
+    std::vector<const Node*> pending{&to};
+    std::unordered_set<const Node*> seen{&to};
+    while (!pending.empty()) {
+        const Node& target = *pending.back();
+        pending.pop_back();
+        for (auto at = SourcesOf(target); at != sources_.end() && at->first == &target; ++at) {
+            const Node& top = TopOf(*at->second);
+            if (&top == &from) return true;
+            if (seen.insert(&top).second) pending.push_back(&top);
+        }
+    }
+    return false;
+}
+
+void OtherLinks::EndCircles(Node& top) noexcept {
+    for (auto at = SourcesOf(top); at != sources_.end() && at->first == &top;) {
+        Node& source = *(at++)->second;  // before it may be forgotten
+        bool isCircle = true;            // for safety, when memory is out
+        try {
+            isCircle = LeadsTo(top, TopOf(source));
+        } catch (const std::bad_alloc&) {
+        }
+        if (isCircle) EndLinks(source, top);
     }
 }
 

@@ -35,6 +35,10 @@ public:
     /// Ends the links to a node that has got a new place, where they would lead back.
     void TargetIsLinked(Node& target);
 
+    /// Ends the links to `top`, which has no parent, that would go in a circle now that there is
+    /// something new below it.
+    void EndCircles(Node& top) noexcept;
+
     /// Ends all that begins or ends at a node that is about to be destroyed.
     void Forget(Node& node);
 
@@ -50,6 +54,8 @@ private:
     void Set(Node& node, Link link, Node* target);
     void Mark(Node& source);
     void EndLinksBack(Node& source, Node& target);
+    void EndLinks(Node& source, const Node& target);
+    bool LeadsTo(const Node& from, const Node& to) const;
     void ForgetSource(Node& target, Node& source);
     using Sources = std::set<std::pair<const Node*, Node*>>;  // each a target and a source
     Sources::const_iterator SourcesOf(const Node& target) const;
