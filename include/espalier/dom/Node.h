@@ -206,7 +206,9 @@ public:
     astring TextContent() const;
 
     /// Joins adjacent texts below the node and destroys empty ones (DOM Level 2 Core). CDATA
-    /// sections stay.
+    /// sections and texts with children stay.
+    /// \throws DOMException 7 "This node is read-only" for a text that is to take others in; what
+    ///     was joined before stays
     void Normalize();
 
     /// Returns a copy of the node with all that is below it. The caller owns it.
@@ -245,6 +247,7 @@ protected:
 
 private:
     friend class Attr;
+    friend class CharacterData;
     friend class Document;
     friend class Element;
     friend class NodeList;
@@ -266,6 +269,8 @@ private:
     Node* MoveInto(Node* newChild, Node* oldChild, bool told);
 
     bool HasValue() const { return Has(ValueBearing); }
+    void AppendNodeValue(std::string_view value);
+    void ValueHasChanged();
     static const astring& EmptyText();
 
     // The true chain of children is doubly linked and consistent: the first child's `previous_`
