@@ -140,17 +140,22 @@ Node* Importer::Import(const Element& element) const {
     return made.release();
 }
 
-// Takes the texts behind a text into it.
+// Tells whether a node is a text that may go when another one has its value.
+bool IsJoinable(const Node* node) {
+    return node != nullptr && node->NodeType() == Node::TEXT_NODE &&
+           NodeAccess::First(*node) == nullptr;
+}
+
+// Takes the texts behind a text into it. They are destroyed once it has them all.
 void JoinFollowing(Text& text) {
-    Node* next = NodeAccess::Next(text);
-    if (next == nullptr || next->NodeType() != Node::TEXT_NODE) return;
+    Node* const first = NodeAccess::Next(text);
+    if (!IsJoinable(first)) return;
     astring joined = text.Data();
-    while (next != nullptr && next->NodeType() == Node::TEXT_NODE) {
+    for (const Node* next = first; IsJoinable(next); next = NodeAccess::Next(*next))
         joined += next->NodeValue();
-        delete next;
-        next = NodeAccess::Next(text);
-    }
     text.SetData(joined);
+    for (Node* next = first; IsJoinable(next); next = NodeAccess::Next(text))
+        delete next;
 }
 
 // Joins the texts in the values of attributes.

@@ -150,6 +150,32 @@ TEST(Normalize, ReachesEveryDepthAndAttributes) {
     EXPECT_EQ(support::TrueChildren(*attribute), "'threefour'");
 }
 
+TEST(Normalize, LosesNothingAtATextThatIsReadOnly) {
+    Dom::Document document;
+    Dom::Element* root = AddElement(document, "root");
+    AddText(*root, "a");
+    AddText(*root, "b");
+    AddElement(*root, "e");
+    auto* locked = new support::Lockable<Dom::Text>("c", &document);
+    root->AppendChild(locked);
+    AddText(*root, "d");
+    locked->SetReadOnly(true);
+    EXPECT_DOM_ERROR(root->Normalize(), "7 This node is read-only");
+    EXPECT_EQ(support::TrueChildren(*root), "'ab' e 'c' 'd'");
+}
+
+TEST(Normalize, TextsWithChildrenStay) {
+    Dom::Document document;
+    Dom::Element* root = AddElement(document, "root");
+    AddText(*root, "a");
+    AddText(*root, "b");
+    AddElement(*AddText(*root, "c"), "inside");
+    AddText(*root, "d");
+    root->Normalize();
+    EXPECT_EQ(support::TrueChildren(*root), "'ab' 'cd'");
+    EXPECT_EQ(support::TrueChildren(*root->LastChild()), "inside");
+}
+
 TEST(Normalize, JoinsTheTailOfASplitTextWithItsHead) {
     Dom::Document document;
     Dom::Element* root = AddElement(document, "root");
