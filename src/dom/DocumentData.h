@@ -40,7 +40,7 @@ public:
     NodePool pool;
     NodeNames names{*this, pool};
     OtherLinks otherLinks;
-    ListPlace childListPlace;   ///< in the list of children that was used last
+    ListPlaces childListPlaces;
     std::uint64_t stamp = 0;    ///< raised by every change of the tree
     std::size_t freeNodes = 0;  ///< nodes that are in no tree and no map; the document, too
     std::size_t ownMemory = 0;  ///< nodes that are not freed with the pool alone

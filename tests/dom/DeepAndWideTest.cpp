@@ -237,6 +237,43 @@ TEST(DeepAndWideHostile, LoopsByIndexOverAMillionSiblings) {
     });
 }
 
+// Counts the nodes below, with one loop by index in another.
+std::size_t CountByIndex(const Node& node) {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < node.ChildNodes().Length(); ++i)
+        count += 1 + CountByIndex(*node.ChildNodes().Item(i));
+    return count;
+}
+
+TEST(DeepAndWideHostile, LoopsByIndexWithinLoops) {
+    constexpr long kCount = 50'000;
+    const std::string wide = "<b><c/><d><e/><e><f><g/></f></e></d></b>";
+    GeneratedStream stream;
+    stream.Add("<r><r>").Add(wide, kCount).Add("</r><r>").Add(wide, kCount).Add("</r><r>");
+    stream.Add(wide, kCount).Add("</r><r>").Add(wide, kCount).Add("</r><r>").Add(wide, kCount);
+    stream.Add("</r></r>");
+    Document document;
+    Load(document, stream);
+    EXPECT_EQ(CountByIndex(document), 5 * 7 * static_cast<std::size_t>(kCount) + 6);
+}
+
+// What is below an attribute is made when it is asked for; the tree does not change by that.
+TEST(DeepAndWideHostile, ALoopByIndexLooksIntoAttributes) {
+    constexpr long kCount = 100'000;
+    GeneratedStream stream;
+    stream.Add("<r>").Add("<a b='1'/>", kCount).Add("</r>");
+    Document document;
+    Load(document, stream);
+    const Dom::NodeList named = document.GetElementsByTagName("a");
+    const Dom::NodeList& children = document.DocumentElement()->ChildNodes();
+    long count = 0;
+    for (std::size_t i = 0; i < named.Length(); ++i) {
+        const Node& text = *named.Item(i)->Attributes()->Item(0)->FirstChild();
+        count += text.NodeValue() == "1" && children.Item(i) == named.Item(i) ? 1 : 0;
+    }
+    EXPECT_EQ(count, kCount);
+}
+
 TEST(DeepAndWideHostile, AMillionSiblingsAreEditedAtBothEnds) {
     InSmallStack([] {
         Document document("", "r", nullptr, nullptr);
@@ -329,6 +366,16 @@ TEST(DeepAndWideHostile, ATextOfAMillionPiecesIsJoined) {
         ASSERT_EQ(root.ChildNodes().Length(), 1U);
         EXPECT_EQ(root.FirstChild()->NodeValue().length(), 1'000'000U);
     });
+}
+
+TEST(DeepAndWideHostile, ATextGrowsByAMillionPieces) {
+    Document document;
+    const std::unique_ptr<Dom::Text> text(document.CreateTextNode(""));
+    for (long i = 0; i < kMillion; ++i)
+        text->AppendData("0123456789");
+    EXPECT_EQ(text->Length(), 10'000'000U);
+    text->AppendData(text->Data());
+    EXPECT_EQ(text->SubstringData(9'999'995, 10), "5678901234");
 }
 
 TEST(DeepAndWideHostile, AMillionCommentsAroundTheRoot) {
