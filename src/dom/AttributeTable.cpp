@@ -62,6 +62,14 @@ const astring& AttributeTable::Entry::FieldValue() const {
     return IsPlain() ? empty : *value_;
 }
 
+void AttributeTable::Entry::ShowText() {
+    if (Node() != nullptr) {
+        NodeAccess::ShowText(*Node());
+    } else if (IsChildless()) {
+        key_ &= ~kState;
+    }
+}
+
 bool AttributeTable::Entry::IsFiledUnder(std::string_view name) const {
     const NodeName& key = Key();
     return IsByNamespace() ? IsKeyOf(name, *key.uri, key.LocalName()) : key.qualified == name;
@@ -141,6 +149,11 @@ std::size_t AttributeTable::Find(const Attr& node) const {
     const auto found =
         std::ranges::find_if(All(), [&](const Entry& entry) { return entry.Node() == &node; });
     return found == All().end() ? kNone : static_cast<std::size_t>(found - All().begin());
+}
+
+std::size_t AttributeTable::FindKeyOf(const Entry& entry) const {
+    const NodeName& key = entry.Key();
+    return entry.IsByNamespace() ? Find(*key.uri, key.LocalName()) : Find(key.qualified);
 }
 
 // Returns where in the index the search for an attribute starts.
@@ -238,8 +251,10 @@ void AttributeTable::RemoveAt(std::size_t index) noexcept {
 
 Attr& AttributeTable::NodeOf(Element& owner, Entry& entry) {
     if (entry.Node() == nullptr) {
+        const bool showsText = !entry.IsChildless();
         entry.SetNode(
             NodeAccess::MakeAttribute(owner, &entry.Key(), entry.OwnValue(), entry.IsPlain()));
+        NodeAccess::Set(*entry.Node(), NodeAccess::kImpliedText, showsText);
     }
     return *entry.Node();
 }

@@ -178,7 +178,6 @@ Attr* NodeAccess::MakeAttribute(Element& owner, const NodeName* name, astring* v
     attribute->rest_.value = value;
     attribute->ownerElement_ = &owner;
     attribute->Set(Node::InMap);
-    attribute->Set(Node::ImpliedText);
     attribute->Set(Node::ValueBearing, !fieldIsEmpty);
     return attribute;
 }

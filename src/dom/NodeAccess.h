@@ -20,6 +20,7 @@ class NodeAccess {
 public:
     using Flag = Node::Flag;
     static constexpr Flag kImpliedText = Node::ImpliedText;
+    static constexpr Flag kIsSpecified = Node::IsSpecified;
 
     static DocumentData& Data(const Node& node) { return *node.name_->data; }
     static const NodeName& Name(const Node& node) { return *node.name_; }
@@ -142,6 +143,10 @@ public:
     static void SetHeld(Attr& attribute, bool isHeld);
     static void SetOwnerElement(Attr& attribute, Element* element) {
         attribute.ownerElement_ = element;
+    }
+    /// Lets an attribute without children have its value as a text.
+    static void ShowText(Attr& attribute) {
+        if (attribute.TrueFirst() == nullptr) attribute.Set(Node::ImpliedText);
     }
     static void MakeOrphan(Attr& attribute, Element& element);
     static void ForgetOrphans(Element& element) noexcept;

@@ -199,6 +199,30 @@ TEST(DeepAndWideHostile, AMillionLevelsBuiltFromBelow) {
     });
 }
 
+// Each element is in an attribute of the one above.
+TEST(DeepAndWideHostile, ManyLevelsInAttributesAreCopied) {
+    InSmallStack([] {
+        constexpr long kCount = 100'000;
+        Document document("", "a", nullptr, nullptr);
+        Element* deepest = document.DocumentElement();
+        for (long i = 1; i < kCount; ++i) {
+            deepest->SetAttribute("b", "1");
+            Node* const attribute = deepest->GetAttributeNode("b");
+            deepest = static_cast<Element*>(attribute->AppendChild(document.CreateElement("a")));
+        }
+        Document other;
+        const NodePtr clone(document.DocumentElement()->CloneTree());
+        const NodePtr imported(other.ImportNode(*clone, true));
+        const NodePtr whole(document.CloneTree());
+        for (const Node* top : {clone.get(), imported.get(), whole->FirstChild()}) {
+            long count = 1;
+            for (const Node* at = top; at->HasAttributes(); ++count)
+                at = const_cast<Node*>(at)->Attributes()->Item(0)->LastChild();
+            EXPECT_EQ(count, kCount);
+        }
+    });
+}
+
 // Width.
 
 TEST(DeepAndWideHostile, AMillionSiblingsAreLoadedWalkedAndQueried) {
