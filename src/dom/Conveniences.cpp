@@ -130,8 +130,7 @@ public:
 
 private:
     Node* Import(const Element& element, Pending& pending) const;
-    Attr* Import(const NodeName& name, const Attr* node, std::string_view value,
-                 bool showsText) const;
+    NodePtr Import(const AttributeTable::Entry& other) const;
 
     Document& document_;
 };
@@ -139,10 +138,11 @@ private:
 Node* Importer::operator()(const Node& node, Pending& pending) const {
     switch (static_cast<Node::DOM_NODE_TYPE>(node.NodeType())) {
     case Node::ELEMENT_NODE: return Import(static_cast<const Element&>(node), pending);
-    case Node::ATTRIBUTE_NODE:
-        return Import(NodeAccess::Name(node), static_cast<const Attr*>(&node),
-                      static_cast<const Attr&>(node).Value(),
-                      NodeAccess::Has(node, NodeAccess::kImpliedText));
+    case Node::ATTRIBUTE_NODE: {
+        auto& attribute = const_cast<Attr&>(static_cast<const Attr&>(node));
+        const auto kind = AttributeTable::Entry::ByName;
+        return Import({&NodeAccess::Name(node), kind, &attribute}).release();
+    }
     case Node::TEXT_NODE: return document_.CreateTextNode(node.NodeValue());
     case Node::CDATA_SECTION_NODE: return document_.CreateCDATASection(node.NodeValue());
     case Node::COMMENT_NODE: return document_.CreateComment(node.NodeValue());
@@ -156,18 +156,23 @@ Node* Importer::operator()(const Node& node, Pending& pending) const {
     }
 }
 
-// Makes an attribute without the children that `node` has beside its text, which are copied as
-// others are. There is no node where nobody has asked for it.
-Attr* Importer::Import(const NodeName& name, const Attr* node, std::string_view value,
-                       bool showsText) const {
+// Makes an attribute without the children that the other one has beside its text, which are copied
+// as others are. Its field is that of the other one, which is empty when its value is its text
+// only.
+NodePtr Importer::Import(const AttributeTable::Entry& other) const {
+    const NodeName& name = other.Name();
     std::unique_ptr<Attr> attribute(document_.CreateAttributeNS(*name.uri, name.qualified));
-    if (showsText) {
-        attribute->SetValue(value);
+    const bool isField = other.FieldValue() == other.Value();
+    if (ShowsText(other) && isField) {
+        attribute->SetValue(other.Value());
     } else {
-        NodeAccess::SetValue(*attribute, node != nullptr ? node->NodeValue().view() : value);
+        NodeAccess::SetValue(*attribute, other.FieldValue());
+        if (ShowsText(other)) Append(*attribute, NodePtr(document_.CreateTextNode(other.Value())));
     }
-    if (node != nullptr) NodeAccess::Set(*attribute, NodeAccess::kIsSpecified, node->Specified());
-    return attribute.release();
+    if (other.Node() != nullptr) {
+        NodeAccess::Set(*attribute, NodeAccess::kIsSpecified, other.Node()->Specified());
+    }
+    return attribute;
 }
 
 Node* Importer::Import(const Element& element, Pending& pending) const {
@@ -176,7 +181,7 @@ Node* Importer::Import(const Element& element, Pending& pending) const {
     if (table == nullptr) return made.release();
     auto& copy = static_cast<Element&>(*made);
     for (const AttributeTable::Entry& entry : table->All()) {
-        NodePtr attribute(Import(entry.Name(), entry.Node(), entry.Value(), ShowsText(entry)));
+        NodePtr attribute = Import(entry);
         auto* const node = static_cast<Attr*>(attribute.get());
         const NodePtr replaced(entry.IsByNamespace() ? copy.SetAttributeNodeNS(node)
                                                      : copy.SetAttributeNode(node));

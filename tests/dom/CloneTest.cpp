@@ -215,6 +215,24 @@ TEST(CloneNode, AnAttributeThatWasLoadedHasNoChildInTheCopyAndOneInCopiesOfTheTr
     }
 }
 
+// In a document that was loaded without namespaces the texts of attributes are their values, and
+// the attributes' own values are empty. So it is in a copy of the document.
+TEST(CloneNode, AnAttributeOfACopiedDocumentHasNoOtherValueThanItsText) {
+    for (const bool looked : {false, true}) {
+        SCOPED_TRACE(looked);
+        Dom::Document document;
+        support::LoadText(document, "<e id='1'/>", support::WithoutNamespaces());
+        if (looked) EXPECT_EQ(document.DocumentElement()->Attributes()->Item(0)->NodeValue(), "");
+        const NodePtr made(document.CloneTree());
+        auto& copy = static_cast<Dom::Document&>(*made);
+        EXPECT_EQ(copy.GetElementById("1"), nullptr);
+        ASSERT_EQ(copy.FindById("1"), copy.DocumentElement());
+        const Dom::Attr& attribute = *copy.DocumentElement()->GetAttributeNode("id");
+        EXPECT_EQ(attribute.NodeValue(), "");
+        EXPECT_EQ(support::Forward(attribute), "'1'");
+    }
+}
+
 TEST(CloneNode, OfADocumentHasItsPropertiesButNoChildren) {
     Dom::DOMImplementation implementation;
     Dom::DocumentType doctype("d", "", "", nullptr);
