@@ -119,6 +119,20 @@ void* Node::operator new(std::size_t size) { return ::operator new(size); }
 
 void Node::operator delete(void* memory) { ::operator delete(memory); }
 
+void* Node::operator new(std::size_t size, std::align_val_t alignment) {
+    return ::operator new(size, alignment);
+}
+
+void Node::operator delete(void* memory, std::align_val_t alignment) {
+    ::operator delete(memory, alignment);
+}
+
+void Node::operator delete(Node* node, std::destroying_delete_t, std::align_val_t alignment) {
+    void* const memory = dynamic_cast<void*>(node);
+    node->~Node();
+    ::operator delete(memory, alignment);
+}
+
 void Node::operator delete(Node* node, std::destroying_delete_t) {
     if (!node->Has(InPool)) {
         void* const memory = dynamic_cast<void*>(node);

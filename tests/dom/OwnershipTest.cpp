@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <memory>
 #include <random>
 #include <stdexcept>
@@ -366,6 +367,28 @@ TEST(OwnershipOfDerived, LieOnTheStackToo) {
         EXPECT_EQ(support::Forward(*root), "onStack");
     }
     EXPECT_FALSE(root->HasChildNodes());
+    EXPECT_EQ(Counted::count, 0);
+}
+
+TEST(OwnershipOfDerived, MayHaveAnAlignmentOfTheirOwn) {
+    class alignas(256) Aligned : public Counted {
+    public:
+        explicit Aligned(Dom::Document* owner, bool throws = false) : Counted("", "e", owner) {
+            if (throws) throw std::runtime_error("constructor");
+        }
+    };
+    Dom::Document document;
+    Dom::Element* root = AddElement(document, "root");
+    for (int i = 0; i < 10; ++i) {
+        auto* made = new Aligned(&document);
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(made) % 256, 0u);
+        root->AppendChild(made);
+    }
+    EXPECT_THROW(NodePtr(new Aligned(&document, true)), std::runtime_error);
+    delete static_cast<Dom::Node*>(root->FirstChild());
+    static_cast<Dom::Element*>(root->FirstChild())->DestroyNode();
+    EXPECT_EQ(Counted::count, 8);
+    root->DestroyNode();
     EXPECT_EQ(Counted::count, 0);
 }
 

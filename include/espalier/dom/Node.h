@@ -221,6 +221,10 @@ public:
     static void* operator new(std::size_t size);
     static void operator delete(void* memory);
     static void operator delete(Node* node, std::destroying_delete_t);
+    // For derived classes with an alignment of their own, on the heap.
+    static void* operator new(std::size_t size, std::align_val_t alignment);
+    static void operator delete(void* memory, std::align_val_t alignment);
+    static void operator delete(Node* node, std::destroying_delete_t, std::align_val_t alignment);
     /// \endcond
 
 protected:
