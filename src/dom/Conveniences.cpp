@@ -185,7 +185,7 @@ Node* Importer::Import(const Element& element, Pending& pending) const {
         auto* const node = static_cast<Attr*>(attribute.get());
         const NodePtr replaced(entry.IsByNamespace() ? copy.SetAttributeNodeNS(node)
                                                      : copy.SetAttributeNode(node));
-        attribute.release();
+        (void)attribute.release();
         if (replaced != nullptr) {
             std::erase_if(pending, [&](const auto& one) { return one.second == replaced.get(); });
         }

@@ -11,8 +11,8 @@
 
 namespace Dom::detail {
 
-DocumentData::DocumentData(Document* owner) : document(owner) {
-    if (owner != nullptr) freeNodes = 1;  // the document
+DocumentData::DocumentData(Document* ownDocument) : document(ownDocument) {
+    if (ownDocument != nullptr) freeNodes = 1;  // the document
 }
 
 DocumentData& DocumentData::Of(Document* document) {
@@ -46,8 +46,8 @@ astring* DocumentData::PlaceValue(std::string_view text) {
 astring* DocumentData::PlaceShared(std::string_view text) {
     if (text.empty() || text.size() > kMostShared) return PlaceValue(text);
     // The last characters differ most; white space differs by its length.
-    const auto last = static_cast<unsigned char>(text.back());
-    const auto middle = static_cast<unsigned char>(text[text.size() / 2]);
+    const std::size_t last = static_cast<unsigned char>(text.back());
+    const std::size_t middle = static_cast<unsigned char>(text[text.size() / 2]);
     const std::size_t slot = text.size() * 67 + last * 5 + middle * 17;
     astring*& shared = shared_[slot % shared_.size()];
     if (shared == nullptr || !Xml::detail::AreEqual(*shared, text)) shared = PlaceValue(text);

@@ -28,8 +28,8 @@ public:
     /// Names that are not interned but made with the document.
     enum class FixedName { Document, Text, CDATASection, Comment, Fragment };
 
-    /// \param document null for a node that is made without one
-    explicit DocumentData(Document* document);
+    /// \param ownDocument null for a node that is made without one
+    explicit DocumentData(Document* ownDocument);
     DocumentData(const DocumentData&) = delete;
     DocumentData& operator=(const DocumentData&) = delete;
 

@@ -157,7 +157,7 @@ NamedNodeMap* NamedNodeMap::CloneAttributes(Element* newOwner) const {
         auto& attribute = static_cast<Attr&>(*clone);
         const Kind kind = entry.IsByNamespace() ? Kind::ByNamespace : Kind::ByName;
         NodeAccess::SetTable(*newOwner, clones.Add({&entry.Key(), kind, &attribute}));
-        clone.release();
+        (void)clone.release();
         NodeAccess::SetOwnerElement(attribute, newOwner);
         NodeAccess::SetHeld(attribute, true);
     }

@@ -28,7 +28,7 @@ const detail::NodeName* InternName(Document* document, std::string_view uri,
     if (document != nullptr) return NodeAccess::Data(*document).names.Intern(uri, name);
     auto data = std::make_unique<detail::DocumentData>(nullptr);
     const detail::NodeName* const interned = data->names.Intern(uri, name);
-    data.release();  // its node deletes it
+    (void)data.release();  // its node deletes it
     return interned;
 }
 

@@ -143,7 +143,8 @@ void Node::operator delete(Node* node, std::destroying_delete_t) {
     detail::DocumentData& data = *node->name_->data;
     const std::size_t size = node->PoolSize();
     node->~Node();
-    data.pool.Free(node, size);
+    // The node has counted for the document until now.
+    data.pool.Free(node, size);  // NOLINT(clang-analyzer-cplusplus.NewDelete)
     data.Release();
 }
 
