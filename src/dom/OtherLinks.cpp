@@ -72,11 +72,11 @@ void OtherLinks::Set(Node& node, Link link, Node* target) {
     Node* const before = Get(node, link);
     if (before == target) return;
     if (target != nullptr) {
-        const auto [source, isNew] = sources_.emplace(target, &node);
+        const auto added = sources_.emplace(target, &node);
         try {
             links_[&node].*link = target;
         } catch (...) {
-            if (isNew) sources_.erase(source);
+            if (added.second) sources_.erase(added.first);
             throw;
         }
         NodeAccess::MarkTarget(*target, true);

@@ -183,7 +183,9 @@ TEST(CloneNode, AnAttributeThatWasLoadedHasNoChildInTheCopyAndOneInCopiesOfTheTr
             Dom::Element& element = *document.DocumentElement();
             if (looked != std::string_view("nothing")) {
                 Dom::Attr* attribute = element.GetAttributeNode("a");
-                if (looked == std::string_view("text")) ASSERT_TRUE(attribute->HasChildNodes());
+                if (looked == std::string_view("text")) {
+                    ASSERT_TRUE(attribute->HasChildNodes());
+                }
             }
             Dom::Document other;
             const struct {
@@ -222,7 +224,9 @@ TEST(CloneNode, AnAttributeOfACopiedDocumentHasNoOtherValueThanItsText) {
         SCOPED_TRACE(looked);
         Dom::Document document;
         support::LoadText(document, "<e id='1'/>", support::WithoutNamespaces());
-        if (looked) EXPECT_EQ(document.DocumentElement()->Attributes()->Item(0)->NodeValue(), "");
+        if (looked) {
+            EXPECT_EQ(document.DocumentElement()->Attributes()->Item(0)->NodeValue(), "");
+        }
         const NodePtr made(document.CloneTree());
         auto& copy = static_cast<Dom::Document&>(*made);
         EXPECT_EQ(copy.GetElementById("1"), nullptr);

@@ -374,7 +374,7 @@ TEST(DeepAndWideHostile, ManyReplacedChildrenComeBack) {
             root.AppendChild(child.release());
         std::size_t count = 0;
         for (const Node& child : root.Children())
-            count += child.NodeName() == "a" ? 1 : 0;
+            if (child.NodeName() == "a") ++count;
         EXPECT_EQ(count, kCount);
     });
 }

@@ -385,8 +385,8 @@ TEST(OwnershipOfDerived, MayHaveAnAlignmentOfTheirOwn) {
         root->AppendChild(made);
     }
     EXPECT_THROW(NodePtr(new Aligned(&document, true)), std::runtime_error);
-    delete static_cast<Dom::Node*>(root->FirstChild());
-    static_cast<Dom::Element*>(root->FirstChild())->DestroyNode();
+    delete root->FirstChild();
+    root->FirstChild()->DestroyNode();
     EXPECT_EQ(Counted::count, 8);
     root->DestroyNode();
     EXPECT_EQ(Counted::count, 0);

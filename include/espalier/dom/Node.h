@@ -21,7 +21,8 @@ namespace Dom {
 /// Nodes are made by their document (Document::CreateElement() and so on). A new node belongs to
 /// who made it, and so does one that was removed; it is destroyed with `delete`, DestroyNode() or a
 /// NodePtr. A node in a tree belongs to its parent, an attribute to its element, and is destroyed
-/// with it; `delete` takes it out of there first. Nodes may outlive their document.
+/// with it; `delete` takes it out of there first. Nodes may outlive their document; from then on
+/// they take in no other nodes, which is the error 4 of different documents.
 ///
 /// Failing operations throw DOMException before they change anything.
 ///
@@ -125,8 +126,10 @@ public:
     /// what it was.
     NamedNodeMap* Attributes();
 
-    /// Tells whether `node` is below this node. False at once for a node of another document, and
-    /// for null.
+    /// Tells whether `node` is below this node. False at once for a node with another
+    /// OwnerDocument(), and for null.
+    ///
+    /// Deliberate: so it is for a document and the nodes in it, as a document has no owner.
     bool IsParentOf(const Node* node) const;
 
     /// @}
