@@ -62,6 +62,14 @@ const astring& AttributeTable::Entry::FieldValue() const {
     return IsPlain() ? empty : *value_;
 }
 
+void AttributeTable::Entry::ShowText() {
+    if (Node() != nullptr) {
+        NodeAccess::ShowText(*Node());
+    } else if (IsChildless()) {
+        key_ &= ~kState;
+    }
+}
+
 bool AttributeTable::Entry::IsFiledUnder(std::string_view name) const {
     const NodeName& key = Key();
     return IsByNamespace() ? IsKeyOf(name, *key.uri, key.LocalName()) : key.qualified == name;
@@ -143,6 +151,11 @@ std::size_t AttributeTable::Find(const Attr& node) const {
     return found == All().end() ? kNone : static_cast<std::size_t>(found - All().begin());
 }
 
+std::size_t AttributeTable::FindKeyOf(const Entry& entry) const {
+    const NodeName& key = entry.Key();
+    return entry.IsByNamespace() ? Find(*key.uri, key.LocalName()) : Find(key.qualified);
+}
+
 // Returns where in the index the search for an attribute starts.
 std::size_t AttributeTable::HomeOf(std::uint32_t position) const {
     const Entry& entry = At(position);
@@ -158,6 +171,15 @@ void AttributeTable::PutIntoIndex(std::uint32_t position) const {
     while (extras_->index[at] != 0)
         at = (at + 1) & mask;
     extras_->index[at] = position + 1;
+}
+
+void AttributeTable::PutLastIntoIndex() const noexcept {
+    if (2 * std::size_t{count_} > extras_->indexSize) return DropIndex();  // a search makes another
+    try {
+        PutIntoIndex(count_ - 1);
+    } catch (const std::bad_alloc&) {
+        DropIndex();
+    }
 }
 
 // Takes an attribute that is still there out of the index. Those that stand behind it because
@@ -188,8 +210,13 @@ void AttributeTable::BuildIndex() const {
     extras.index =
         static_cast<std::uint32_t*>(std::memset(memory, 0, size * sizeof(std::uint32_t)));
     extras.indexSize = static_cast<std::uint32_t>(size);
-    for (std::uint32_t i = 0; i < count_; ++i)
-        PutIntoIndex(i);
+    try {
+        for (std::uint32_t i = 0; i < count_; ++i)
+            PutIntoIndex(i);
+    } catch (const std::bad_alloc&) {
+        DropIndex();
+        throw;
+    }
 }
 
 void AttributeTable::DropIndex() const noexcept {
@@ -208,13 +235,7 @@ AttributeTable* AttributeTable::Add(const Entry& entry) {
         table->extras_ = extras_;
         pool.Free(this, SizeFor(capacity_));
     }
-    new (table->Entries() + table->count_++) Entry(entry);
-    if (!table->HasIndex()) return table;
-    if (2 * std::size_t{table->count_} > table->extras_->indexSize) {
-        table->DropIndex();  // the next search makes a larger one
-    } else {
-        table->PutIntoIndex(table->count_ - 1);
-    }
+    table->AddLoaded(entry);
     return table;
 }
 
@@ -230,8 +251,10 @@ void AttributeTable::RemoveAt(std::size_t index) noexcept {
 
 Attr& AttributeTable::NodeOf(Element& owner, Entry& entry) {
     if (entry.Node() == nullptr) {
+        const bool showsText = !entry.IsChildless();
         entry.SetNode(
             NodeAccess::MakeAttribute(owner, &entry.Key(), entry.OwnValue(), entry.IsPlain()));
+        NodeAccess::Set(*entry.Node(), NodeAccess::kImpliedText, showsText);
     }
     return *entry.Node();
 }

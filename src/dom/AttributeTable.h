@@ -25,23 +25,29 @@ public:
         enum Kind : std::uintptr_t {
             ByName = 0,       // filed under its name
             ByNamespace = 1,  // filed under local name and namespace
-            Plain = 2         // filed under its name; the field of the node is to be empty
+            Plain = 2,        // filed under its name; the field of the node is to be empty
+            Childless = 6,    // filed under its name; the node is to have no text
+            ChildlessByNamespace = Childless | ByNamespace
         };
 
         Entry(const NodeName* key, Kind kind, astring* value)
             : key_(reinterpret_cast<std::uintptr_t>(key) | kind), value_(value) {}
         Entry(const NodeName* key, Kind kind, Attr* node)
-            : key_(reinterpret_cast<std::uintptr_t>(key) | kind | kIsNode), node_(node) {}
+            : key_(reinterpret_cast<std::uintptr_t>(key) | (kind & ByNamespace) | kIsNode),
+              node_(node) {}
 
         const NodeName& Key() const { return *reinterpret_cast<const NodeName*>(key_ & ~kMask); }
         bool IsByNamespace() const { return (key_ & ByNamespace) != 0; }
-        bool IsPlain() const { return (key_ & Plain) != 0; }
+        bool IsPlain() const { return (key_ & kState) == Plain; }
+        bool IsChildless() const { return (key_ & kState) == Childless; }
         /// Returns the node, or null while nobody has asked for it.
-        Attr* Node() const { return (key_ & kIsNode) != 0 ? node_ : nullptr; }
+        Attr* Node() const { return (key_ & kState) == kIsNode ? node_ : nullptr; }
         void SetNode(Attr* node) {
-            key_ |= kIsNode;
+            key_ = (key_ & ~kState) | kIsNode;
             node_ = node;
         }
+        /// Lets a node that has no child show its value as a text.
+        void ShowText();
         /// Returns the value of an attribute without a node.
         astring* OwnValue() const { return value_; }
         /// Returns the name of the attribute.
@@ -55,6 +61,7 @@ public:
 
     private:
         static constexpr std::uintptr_t kIsNode = 4;
+        static constexpr std::uintptr_t kState = 6;
         static constexpr std::uintptr_t kMask = 7;
 
         std::uintptr_t key_;
@@ -78,11 +85,16 @@ public:
     std::span<const Entry> All() const { return {Entries(), count_}; }
 
     /// Adds an entry, for which there is room.
-    void AddLoaded(const Entry& entry) { new (Entries() + count_++) Entry(entry); }
+    void AddLoaded(const Entry& entry) {
+        new (Entries() + count_++) Entry(entry);
+        if (HasIndex()) PutLastIntoIndex();
+    }
 
     std::size_t Find(std::string_view name) const;
     std::size_t Find(std::string_view uri, std::string_view localName) const;
     std::size_t Find(const Attr& node) const;
+    /// Finds what is filed under the key of an attribute of any element.
+    std::size_t FindKeyOf(const Entry& entry) const;
 
     /// Adds an entry, to a larger table when this one is full.
     /// \return the table, in place of this one
@@ -118,6 +130,7 @@ private:
     void BuildIndex() const;
     std::size_t HomeOf(std::uint32_t position) const;
     void PutIntoIndex(std::uint32_t position) const;
+    void PutLastIntoIndex() const noexcept;
     void TakeFromIndex(std::uint32_t position) const;
     void DropIndex() const noexcept;
     template <typename Test>

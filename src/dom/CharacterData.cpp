@@ -33,7 +33,7 @@ astring CharacterData::SubstringData(std::size_t offset, std::size_t count) cons
 
 void CharacterData::AppendData(std::string_view data) {
     CheckReadOnly();
-    SetNodeValue(Data() + data);
+    AppendNodeValue(data);
 }
 
 void CharacterData::InsertData(std::size_t offset, std::string_view data) {

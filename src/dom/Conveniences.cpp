@@ -19,6 +19,10 @@
 #include "dom/Messages.h"
 #include "dom/NodeAccess.h"
 
+#include <memory>
+#include <utility>  // std::pair
+#include <vector>
+
 namespace Dom {
 
 using detail::AttributeTable;
@@ -37,9 +41,12 @@ Node& Append(Node& parent, NodePtr node) {
     return *node.release();
 }
 
+// Nodes, each with the copy that is to get copies of what is below the node.
+using Pending = std::vector<std::pair<const Node*, Node*>>;
+
 // Copies what is below a node to below its copy. Depth costs no stack.
-template <typename CopyOf>
-void CopyBelow(const Node& source, Node& copy, const CopyOf& copyOf) {
+template <typename Maker>
+void CopyBelow(const Node& source, Node& copy, const Maker& make, Pending& pending) {
     const Node* from = &source;
     Node* to = &copy;
     while (true) {
@@ -53,29 +60,64 @@ void CopyBelow(const Node& source, Node& copy, const CopyOf& copyOf) {
             next = NodeAccess::Next(*from);
             to = to->ParentNode();
         }
-        to = &Append(*to, NodePtr(copyOf(*next)));
+        to = &Append(*to, NodePtr(make(*next, pending)));
         from = next;
     }
 }
 
-// Copies the children of attributes that hold more than their text.
-template <typename CopyOf>
-void CopyAttributeChildren(const Node& source, Node& copy, const CopyOf& copyOf) {
-    const AttributeTable* const table = NodeAccess::Table(source);
-    if (table == nullptr) return;
-    for (std::size_t i = 0; i < table->Count(); ++i) {
-        const Attr* const attribute = table->At(i).Node();
-        if (attribute == nullptr || NodeAccess::First(*attribute) == nullptr) continue;
-        auto& target = static_cast<Element&>(copy);
-        Attr& made = AttributeTable::NodeOf(target, NodeAccess::Table(target)->At(i));
-        NodeAccess::Set(made, NodeAccess::kImpliedText, false);
-        CopyBelow(*attribute, made, copyOf);
+// Copies all that is pending, and what becomes so meanwhile: elements may be below attributes, and
+// these have attributes again.
+template <typename Maker>
+void CopyPending(const Maker& make, Pending& pending) {
+    while (!pending.empty()) {
+        const auto [source, copy] = pending.back();
+        pending.pop_back();
+        CopyBelow(*source, *copy, make, pending);
     }
 }
 
-Node* CloneOf(const Node& node) {
+template <typename Maker>
+Node* CopyOf(const Node& source, const Maker& make, bool deep) {
+    Pending pending;
+    NodePtr copy(make(source, pending));
+    if (deep) pending.emplace_back(&source, copy.get());
+    CopyPending(make, pending);
+    return copy.release();
+}
+
+// Tells whether an attribute has the single text that its value implies.
+bool ShowsText(const AttributeTable::Entry& entry) {
+    return entry.Node() == nullptr ? !entry.IsChildless()
+                                   : NodeAccess::Has(*entry.Node(), NodeAccess::kImpliedText);
+}
+
+bool HasChildren(const Node* node) {
+    return node != nullptr && NodeAccess::First(*node) != nullptr;
+}
+
+// Lets the clones of attributes have what is below these.
+void CloneBelowAttributes(const Node& source, Node& clone, Pending& pending) {
+    const AttributeTable* const table = NodeAccess::Table(source);
+    AttributeTable* const clones = NodeAccess::Table(clone);
+    if (table == nullptr || clones == nullptr) return;
+    for (const AttributeTable::Entry& entry : table->All()) {
+        const std::size_t index = clones->FindKeyOf(entry);
+        if (index == AttributeTable::kNone) continue;
+        if (ShowsText(entry)) {
+            clones->At(index).ShowText();
+        } else if (HasChildren(entry.Node())) {
+            auto& owner = static_cast<Element&>(clone);
+            pending.emplace_back(entry.Node(), &AttributeTable::NodeOf(owner, clones->At(index)));
+        }
+    }
+}
+
+Node* CloneOf(const Node& node, Pending& pending) {
     NodePtr clone(const_cast<Node&>(node).CloneNode(false));
-    CopyAttributeChildren(node, *clone, CloneOf);
+    CloneBelowAttributes(node, *clone, pending);
+    if (NodeAccess::Has(node, NodeAccess::kImpliedText)) {
+        NodeAccess::ShowText(static_cast<Attr&>(*clone));
+    }
     return clone.release();
 }
 
@@ -84,21 +126,23 @@ class Importer {
 public:
     explicit Importer(Document& document) : document_(document) {}
 
-    Node* operator()(const Node& node) const;
+    Node* operator()(const Node& node, Pending& pending) const;
 
 private:
-    Node* Import(const Element& element) const;
-    Attr* Import(const NodeName& name, const Attr* node, std::string_view value) const;
+    Node* Import(const Element& element, Pending& pending) const;
+    NodePtr Import(const AttributeTable::Entry& other) const;
 
     Document& document_;
 };
 
-Node* Importer::operator()(const Node& node) const {
+Node* Importer::operator()(const Node& node, Pending& pending) const {
     switch (static_cast<Node::DOM_NODE_TYPE>(node.NodeType())) {
-    case Node::ELEMENT_NODE: return Import(static_cast<const Element&>(node));
-    case Node::ATTRIBUTE_NODE:
-        return Import(NodeAccess::Name(node), static_cast<const Attr*>(&node),
-                      static_cast<const Attr&>(node).Value());
+    case Node::ELEMENT_NODE: return Import(static_cast<const Element&>(node), pending);
+    case Node::ATTRIBUTE_NODE: {
+        auto& attribute = const_cast<Attr&>(static_cast<const Attr&>(node));
+        const auto kind = AttributeTable::Entry::ByName;
+        return Import({&NodeAccess::Name(node), kind, &attribute}).release();
+    }
     case Node::TEXT_NODE: return document_.CreateTextNode(node.NodeValue());
     case Node::CDATA_SECTION_NODE: return document_.CreateCDATASection(node.NodeValue());
     case Node::COMMENT_NODE: return document_.CreateComment(node.NodeValue());
@@ -112,45 +156,60 @@ Node* Importer::operator()(const Node& node) const {
     }
 }
 
-// Makes an attribute without the children that `node` has beside its text, which are copied as
-// others are. There is no node where nobody has asked for it.
-Attr* Importer::Import(const NodeName& name, const Attr* node, std::string_view value) const {
+// Makes an attribute without the children that the other one has beside its text, which are copied
+// as others are. Its field is that of the other one, which is empty when its value is its text
+// only.
+NodePtr Importer::Import(const AttributeTable::Entry& other) const {
+    const NodeName& name = other.Name();
     std::unique_ptr<Attr> attribute(document_.CreateAttributeNS(*name.uri, name.qualified));
-    if (node == nullptr || NodeAccess::Has(*node, NodeAccess::kImpliedText)) {
-        attribute->SetValue(value);
+    const bool isField = other.FieldValue() == other.Value();
+    if (ShowsText(other) && isField) {
+        attribute->SetValue(other.Value());
     } else {
-        NodeAccess::SetValue(*attribute, node->NodeValue());
+        NodeAccess::SetValue(*attribute, other.FieldValue());
+        if (ShowsText(other)) Append(*attribute, NodePtr(document_.CreateTextNode(other.Value())));
     }
-    return attribute.release();
+    if (other.Node() != nullptr) {
+        NodeAccess::Set(*attribute, NodeAccess::kIsSpecified, other.Node()->Specified());
+    }
+    return attribute;
 }
 
-Node* Importer::Import(const Element& element) const {
+Node* Importer::Import(const Element& element, Pending& pending) const {
     NodePtr made(document_.CreateElementNS(element.NamespaceURI(), element.NodeName()));
     const AttributeTable* const table = NodeAccess::Table(element);
     if (table == nullptr) return made.release();
     auto& copy = static_cast<Element&>(*made);
     for (const AttributeTable::Entry& entry : table->All()) {
-        NodePtr attribute(Import(entry.Name(), entry.Node(), entry.Value()));
+        NodePtr attribute = Import(entry);
         auto* const node = static_cast<Attr*>(attribute.get());
-        delete (entry.IsByNamespace() ? copy.SetAttributeNodeNS(node)
-                                      : copy.SetAttributeNode(node));
-        attribute.release();
+        const NodePtr replaced(entry.IsByNamespace() ? copy.SetAttributeNodeNS(node)
+                                                     : copy.SetAttributeNode(node));
+        (void)attribute.release();
+        if (replaced != nullptr) {
+            std::erase_if(pending, [&](const auto& one) { return one.second == replaced.get(); });
+        }
+        if (HasChildren(entry.Node())) pending.emplace_back(entry.Node(), node);
     }
-    CopyAttributeChildren(element, copy, *this);
     return made.release();
 }
 
-// Takes the texts behind a text into it.
+// Tells whether a node is a text that may go when another one has its value.
+bool IsJoinable(const Node* node) {
+    return node != nullptr && node->NodeType() == Node::TEXT_NODE &&
+           NodeAccess::First(*node) == nullptr;
+}
+
+// Takes the texts behind a text into it. They are destroyed once it has them all.
 void JoinFollowing(Text& text) {
-    Node* next = NodeAccess::Next(text);
-    if (next == nullptr || next->NodeType() != Node::TEXT_NODE) return;
+    Node* const first = NodeAccess::Next(text);
+    if (!IsJoinable(first)) return;
     astring joined = text.Data();
-    while (next != nullptr && next->NodeType() == Node::TEXT_NODE) {
+    for (const Node* next = first; IsJoinable(next); next = NodeAccess::Next(*next))
         joined += next->NodeValue();
-        delete next;
-        next = NodeAccess::Next(text);
-    }
     text.SetData(joined);
+    for (Node* next = first; IsJoinable(next); next = NodeAccess::Next(text))
+        delete next;
 }
 
 // Joins the texts in the values of attributes.
@@ -199,21 +258,15 @@ void Node::Normalize() {
 }
 
 Node* Node::CloneTree() const {
-    if (NodeType() != DOCUMENT_NODE) {
-        NodePtr copy(CloneOf(*this));
-        CopyBelow(*this, *copy, CloneOf);
-        return copy.release();
-    }
+    if (NodeType() != DOCUMENT_NODE) return CopyOf(*this, CloneOf, true);
     NodePtr copy(const_cast<Node*>(this)->CloneNode(false));
-    CopyBelow(*this, *copy, Importer(static_cast<Document&>(*copy)));
+    Pending pending{{this, copy.get()}};
+    CopyPending(Importer(static_cast<Document&>(*copy)), pending);
     return copy.release();
 }
 
 Node* Document::ImportNode(const Node& node, bool deep) {
-    const Importer importer(*this);
-    NodePtr copy(importer(node));
-    if (deep || node.NodeType() == ATTRIBUTE_NODE) CopyBelow(node, *copy, importer);
-    return copy.release();
+    return CopyOf(node, Importer(*this), deep || node.NodeType() == ATTRIBUTE_NODE);
 }
 
 }  // namespace Dom

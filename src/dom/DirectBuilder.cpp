@@ -23,7 +23,6 @@ namespace Dom::detail {
 namespace {
 
 using Kind = AttributeTable::Entry::Kind;
-using Xml::XmlNodeType;
 using Xml::detail::AreEqual;
 using Xml::detail::XmlAttribute;
 
@@ -109,7 +108,7 @@ void DirectBuilder::AddReferencingAttribute(Element& element, int index, const N
     } else {
         element.SetAttributeNode(attribute.get());
     }
-    attribute.release();
+    (void)attribute.release();
 }
 
 template Node& DirectBuilder::AddElement<true>(Node& parent);

@@ -137,11 +137,10 @@ EntityReference* Document::CreateEntityReference(std::string_view name) {
 }
 
 ProcessingInstruction* Document::CreateProcessingInstruction(std::string_view target,
-                                                             std::string_view instruction) {
-    if (target == detail::kStyleTarget) return new StyleProcessingInstruction(instruction, this);
+                                                             std::string_view text) {
+    if (target == detail::kStyleTarget) return new StyleProcessingInstruction(text, this);
     DocumentData& data = NodeAccess::Data(*this);
-    return NodeAccess::Make<ProcessingInstruction>(data, data.names.Intern({}, target),
-                                                   instruction);
+    return NodeAccess::Make<ProcessingInstruction>(data, data.names.Intern({}, target), text);
 }
 
 // Properties.

@@ -7,7 +7,6 @@
 #include "xml/HashIndex.h"
 
 #include <atomic>
-#include <atomic>
 #include <cstring>
 #include <new>
 
@@ -22,8 +21,8 @@ std::uint64_t NextSerial() {
 
 }  // namespace
 
-DocumentData::DocumentData(Document* owner) : document(owner), serial(NextSerial()) {
-    if (owner != nullptr) freeNodes = 1;  // the document
+DocumentData::DocumentData(Document* ownDocument) : document(ownDocument), serial(NextSerial()) {
+    if (ownDocument != nullptr) freeNodes = 1;  // the document
 }
 
 DocumentData& DocumentData::Of(Document* document) {
@@ -57,8 +56,8 @@ astring* DocumentData::PlaceValue(std::string_view text) {
 astring* DocumentData::PlaceShared(std::string_view text) {
     if (text.empty() || text.size() > kMostShared) return PlaceValue(text);
     // The last characters differ most; white space differs by its length.
-    const auto last = static_cast<unsigned char>(text.back());
-    const auto middle = static_cast<unsigned char>(text[text.size() / 2]);
+    const std::size_t last = static_cast<unsigned char>(text.back());
+    const std::size_t middle = static_cast<unsigned char>(text[text.size() / 2]);
     const std::size_t slot = text.size() * 67 + last * 5 + middle * 17;
     astring*& shared = shared_[slot % shared_.size()];
     if (shared == nullptr || !Xml::detail::AreEqual(*shared, text)) shared = PlaceValue(text);
@@ -68,6 +67,7 @@ astring* DocumentData::PlaceShared(std::string_view text) {
 void DocumentData::ClearWhenUnused() {
     if (freeNodes != 1) return;
     names.Clear();
+    orphans.clear();
     pool.Clear();
     fixedNames_.fill(nullptr);
     shared_.fill(nullptr);

@@ -28,8 +28,8 @@ public:
     /// Names that are not interned but made with the document.
     enum class FixedName { Document, Text, CDATASection, Comment, Fragment };
 
-    /// \param document null for a node that is made without one
-    explicit DocumentData(Document* document);
+    /// \param ownDocument null for a node that is made without one
+    explicit DocumentData(Document* ownDocument);
     DocumentData(const DocumentData&) = delete;
     DocumentData& operator=(const DocumentData&) = delete;
 
@@ -40,7 +40,7 @@ public:
     NodePool pool;
     NodeNames names{*this, pool};
     OtherLinks otherLinks;
-    ListPlace childListPlace;    ///< in the list of children that was used last
+    ListPlaces childListPlaces;
     const std::uint64_t serial;  ///< another one for each document, from 1 on
     std::uint64_t stamp = 0;     ///< raised by every change of the tree
     std::size_t freeNodes = 0;   ///< nodes that are in no tree and no map; the document, too

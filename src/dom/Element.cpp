@@ -79,7 +79,7 @@ void Element::SetAttribute(std::string_view name, std::string_view value) {
     attribute->SetValue(value);
     attribute->Set(IsSpecified);
     delete Attributes()->SetNamedItem(attribute.get());
-    attribute.release();
+    (void)attribute.release();
 }
 
 void Element::SetAttributeNS(std::string_view namespaceURI, std::string_view qualifiedName,
@@ -90,7 +90,7 @@ void Element::SetAttributeNS(std::string_view namespaceURI, std::string_view qua
     attribute->SetValue(value);
     attribute->Set(IsSpecified);
     delete Attributes()->SetNamedItemNS(attribute.get());
-    attribute.release();
+    (void)attribute.release();
 }
 
 void Element::RemoveAttribute(std::string_view name) { delete Attributes()->RemoveNamedItem(name); }

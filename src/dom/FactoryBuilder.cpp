@@ -52,7 +52,7 @@ void FactoryBuilder::AddAttribute(Element& element) {
     BuildValue(document_, reader_, *attribute, kNamespaces);
     Attr* const replaced = kNamespaces ? element.SetAttributeNodeNS(attribute.get())
                                        : element.SetAttributeNode(attribute.get());
-    attribute.release();
+    (void)attribute.release();
     delete replaced;
 }
 

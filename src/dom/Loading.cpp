@@ -14,6 +14,7 @@
 #include "dom/NodeAccess.h"
 #include "dom/TreeLoader.h"
 
+#include <cstdint>
 #include <typeinfo>
 
 namespace Dom {
@@ -36,7 +37,14 @@ void Document::Load(Xml::XmlTextReader& reader, std::string_view uri) {
     detail::DocumentData& data = detail::NodeAccess::Data(*this);
     if (!data.GoesWithPool()) detail::NodeAccess::DestroyChildren(*this);
     data.ClearWhenUnused();
-    ++data.stamp;  // once for all nodes; nobody has seen the list of those that come
+    // Once for all nodes, and again for lists that somebody has looked at meanwhile: a stream may.
+    struct Change {
+        std::uint64_t& stamp;
+        explicit Change(std::uint64_t& counter) : stamp(counter) { ++stamp; }
+        ~Change() { ++stamp; }
+        Change(const Change&) = delete;
+        Change& operator=(const Change&) = delete;
+    } const change(data.stamp);
     if (typeid(*this) == typeid(Document)) {
         detail::TreeLoader<detail::DirectBuilder>(*this, reader).Load();
     } else {

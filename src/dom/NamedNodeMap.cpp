@@ -137,20 +137,31 @@ Node* NamedNodeMap::RemoveNamedItemNS(std::string_view namespaceURI, std::string
 }
 
 NamedNodeMap* NamedNodeMap::CloneAttributes(Element* newOwner) const {
+    if (newOwner == nullptr) {
+        DOMException::ThrowDOMException(DOMException::NOT_FOUND_ERR, Message::kNodeExpected);
+    }
+    if (&NodeAccess::Data(*newOwner) != &NodeAccess::Data(*owner_)) {
+        DOMException::ThrowDOMException(DOMException::WRONG_DOCUMENT_ERR,
+                                        Message::kAttributeFromOther);
+    }
+    const bool wasEmpty = !newOwner->HasAttributes();
     for (const AttributeTable::Entry& entry : TableOf(*owner_).All()) {
-        const Kind kind = entry.IsByNamespace() ? Kind::ByNamespace : Kind::ByName;
         AttributeTable& clones = newOwner->Table();
+        if (!wasEmpty && clones.FindKeyOf(entry) != AttributeTable::kNone) continue;
         if (entry.Node() == nullptr) {  // and neither has the clone
+            const Kind kind = entry.IsByNamespace() ? Kind::ChildlessByNamespace : Kind::Childless;
             NodeAccess::SetTable(*newOwner, clones.Add({&entry.Key(), kind, entry.OwnValue()}));
             continue;
         }
         NodePtr clone(entry.Node()->CloneNode(false));
         auto& attribute = static_cast<Attr&>(*clone);
+        const Kind kind = entry.IsByNamespace() ? Kind::ByNamespace : Kind::ByName;
         NodeAccess::SetTable(*newOwner, clones.Add({&entry.Key(), kind, &attribute}));
-        clone.release();
+        (void)clone.release();
         NodeAccess::SetOwnerElement(attribute, newOwner);
         NodeAccess::SetHeld(attribute, true);
     }
+    ++NodeAccess::Data(*newOwner).stamp;
     return newOwner->Attributes();
 }
 

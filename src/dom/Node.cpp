@@ -28,7 +28,7 @@ const detail::NodeName* InternName(Document* document, std::string_view uri,
     if (document != nullptr) return NodeAccess::Data(*document).names.Intern(uri, name);
     auto data = std::make_unique<detail::DocumentData>(nullptr);
     const detail::NodeName* const interned = data->names.Intern(uri, name);
-    data.release();  // its node deletes it
+    (void)data.release();  // its node deletes it
     return interned;
 }
 
@@ -73,7 +73,20 @@ void Node::SetNodeValue(std::string_view value) {
         Set(SharedValue, false);
     }
     Set(ValueBearing);
+    ValueHasChanged();
+}
+
+// A value that grows piece by piece is not copied with each.
+void Node::AppendNodeValue(std::string_view value) {
+    if (rest_.value == nullptr || Has(SharedValue)) return SetNodeValue(NodeValue() + value);
+    rest_.value->append(value);
+    ValueHasChanged();
+}
+
+void Node::ValueHasChanged() {
     if (rest_.value->capacity() > astring().capacity()) NodeAccess::MarkOwnMemory(*this);
+    // Lists of form controls look at the values of attributes.
+    if (parent_ != nullptr && parent_->NodeType() == ATTRIBUTE_NODE) ++name_->data->stamp;
 }
 
 void Node::SetPrefix(std::string_view prefix) {

@@ -118,6 +118,17 @@ void NodeAccess::Link(Node& parent, Node& node, Node* next) {
     if (!node.Has(Node::InMap)) --data.freeNodes;
     ++data.stamp;
     if (node.Has(Node::IsTarget)) data.otherLinks.TargetIsLinked(node);
+    if (!data.otherLinks.IsEmpty()) EndCircles(parent, node);
+}
+
+// Ends the links to the top of a tree that `node` brings into this tree: one would get back from
+// there to where it begins.
+void NodeAccess::EndCircles(Node& parent, const Node& node) noexcept {
+    if (First(node) == nullptr && !HasOtherLinks(node)) return;  // there is no link below it
+    Node* top = &parent;
+    while (top->parent_ != nullptr)
+        top = top->parent_;
+    if (top->Has(Node::IsTarget)) Data(parent).otherLinks.EndCircles(*top);
 }
 
 void NodeAccess::LinkBefore(Node& parent, Node& node, Node& next) {
@@ -133,6 +144,7 @@ void NodeAccess::LinkBefore(Node& parent, Node& node, Node& next) {
     next.previous_ = &node;
     if (!node.Has(Node::InMap)) --data.freeNodes;
     ++data.stamp;
+    if (!data.otherLinks.IsEmpty()) EndCircles(parent, node);
 }
 
 void NodeAccess::UnlinkTrue(Node& node) noexcept {
@@ -166,7 +178,6 @@ Attr* NodeAccess::MakeAttribute(Element& owner, const NodeName* name, astring* v
     attribute->rest_.value = value;
     attribute->ownerElement_ = &owner;
     attribute->Set(Node::InMap);
-    attribute->Set(Node::ImpliedText);
     attribute->Set(Node::ValueBearing, !fieldIsEmpty);
     return attribute;
 }

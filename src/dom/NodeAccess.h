@@ -20,6 +20,7 @@ class NodeAccess {
 public:
     using Flag = Node::Flag;
     static constexpr Flag kImpliedText = Node::ImpliedText;
+    static constexpr Flag kIsSpecified = Node::IsSpecified;
 
     static DocumentData& Data(const Node& node) { return *node.name_->data; }
     static const NodeName& Name(const Node& node) { return *node.name_; }
@@ -143,6 +144,10 @@ public:
     static void SetOwnerElement(Attr& attribute, Element* element) {
         attribute.ownerElement_ = element;
     }
+    /// Lets an attribute without children have its value as a text.
+    static void ShowText(Attr& attribute) {
+        if (attribute.TrueFirst() == nullptr) attribute.Set(Node::ImpliedText);
+    }
     static void MakeOrphan(Attr& attribute, Element& element);
     static void ForgetOrphans(Element& element) noexcept;
     static void ForgetOrphan(Attr& attribute) noexcept;
@@ -178,6 +183,7 @@ private:
     static void LinkBefore(Node& parent, Node& node, Node& next);
     static void UnlinkTrue(Node& node) noexcept;
     static void PassLinksOn(Node& node) noexcept;
+    static void EndCircles(Node& parent, const Node& node) noexcept;
     static Node* DetachFirst(Node& parent) noexcept;
 };
 

@@ -37,6 +37,9 @@ Node* NodeAccess::DetachFirst(Node& parent) noexcept {
         if (first == nullptr) return;
         Node* const last = first->previous_;
         Node* const behind = First(parent);
+        // One that is an attribute may be destroyed with its element before its turn comes.
+        for (Node* moved = first; moved != nullptr; moved = moved->next_)
+            moved->parent_ = &parent;
         SetFirst(node, nullptr);
         SetFirst(parent, first);
         last->next_ = behind;
@@ -67,6 +70,8 @@ void NodeAccess::DestroyChildren(Node& node) noexcept {
         ++data.freeNodes;
         delete child;
     }
+    // Nothing is left that could stand before what is appended next.
+    if (node.Has(Node::OtherFirst)) data.otherLinks.SetFirst(node, nullptr);
 }
 
 }  // namespace detail
@@ -114,6 +119,20 @@ void* Node::operator new(std::size_t size) { return ::operator new(size); }
 
 void Node::operator delete(void* memory) { ::operator delete(memory); }
 
+void* Node::operator new(std::size_t size, std::align_val_t alignment) {
+    return ::operator new(size, alignment);
+}
+
+void Node::operator delete(void* memory, std::align_val_t alignment) {
+    ::operator delete(memory, alignment);
+}
+
+void Node::operator delete(Node* node, std::destroying_delete_t, std::align_val_t alignment) {
+    void* const memory = dynamic_cast<void*>(node);
+    node->~Node();
+    ::operator delete(memory, alignment);
+}
+
 void Node::operator delete(Node* node, std::destroying_delete_t) {
     if (!node->Has(InPool)) {
         void* const memory = dynamic_cast<void*>(node);
@@ -124,7 +143,8 @@ void Node::operator delete(Node* node, std::destroying_delete_t) {
     detail::DocumentData& data = *node->name_->data;
     const std::size_t size = node->PoolSize();
     node->~Node();
-    data.pool.Free(node, size);
+    // The node has counted for the document until now.
+    data.pool.Free(node, size);  // NOLINT(clang-analyzer-cplusplus.NewDelete)
     data.Release();
 }
 

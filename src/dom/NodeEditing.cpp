@@ -11,6 +11,9 @@
 #include "dom/Messages.h"
 #include "dom/NodeAccess.h"
 
+#include <unordered_set>
+#include <vector>
+
 namespace Dom {
 
 using detail::NodeAccess;
@@ -66,20 +69,31 @@ bool Node::IsSameDocument(const Node& node) const {
     return owner != nullptr ? node.OwnerDocument() == owner : node.OwnerDocument() == this;
 }
 
-// Tells whether this node is `ancestor` or below it, also by way of an attribute.
+// Tells whether this node is `ancestor` or below it, also by way of an attribute. An attribute that
+// is a child, too, has two ways up; none is taken twice.
 bool Node::IsAtOrBelow(const Node& ancestor) const {
     if (this == &ancestor) return true;
     if (!MayContain(ancestor)) return false;
-    for (const Node* node = this; node != nullptr; node = node->parent_) {
+    std::vector<const Node*> others;
+    std::unordered_set<const Node*> seen;
+    for (const Node* node = this; node != nullptr;) {
         if (node == &ancestor) return true;
-        if (!node->Has(InMap)) continue;
-        const Element* const element = static_cast<const Attr*>(node)->OwnerElement();
-        if (node->parent_ != nullptr) {  // it has two places
-            if (element->IsAtOrBelow(ancestor)) return true;
-            continue;
+        const Node* above = node->parent_;
+        if (node->Has(InMap)) {
+            const Element* const element = static_cast<const Attr*>(node)->OwnerElement();
+            if (above == nullptr) {
+                above = element;
+            } else if (seen.insert(node).second) {
+                others.push_back(element);
+            } else {
+                above = nullptr;
+            }
         }
-        node = element;
-        if (node == &ancestor) return true;
+        if (above == nullptr && !others.empty()) {
+            above = others.back();
+            others.pop_back();
+        }
+        node = above;
     }
     return false;
 }

@@ -118,9 +118,9 @@ detail::ListPlace* NodeList::Place() const {
     const Node* const root = filter != nullptr ? filter->root : Root();
     if (root == nullptr) return nullptr;
     detail::DocumentData& data = NodeAccess::Data(*root);
-    detail::ListPlace& place = filter != nullptr ? filter->place : data.childListPlace;
-    place.Check(root, data.stamp);
-    return &place;
+    if (filter == nullptr) return &data.childListPlaces.Of(root, data.stamp);
+    filter->place.Check(root, data.stamp);
+    return &filter->place;
 }
 
 Node* NodeList::Item(std::size_t index) const {

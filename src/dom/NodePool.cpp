@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 namespace Dom::detail {
 
@@ -65,8 +66,8 @@ void NodePool::FreeLarge(void* memory) noexcept {
 }
 
 void NodePool::Clear() noexcept {
-    while (large_ != nullptr)
-        FreeLarge(large_ + 1);
+    for (LargeBlock* block = std::exchange(large_, nullptr); block != nullptr;)
+        ::operator delete(std::exchange(block, block->next));
     chunks_.clear();
     free_.fill(nullptr);
     next_ = end_ = nullptr;

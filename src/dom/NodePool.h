@@ -66,7 +66,7 @@ private:
     static constexpr std::size_t kFirstChunk = 2048;
     static constexpr std::size_t kUsualChunk = 64 * 1024 - 64;   // with what the heap puts in front
     static constexpr std::size_t kMostShared = kUsualChunk / 4;  // larger ones get their own chunk
-    static constexpr std::size_t kLargestChunk = 32 * 1024 * 1024;
+    static constexpr std::size_t kLargestChunk = std::size_t{32} * 1024 * 1024;
     static constexpr std::size_t kShare = 16;  // of all memory, that a chunk of a large pool takes
 
     struct FreeBlock {

@@ -5,7 +5,9 @@
 
 #include "dom/NodeAccess.h"
 
-#include <tuple>  // std::tie
+#include <new>  // std::bad_alloc
+#include <unordered_set>
+#include <vector>
 
 namespace Dom::detail {
 
@@ -13,11 +15,25 @@ namespace {
 
 // Tells whether `behind` comes after `node` among the children of one parent.
 bool IsBehind(const Node& behind, const Node& node) {
+    if (&behind == &node) return false;
     if (behind.ParentNode() == nullptr || behind.ParentNode() != node.ParentNode()) return false;
-    const Node* at = &node;
-    while (at != nullptr && at != &behind)
-        at = NodeAccess::Next(*at);
-    return at != nullptr && at != &node;
+    // From both at once, so that it is quick near the end, too.
+    const Node* afterNode = NodeAccess::Next(node);
+    const Node* afterBehind = NodeAccess::Next(behind);
+    while (afterNode != &behind && afterBehind != &node) {
+        if (afterNode == nullptr || afterBehind == nullptr) return afterBehind == nullptr;
+        afterNode = NodeAccess::Next(*afterNode);
+        afterBehind = NodeAccess::Next(*afterBehind);
+    }
+    return afterNode == &behind;
+}
+
+// Returns the node without a parent that `node` is or is below.
+const Node& TopOf(const Node& node) {
+    const Node* top = &node;
+    while (top->ParentNode() != nullptr)
+        top = top->ParentNode();
+    return *top;
 }
 
 }  // namespace
@@ -39,23 +55,28 @@ void OtherLinks::Mark(Node& source) {
     }
 }
 
+// Returns the first of those that lead to a target; the others follow it.
+OtherLinks::Sources::const_iterator OtherLinks::SourcesOf(const Node& target) const {
+    return sources_.lower_bound({&target, nullptr});
+}
+
+// Does so once a link of the source has ended, unless another one leads there, too.
 void OtherLinks::ForgetSource(Node& target, Node& source) {
-    auto [at, end] = sources_.equal_range(&target);
-    while (at != end && at->second != &source)
-        ++at;
-    if (at != end) sources_.erase(at);
-    NodeAccess::MarkTarget(target, sources_.contains(&target));
+    if (First(source) == &target || Previous(source) == &target || Next(source) == &target) return;
+    sources_.erase({&target, &source});
+    const auto left = SourcesOf(target);
+    NodeAccess::MarkTarget(target, left != sources_.end() && left->first == &target);
 }
 
 void OtherLinks::Set(Node& node, Link link, Node* target) {
     Node* const before = Get(node, link);
     if (before == target) return;
     if (target != nullptr) {
-        const auto source = sources_.emplace(target, &node);
+        const auto added = sources_.emplace(target, &node);
         try {
             links_[&node].*link = target;
         } catch (...) {
-            sources_.erase(source);
+            if (added.second) sources_.erase(added.first);
             throw;
         }
         NodeAccess::MarkTarget(*target, true);
@@ -78,8 +99,8 @@ void OtherLinks::SetNext(Node& node, Node* target) {
     Set(node, &Links::next, target == NodeAccess::Next(node) ? nullptr : target);
 }
 
-// Ends the links of one source that would lead back. Tells whether there were any.
-bool OtherLinks::EndLinksBack(Node& source, Node& target) {
+// Ends the links of one source that would lead back.
+void OtherLinks::EndLinksBack(Node& source, Node& target) {
     const bool first = First(source) == &target &&
                        (target.ParentNode() != &source || NodeAccess::First(source) == &target);
     const bool next = Next(source) == &target &&
@@ -89,17 +110,49 @@ bool OtherLinks::EndLinksBack(Node& source, Node& target) {
     if (first) Set(source, &Links::first, nullptr);
     if (next) Set(source, &Links::next, nullptr);
     if (previous) Set(source, &Links::previous, nullptr);
-    return first || next || previous;
 }
 
 void OtherLinks::TargetIsLinked(Node& target) {
-    auto [at, end] = sources_.equal_range(&target);
-    while (at != end) {
-        if (EndLinksBack(*at->second, target)) {
-            std::tie(at, end) = sources_.equal_range(&target);  // some are gone
-        } else {
-            ++at;
+    for (auto at = SourcesOf(target); at != sources_.end() && at->first == &target;) {
+        Node& source = *(at++)->second;  // before it may be forgotten
+        EndLinksBack(source, target);
+    }
+}
+
+// Ends all links of one source to a target.
+void OtherLinks::EndLinks(Node& source, const Node& target) {
+    for (const Link link : {&Links::first, &Links::previous, &Links::next}) {
+        if (Get(source, link) == &target) Set(source, link, nullptr);
+    }
+}
+
+// Tells whether links lead from the tree of `from` to the tree of `to`, also by way of others. Both
+// are the tops of their trees. It looks from the end, because few trees have links to their tops.
+bool OtherLinks::LeadsTo(const Node& from, const Node& to) const {
+    if (&from == &to) return true;
+    std::vector<const Node*> pending{&to};
+    std::unordered_set<const Node*> seen{&to};
+    while (!pending.empty()) {
+        const Node& target = *pending.back();
+        pending.pop_back();
+        for (auto at = SourcesOf(target); at != sources_.end() && at->first == &target; ++at) {
+            const Node& top = TopOf(*at->second);
+            if (&top == &from) return true;
+            if (seen.insert(&top).second) pending.push_back(&top);
         }
+    }
+    return false;
+}
+
+void OtherLinks::EndCircles(Node& top) noexcept {
+    for (auto at = SourcesOf(top); at != sources_.end() && at->first == &top;) {
+        Node& source = *(at++)->second;  // before it may be forgotten
+        bool isCircle = true;            // for safety, when memory is out
+        try {
+            isCircle = LeadsTo(top, TopOf(source));
+        } catch (const std::bad_alloc&) {
+        }
+        if (isCircle) EndLinks(source, top);
     }
 }
 
@@ -107,15 +160,16 @@ void OtherLinks::Forget(Node& node) {
     Set(node, &Links::first, nullptr);
     Set(node, &Links::previous, nullptr);
     Set(node, &Links::next, nullptr);
-    auto [at, end] = sources_.equal_range(&node);
-    for (; at != end; ++at) {
+    const auto begin = SourcesOf(node);
+    auto at = begin;
+    for (; at != sources_.end() && at->first == &node; ++at) {
         Links& links = links_.find(at->second)->second;
         for (const Link link : {&Links::first, &Links::previous, &Links::next}) {
             if (links.*link == &node) links.*link = nullptr;
         }
         Mark(*at->second);
     }
-    sources_.erase(&node);
+    sources_.erase(begin, at);
 }
 
 }  // namespace Dom::detail

@@ -3,7 +3,9 @@
 
 #include <espalier/dom/Forward.h>
 
+#include <set>
 #include <unordered_map>
+#include <utility>  // std::pair
 
 namespace Dom::detail {
 
@@ -33,6 +35,10 @@ public:
     /// Ends the links to a node that has got a new place, where they would lead back.
     void TargetIsLinked(Node& target);
 
+    /// Ends the links to `top`, which has no parent, that would go in a circle now that there is
+    /// something new below it.
+    void EndCircles(Node& top) noexcept;
+
     /// Ends all that begins or ends at a node that is about to be destroyed.
     void Forget(Node& node);
 
@@ -47,11 +53,15 @@ private:
     Node* Get(const Node& node, Link link) const;
     void Set(Node& node, Link link, Node* target);
     void Mark(Node& source);
-    bool EndLinksBack(Node& source, Node& target);
+    void EndLinksBack(Node& source, Node& target);
+    void EndLinks(Node& source, const Node& target);
+    bool LeadsTo(const Node& from, const Node& to) const;
     void ForgetSource(Node& target, Node& source);
+    using Sources = std::set<std::pair<const Node*, Node*>>;  // each a target and a source
+    Sources::const_iterator SourcesOf(const Node& target) const;
 
-    std::unordered_map<const Node*, Links> links_;         // by source
-    std::unordered_multimap<const Node*, Node*> sources_;  // by target
+    std::unordered_map<const Node*, Links> links_;  // by source
+    Sources sources_;  // ordered, so that one of many that lead to a target is found at once
 };
 
 }  // namespace Dom::detail

@@ -96,6 +96,19 @@ TEST(Attr, SetValueDestroysTheChildrenItHad) {
     EXPECT_EQ(attribute->Value(), "newer");
 }
 
+TEST(Attr, SetValueEndsTheLinkToAReplacedChild) {
+    Dom::Document document;
+    const AttrPtr attribute(document.CreateAttribute("a"));
+    Dom::Node* first = AddText(*attribute, "first");
+    Dom::Node* old = AddText(*attribute, "old");
+    const NodePtr replaced(attribute->ReplaceChild(document.CreateTextNode("new"), old));
+    const NodePtr removed(attribute->RemoveChild(first));
+    ASSERT_EQ(attribute->FirstChild(), old);
+    attribute->SetValue("value");
+    EXPECT_EQ(support::Forward(*attribute), "'value'");
+    EXPECT_EQ(support::Backward(*attribute), "'value'");
+}
+
 TEST(Attr, SetValueTakesItsOwnValue) {
     Dom::Document document;
     const AttrPtr attribute(document.CreateAttribute("a"));

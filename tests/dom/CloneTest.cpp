@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "dom/DomNodes.h"
+#include "dom/LoadText.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <typeinfo>
 
 namespace {
@@ -167,6 +169,72 @@ TEST(CloneNode, OfAnAttributeWithChildrenHasTheirJoinedValue) {
     EXPECT_EQ(clone.NodeValue(), "onetwo");
     EXPECT_FALSE(clone.HasChildNodes());
     EXPECT_FALSE(clone.Specified());
+}
+
+// Whatever has been looked at before: nothing, the node of the attribute, or the text in it.
+TEST(CloneNode, AnAttributeThatWasLoadedHasNoChildInTheCopyAndOneInCopiesOfTheTree) {
+    for (const bool namespaces : {true, false}) {
+        for (const char* const looked : {"nothing", "node", "text"}) {
+            SCOPED_TRACE(std::string(looked) + (namespaces ? " with" : " without"));
+            Dom::Document document;
+            support::LoadText(
+                document, "<e a='1'/>",
+                namespaces ? support::WithNamespaces() : support::WithoutNamespaces());
+            Dom::Element& element = *document.DocumentElement();
+            if (looked != std::string_view("nothing")) {
+                Dom::Attr* attribute = element.GetAttributeNode("a");
+                if (looked == std::string_view("text")) {
+                    ASSERT_TRUE(attribute->HasChildNodes());
+                }
+            }
+            Dom::Document other;
+            const struct {
+                const char* what;
+                NodePtr made;
+                const char* children;
+            } kCopies[] = {{"CloneNode", NodePtr(element.CloneNode(true)), ""},
+                           {"CloneTree", NodePtr(element.CloneTree()), "'1'"},
+                           {"ImportNode", NodePtr(other.ImportNode(element, false)), "'1'"},
+                           {"a document's", NodePtr(document.CloneTree()), "'1'"}};
+            for (const auto& copy : kCopies) {
+                SCOPED_TRACE(copy.what);
+                Dom::Node* root = copy.made.get();
+                if (root->NodeType() == Dom::DOMNodeType::DOCUMENT_NODE) root = root->FirstChild();
+                Dom::Attr* attribute = static_cast<Dom::Element*>(root)->GetAttributeNode("a");
+                ASSERT_NE(attribute, nullptr);
+                EXPECT_EQ(attribute->Value(), "1");
+                EXPECT_EQ(support::Forward(*attribute), copy.children);
+                const NodePtr again(root->CloneNode(true));
+                attribute = static_cast<Dom::Element&>(*again).GetAttributeNode("a");
+                EXPECT_EQ(attribute->Value(), "1");
+                EXPECT_EQ(support::Forward(*attribute), "");
+                const NodePtr tree(attribute->CloneTree());
+                EXPECT_EQ(support::Forward(*tree), "");
+            }
+            const NodePtr tree(element.GetAttributeNode("a")->CloneTree());
+            EXPECT_EQ(support::Forward(*tree), "'1'");
+        }
+    }
+}
+
+// In a document that was loaded without namespaces the texts of attributes are their values, and
+// the attributes' own values are empty. So it is in a copy of the document.
+TEST(CloneNode, AnAttributeOfACopiedDocumentHasNoOtherValueThanItsText) {
+    for (const bool looked : {false, true}) {
+        SCOPED_TRACE(looked);
+        Dom::Document document;
+        support::LoadText(document, "<e id='1'/>", support::WithoutNamespaces());
+        if (looked) {
+            EXPECT_EQ(document.DocumentElement()->Attributes()->Item(0)->NodeValue(), "");
+        }
+        const NodePtr made(document.CloneTree());
+        auto& copy = static_cast<Dom::Document&>(*made);
+        EXPECT_EQ(copy.GetElementById("1"), nullptr);
+        ASSERT_EQ(copy.FindById("1"), copy.DocumentElement());
+        const Dom::Attr& attribute = *copy.DocumentElement()->GetAttributeNode("id");
+        EXPECT_EQ(attribute.NodeValue(), "");
+        EXPECT_EQ(support::Forward(attribute), "'1'");
+    }
 }
 
 TEST(CloneNode, OfADocumentHasItsPropertiesButNoChildren) {

@@ -19,6 +19,7 @@
 #include <pthread.h>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -198,6 +199,30 @@ TEST(DeepAndWideHostile, AMillionLevelsBuiltFromBelow) {
     });
 }
 
+// Each element is in an attribute of the one above.
+TEST(DeepAndWideHostile, ManyLevelsInAttributesAreCopied) {
+    InSmallStack([] {
+        constexpr long kCount = 100'000;
+        Document document("", "a", nullptr, nullptr);
+        Element* deepest = document.DocumentElement();
+        for (long i = 1; i < kCount; ++i) {
+            deepest->SetAttribute("b", "1");
+            Node* const attribute = deepest->GetAttributeNode("b");
+            deepest = static_cast<Element*>(attribute->AppendChild(document.CreateElement("a")));
+        }
+        Document other;
+        const NodePtr clone(document.DocumentElement()->CloneTree());
+        const NodePtr imported(other.ImportNode(*clone, true));
+        const NodePtr whole(document.CloneTree());
+        for (const Node* top : {clone.get(), imported.get(), whole->FirstChild()}) {
+            long count = 1;
+            for (const Node* at = top; at->HasAttributes(); ++count)
+                at = const_cast<Node*>(at)->Attributes()->Item(0)->LastChild();
+            EXPECT_EQ(count, kCount);
+        }
+    });
+}
+
 // Width.
 
 TEST(DeepAndWideHostile, AMillionSiblingsAreLoadedWalkedAndQueried) {
@@ -234,6 +259,43 @@ TEST(DeepAndWideHostile, LoopsByIndexOverAMillionSiblings) {
         EXPECT_EQ(children.Item(1'000'000U), nullptr);
         EXPECT_EQ(named.Item(1'000'000U), nullptr);
     });
+}
+
+// Counts the nodes below, with one loop by index in another.
+std::size_t CountByIndex(const Node& node) {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < node.ChildNodes().Length(); ++i)
+        count += 1 + CountByIndex(*node.ChildNodes().Item(i));
+    return count;
+}
+
+TEST(DeepAndWideHostile, LoopsByIndexWithinLoops) {
+    constexpr long kCount = 50'000;
+    const std::string wide = "<b><c/><d><e/><e><f><g/></f></e></d></b>";
+    GeneratedStream stream;
+    stream.Add("<r><r>").Add(wide, kCount).Add("</r><r>").Add(wide, kCount).Add("</r><r>");
+    stream.Add(wide, kCount).Add("</r><r>").Add(wide, kCount).Add("</r><r>").Add(wide, kCount);
+    stream.Add("</r></r>");
+    Document document;
+    Load(document, stream);
+    EXPECT_EQ(CountByIndex(document), 5 * 7 * static_cast<std::size_t>(kCount) + 6);
+}
+
+// What is below an attribute is made when it is asked for; the tree does not change by that.
+TEST(DeepAndWideHostile, ALoopByIndexLooksIntoAttributes) {
+    constexpr long kCount = 100'000;
+    GeneratedStream stream;
+    stream.Add("<r>").Add("<a b='1'/>", kCount).Add("</r>");
+    Document document;
+    Load(document, stream);
+    const Dom::NodeList named = document.GetElementsByTagName("a");
+    const Dom::NodeList& children = document.DocumentElement()->ChildNodes();
+    long count = 0;
+    for (std::size_t i = 0; i < named.Length(); ++i) {
+        const Node& text = *named.Item(i)->Attributes()->Item(0)->FirstChild();
+        count += text.NodeValue() == "1" && children.Item(i) == named.Item(i) ? 1 : 0;
+    }
+    EXPECT_EQ(count, kCount);
 }
 
 TEST(DeepAndWideHostile, AMillionSiblingsAreEditedAtBothEnds) {
@@ -277,6 +339,46 @@ TEST(DeepAndWideHostile, ManyInsertionsInTheMiddle) {
     });
 }
 
+// All of the nodes before the last one keep a link to it.
+TEST(DeepAndWideHostile, ManyInsertionsBeforeOneChild) {
+    InSmallStack([] {
+        constexpr std::size_t kCount = 200'000;
+        for (const bool joined : {false, true}) {
+            Document document("", "r", nullptr, nullptr);
+            Element& root = *document.DocumentElement();
+            root.AppendChild(document.CreateTextNode("x"));
+            Node* const last = root.AppendChild(document.CreateElement("a"));
+            for (std::size_t i = 0; i < kCount; ++i)
+                root.InsertBefore(document.CreateTextNode("x"), last);
+            EXPECT_EQ(root.ChildNodes().Length(), 2U);
+            EXPECT_EQ(root.TextContent().length(), kCount + 1);
+            if (joined) root.Normalize();
+            NodePtr(root.RemoveChild(last));
+            EXPECT_EQ(root.TextContent().length(), kCount + 1);
+        }
+    });
+}
+
+// Their neighbours lead to the nodes that were replaced, which come back one after the other.
+TEST(DeepAndWideHostile, ManyReplacedChildrenComeBack) {
+    InSmallStack([] {
+        constexpr std::size_t kCount = 100'000;
+        Document document("", "r", nullptr, nullptr);
+        Element& root = *document.DocumentElement();
+        for (std::size_t i = 0; i < kCount; ++i)
+            root.AppendChild(document.CreateElement("a"));
+        std::vector<NodePtr> replaced;
+        for (Node& child : root.Children())
+            replaced.emplace_back(root.ReplaceChild(document.CreateElement("b"), &child));
+        for (NodePtr& child : replaced)
+            root.AppendChild(child.release());
+        std::size_t count = 0;
+        for (const Node& child : root.Children())
+            if (child.NodeName() == "a") ++count;
+        EXPECT_EQ(count, kCount);
+    });
+}
+
 TEST(DeepAndWideHostile, ATextOfAMillionPiecesIsJoined) {
     InSmallStack([] {
         Document document("", "r", nullptr, nullptr);
@@ -288,6 +390,16 @@ TEST(DeepAndWideHostile, ATextOfAMillionPiecesIsJoined) {
         ASSERT_EQ(root.ChildNodes().Length(), 1U);
         EXPECT_EQ(root.FirstChild()->NodeValue().length(), 1'000'000U);
     });
+}
+
+TEST(DeepAndWideHostile, ATextGrowsByAMillionPieces) {
+    Document document;
+    const std::unique_ptr<Dom::Text> text(document.CreateTextNode(""));
+    for (long i = 0; i < kMillion; ++i)
+        text->AppendData("0123456789");
+    EXPECT_EQ(text->Length(), 10'000'000U);
+    text->AppendData(text->Data());
+    EXPECT_EQ(text->SubstringData(9'999'995, 10), "5678901234");
 }
 
 TEST(DeepAndWideHostile, AMillionCommentsAroundTheRoot) {

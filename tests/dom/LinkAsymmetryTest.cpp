@@ -187,6 +187,48 @@ TEST(LinkAsymmetry, AChainOfReplacements) {
     EXPECT_EQ(Links(*tree.root, {tree.a, m, tree.c}), "first=a last=c a(-,m) m(a,c) c(m,-)");
 }
 
+// Where the parent gets below the node that was replaced, its links would lead back to there.
+TEST(LinkAsymmetry, ALinkEndsWhenItsSourceGetsBelowItsTarget) {
+    for (const bool inserted : {false, true}) {
+        SCOPED_TRACE(inserted);
+        Dom::Document document;
+        const NodePtr root(document.CreateElement("root"));
+        Dom::Element* parent = AddElement(*root, "parent");
+        Dom::Element* a = AddElement(*parent, "a");
+        Dom::Element* b = AddElement(*parent, "b");
+        Dom::Element* c = AddElement(*parent, "c");
+        const NodePtr old(parent->ReplaceChild(document.CreateElement("n"), b));
+        ASSERT_EQ(a->NextSibling(), b);
+        ASSERT_EQ(c->PreviousSibling(), b);
+        Dom::Node* inside = AddElement(*AddElement(*b, "deeper"), "inside");
+        if (inserted) {
+            inside->ParentNode()->InsertBefore(parent, inside);
+        } else {
+            inside->AppendChild(parent);
+        }
+        EXPECT_EQ(support::Forward(*parent), "a n c");
+        EXPECT_EQ(support::Backward(*parent), "c n a");
+        EXPECT_EQ(b->GetElementsByTagName("c").Length(), 1u);
+    }
+}
+
+TEST(LinkAsymmetry, LinksEndThatWouldLeadThroughTwoTreesInACircle) {
+    Replaced one;
+    Dom::Element* parent = one.document.CreateElement("parent");
+    const NodePtr owner(parent);
+    Dom::Element* x = AddElement(*parent, "x");
+    Dom::Element* y = AddElement(*parent, "y");
+    const NodePtr old(parent->ReplaceChild(one.document.CreateElement("z"), y));
+    y->AppendChild(one.root);
+    EXPECT_EQ(one.a->NextSibling(), one.b);
+    one.b->AppendChild(parent);
+    EXPECT_EQ(x->NextSibling(), y);
+    EXPECT_EQ(support::Forward(*one.root), "a n c");
+    EXPECT_EQ(y->GetElementsByTagName("c").Length(), 1u);
+    EXPECT_EQ(one.b->GetElementsByTagName("c").Length(), 1u);
+    static_cast<void>(one.b->RemoveChild(parent));
+}
+
 // A node that only a stale link tells of is no child.
 TEST(LinkAsymmetry, AVisibleNodeWithoutAParentIsNoReference) {
     Replaced tree;

@@ -158,7 +158,44 @@ void LinkModel::EndLinksTo(int linked) {
         if (node.previous == linked && !(isSibling && PositionOf(linked) < PositionOf(i)))
             node.previous = kNone;
     }
+    EndCircles(linked);
     EndLinksThatDoNotDiffer();
+}
+
+int LinkModel::TopOf(int node) const {
+    while (At(node).parent != kNone)
+        node = At(node).parent;
+    return node;
+}
+
+// Whether links lead from the tree with the top `from` to that with the top `to`.
+bool LinkModel::LeadsTo(int from, int to) const {
+    std::vector<int> reached{from};
+    for (std::size_t next = 0; next < reached.size(); ++next) {
+        for (int i = 0; i < Count(); ++i) {
+            if (!At(i).exists || TopOf(i) != reached[next]) continue;
+            for (const int target : {At(i).first, At(i).next, At(i).previous}) {
+                const bool isNew = target != kNone && At(target).parent == kNone &&
+                                   std::count(reached.begin(), reached.end(), target) == 0;
+                if (isNew) reached.push_back(target);
+            }
+        }
+    }
+    return std::count(reached.begin(), reached.end(), to) != 0;
+}
+
+// A link to a node without a parent ends when it leads back to where it begins.
+void LinkModel::EndCircles(int linked) {
+    const int top = TopOf(linked);
+    for (int i = 0; i < Count(); ++i) {
+        Node& node = Edit(i);
+        const bool isSource =
+            node.exists && (node.first == top || node.next == top || node.previous == top);
+        if (!isSource || !LeadsTo(top, TopOf(i))) continue;
+        if (node.first == top) node.first = kNone;
+        if (node.next == top) node.next = kNone;
+        if (node.previous == top) node.previous = kNone;
+    }
 }
 
 void LinkModel::EndLinksThatDoNotDiffer() {

@@ -70,6 +70,9 @@ private:
 
     void Insert(int parent, int node, int reference);
     void EndLinksTo(int linked);
+    void EndCircles(int linked);
+    int TopOf(int node) const;
+    bool LeadsTo(int from, int to) const;
     void EndLinksThatDoNotDiffer();
 
     std::vector<Node> nodes_;

@@ -150,6 +150,27 @@ TEST(LoadEntities, AReaderThatExpandsNothingLeavesReferencesInTexts) {
         (Lines{"Element a", "  Text \"1&t;2\""}));
 }
 
+// An attribute with a reference is searched for while the others are read.
+TEST(LoadEntities, AttributesBehindAReferenceAreFoundHoweverManyThereAre) {
+    for (const bool namespaces : {true, false}) {
+        for (int count = 1; count <= 40; ++count) {
+            SCOPED_TRACE(std::to_string(count) + (namespaces ? " with" : " without"));
+            std::string text = "<a";
+            for (int i = 0; i < count; ++i) {
+                text += " x" + std::to_string(i) + "='" + std::to_string(i) +
+                        (i % 7 == 3 || i == 9 ? "&t;'" : "'");
+            }
+            Dom::Document document;
+            LoadText(document, WithTypes(text + "/>"),
+                     Settings(namespaces, XmlEntityHandling::ExpandCharEntities));
+            const Dom::Element& root = *document.DocumentElement();
+            for (int i = 0; i < count; ++i)
+                EXPECT_TRUE(root.HasAttribute("x" + std::to_string(i))) << i;
+            EXPECT_EQ(root.AttributeViews().size(), static_cast<std::size_t>(count));
+        }
+    }
+}
+
 TEST(LoadEntities, AReferenceInTheNameOfANamespace) {
     Dom::Document document;
     LoadText(document, WithTypes("<p:a xmlns:p='urn:&t;'/>"));

@@ -2,9 +2,12 @@
 //
 // What tree a document becomes. Elements are read in one of two ways, with namespaces and without.
 #include <espalier/dom.h>
+#include <espalier/io/MemoryStream.h>
+#include <espalier/xml/XmlTextReader.h>
 
 #include "dom/LoadText.h"
 #include "support/PrintAstring.h"
+#include "support/TrickleStream.h"
 
 #include <gtest/gtest.h>
 
@@ -250,6 +253,55 @@ TEST(Load, MakesStyleInstructionsOfThoseForStyleSheets) {
     Dom::Node* const second = document.FirstChild()->NextSibling();
     EXPECT_NE(dynamic_cast<Dom::ProcessingInstruction*>(second), nullptr);
     EXPECT_EQ(dynamic_cast<Dom::StyleProcessingInstruction*>(second), nullptr);
+}
+
+// A removed first child leaves its parent with the stale link that it had.
+TEST(Load, WhatIsLoadedIsSeenAfterAReplacedChild) {
+    Dom::Document document;
+    Dom::Node* first = document.AppendChild(document.CreateComment("first"));
+    Dom::Node* old = document.AppendChild(document.CreateComment("old"));
+    const Dom::NodePtr replaced(document.ReplaceChild(document.CreateComment("new"), old));
+    const Dom::NodePtr removed(document.RemoveChild(first));
+    ASSERT_EQ(document.FirstChild(), old);
+    LoadText(document, "<a id='x'/>");
+    EXPECT_EQ(support::TreeBelow(document), Lines{R"(Element a id="x")"});
+    ASSERT_NE(document.DocumentElement(), nullptr);
+    EXPECT_EQ(document.FirstChild(), document.DocumentElement());
+    EXPECT_EQ(document.GetElementById("x"), document.DocumentElement());
+}
+
+// A stream may look at the document that is loaded from it.
+TEST(Load, ListsForgetWhatTheyHadMeanwhile) {
+    class LookingStream : public support::TrickleStream {
+    public:
+        LookingStream(IO::Stream& inner, const Dom::Document& document)
+            : TrickleStream(inner, 1000), document_(document) {}
+
+        int Read(unsigned char* data, int offset, int count) override {
+            if (seen == 0 && document_.HasChildNodes()) seen = document_.ChildNodes().Length();
+            return TrickleStream::Read(data, offset, count);
+        }
+
+        std::size_t seen = 0;
+
+    private:
+        const Dom::Document& document_;
+    };
+    std::string text;
+    for (int i = 0; i < 50000; ++i)
+        text += "<!--c-->";
+    text += "<a/>";
+    IO::MemoryStream memory(reinterpret_cast<const unsigned char*>(text.data()),
+                            static_cast<long>(text.size()));
+    Dom::Document document;
+    LookingStream stream(memory, document);
+    Xml::XmlTextReader reader;
+    reader.SetStream(&stream, false);
+    document.Load(reader, "");
+    EXPECT_GT(stream.seen, 0u);
+    EXPECT_LT(stream.seen, 50001u);
+    EXPECT_EQ(document.ChildNodes().Length(), 50001u);
+    EXPECT_EQ(document.ChildNodes().Item(50000), document.DocumentElement());
 }
 
 TEST(Load, NodesBelongToTheDocument) {

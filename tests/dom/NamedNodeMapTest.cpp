@@ -220,6 +220,29 @@ TEST(NamedNodeMap, RefusesToRemoveWhatIsNotThere) {
 
 // --- cloning ---
 
+TEST(NamedNodeMap, CloneAttributesKeepsWhatIsThereAndToItsDocument) {
+    Dom::Document document;
+    const ElementPtr source(document.CreateElement("source"));
+    for (int i = 0; i < 20; ++i)
+        source->SetAttribute("a" + std::to_string(i), "source");
+    source->SetAttributeNS("urn:x", "p:n", "source");
+    const ElementPtr target(document.CreateElement("target"));
+    target->SetAttribute("a3", "target");
+    target->SetAttributeNS("urn:x", "q:n", "target");
+    EXPECT_EQ(source->Attributes()->CloneAttributes(target.get()), target->Attributes());
+    EXPECT_EQ(target->Attributes()->Length(), 21u);
+    EXPECT_EQ(target->GetAttribute("a3"), "target");
+    EXPECT_EQ(target->GetAttributeNS("urn:x", "n"), "target");
+    EXPECT_EQ(target->GetAttribute("a19"), "source");
+    EXPECT_EQ(source->Attributes()->CloneAttributes(source.get())->Length(), 21u);
+    Dom::Document other;
+    const ElementPtr stranger(other.CreateElement("stranger"));
+    EXPECT_DOM_ERROR(source->Attributes()->CloneAttributes(stranger.get()),
+                     "4 The attribute to set was created from a different document than the one "
+                     "that created this map");
+    EXPECT_DOM_ERROR(source->Attributes()->CloneAttributes(nullptr), "8 Node expected");
+}
+
 TEST(NamedNodeMap, CloneAttributesFillsTheMapOfAnotherElement) {
     Dom::Document document;
     const ElementPtr element(document.CreateElement("e"));

@@ -150,6 +150,32 @@ TEST(Normalize, ReachesEveryDepthAndAttributes) {
     EXPECT_EQ(support::TrueChildren(*attribute), "'threefour'");
 }
 
+TEST(Normalize, LosesNothingAtATextThatIsReadOnly) {
+    Dom::Document document;
+    Dom::Element* root = AddElement(document, "root");
+    AddText(*root, "a");
+    AddText(*root, "b");
+    AddElement(*root, "e");
+    auto* locked = new support::Lockable<Dom::Text>("c", &document);
+    root->AppendChild(locked);
+    AddText(*root, "d");
+    locked->SetReadOnly(true);
+    EXPECT_DOM_ERROR(root->Normalize(), "7 This node is read-only");
+    EXPECT_EQ(support::TrueChildren(*root), "'ab' e 'c' 'd'");
+}
+
+TEST(Normalize, TextsWithChildrenStay) {
+    Dom::Document document;
+    Dom::Element* root = AddElement(document, "root");
+    AddText(*root, "a");
+    AddText(*root, "b");
+    AddElement(*AddText(*root, "c"), "inside");
+    AddText(*root, "d");
+    root->Normalize();
+    EXPECT_EQ(support::TrueChildren(*root), "'ab' 'cd'");
+    EXPECT_EQ(support::TrueChildren(*root->LastChild()), "inside");
+}
+
 TEST(Normalize, JoinsTheTailOfASplitTextWithItsHead) {
     Dom::Document document;
     Dom::Element* root = AddElement(document, "root");
@@ -289,6 +315,66 @@ TEST(ImportNode, CopiesNodesOfEachType) {
         EXPECT_EQ(copy->NamespaceURI(), node->NamespaceURI());
         EXPECT_EQ(copy->OwnerDocument(), &target);
     }
+}
+
+// What elements get from a document's own factory stands beside what they are given.
+TEST(ImportNode, WhatIsInAttributesComesToThoseOfTheSameName) {
+    class WithDefault : public Dom::Document {
+    public:
+        Dom::Element* CreateElementNS(std::string_view uri, std::string_view name) override {
+            ElementPtr made(Document::CreateElementNS(uri, name));
+            made->SetAttribute("default", "d");
+            return made.release();
+        }
+    };
+    Dom::Document source;
+    const ElementPtr element(source.CreateElement("e"));
+    for (const char* name : {"a", "b"}) {
+        Dom::Attr* attribute = source.CreateAttribute(name);
+        AddText(*attribute, name);
+        AddText(*attribute, "+");
+        element->SetAttributeNode(attribute);
+    }
+    WithDefault target;
+    const NodePtr made(target.ImportNode(*element, false));
+    std::string shown;
+    for (Dom::Node* node : *made->Attributes())
+        shown += node->NodeName().str() + ": " + support::TrueChildren(*node) + "; ";
+    EXPECT_EQ(shown, "default: 'd'; a: 'a' '+'; b: 'b' '+'; ");
+}
+
+// Two attributes may be filed apart although they have got the same name. The later one stays.
+TEST(ImportNode, AttributesOfOneNameBecomeOne) {
+    Dom::Document source;
+    const ElementPtr element(source.CreateElement("e"));
+    const char* const kAttributes[][2] = {{"p:a", "1"}, {"q:a", "2"}};
+    for (const auto& [name, value] : kAttributes) {
+        Dom::Attr* attribute = source.CreateAttributeNS("urn:x", name);
+        AddText(*attribute, value);
+        AddText(*attribute, value);
+        ASSERT_EQ(element->SetAttributeNode(attribute), nullptr);
+        attribute->SetPrefix("q");
+    }
+    ASSERT_EQ(support::Members(*element->Attributes()), "q:a q:a");
+    Dom::Document target;
+    const NodePtr made(target.ImportNode(*element, false));
+    ASSERT_EQ(support::Members(*made->Attributes()), "q:a");
+    EXPECT_EQ(support::TrueChildren(*made->Attributes()->Item(0)), "'2' '2'");
+    const NodePtr clone(element->CloneTree());
+    ASSERT_EQ(clone->Attributes()->Length(), 2u);
+    EXPECT_EQ(support::TrueChildren(*clone->Attributes()->Item(0)), "'1' '1'");
+    EXPECT_EQ(support::TrueChildren(*clone->Attributes()->Item(1)), "'2' '2'");
+}
+
+TEST(ImportNode, KeepsWhetherAttributesAreSpecified) {
+    Dom::Document document;
+    Dom::Element* root = AddElement(document, "root");
+    root->SetAttribute("a", "1");
+    root->SetAttributeNode(document.CreateAttribute("b"));
+    const NodePtr made(document.CloneTree());
+    const Dom::Element& copy = *static_cast<Dom::Document&>(*made).DocumentElement();
+    EXPECT_TRUE(copy.GetAttributeNode("a")->Specified());
+    EXPECT_FALSE(copy.GetAttributeNode("b")->Specified());
 }
 
 TEST(ImportNode, TheCopyOutlivesItsSource) {

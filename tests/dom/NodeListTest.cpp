@@ -299,6 +299,13 @@ TEST(NodeListByFormName, SeesAttributesThatChange) {
     EXPECT_EQ(list.Length(), 0u);
     input->GetAttributeNode("name")->SetValue("n");
     EXPECT_EQ(list.Item(0), input);
+    auto* text = static_cast<Dom::Text*>(input->GetAttributeNode("name")->FirstChild());
+    EXPECT_EQ(list.Item(0), input);
+    text->SetData("m");
+    EXPECT_EQ(list.Item(0), nullptr);
+    text->SetData("");
+    text->AppendData("n");
+    EXPECT_EQ(list.Item(0), input);
     input->RemoveAttribute("name");
     EXPECT_EQ(list.Item(0), nullptr);
 }

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <memory>
 #include <random>
 #include <stdexcept>
@@ -205,6 +206,50 @@ TEST(Ownership, AnAttributeThatIsAChildLeavesItsParentWhenDestroyed) {
     EXPECT_EQ(element->GetAttribute("a"), "in the map");
 }
 
+// An attribute of an element may be a child, too, of any node. Whichever goes first takes it along.
+TEST(Ownership, AnAttributeWithTwoPlacesIsDestroyedOnce) {
+    for (const bool elementFirst : {true, false}) {
+        for (const bool below : {true, false}) {
+            SCOPED_TRACE(std::string(elementFirst ? "element first" : "attribute first") +
+                         (below ? ", deeper" : ""));
+            Dom::Document document;
+            Dom::Element* root = AddElement(document, "root");
+            Dom::Element* parent = below ? AddElement(*root, "parent") : root;
+            Dom::Element* holder = document.CreateElement("holder");
+            holder->SetAttribute("a", "1");
+            Dom::Attr* attribute = holder->GetAttributeNode("a");
+            AddElement(*attribute, "inside");
+            parent->AppendChild(elementFirst ? static_cast<Dom::Node*>(holder) : attribute);
+            AddElement(*parent, "between");
+            parent->AppendChild(elementFirst ? static_cast<Dom::Node*>(attribute) : holder);
+            EXPECT_EQ(attribute->ParentNode(), parent);
+            EXPECT_EQ(attribute->OwnerElement(), holder);
+            root->DestroyNode();
+            EXPECT_FALSE(document.HasChildNodes());
+        }
+    }
+}
+
+// Loading frees the memory of the nodes before; elements that get it have nothing to do with
+// attributes that named others in their place.
+TEST(Ownership, AReplacedAttributeThatIsAChildIsForgottenByLoading) {
+    Dom::Document document;
+    for (int i = 0; i < 3; ++i) {
+        document.LoadXml("<root><e a='1'/><x/></root>");
+        auto* element = static_cast<Dom::Element*>(document.DocumentElement()->FirstChild());
+        Dom::Attr* replaced = element->SetAttributeNode(document.CreateAttribute("a"));
+        element->NextSibling()->AppendChild(replaced);
+        document.LoadXml("<root><e a='1'/><x y='2'>some text</x></root>");
+        element = static_cast<Dom::Element*>(document.DocumentElement()->FirstChild());
+        const AttrPtr another(element->SetAttributeNode(document.CreateAttribute("a")));
+        element->DestroyNode();
+        EXPECT_EQ(another->OwnerElement(), nullptr);
+        auto* x = static_cast<Dom::Element*>(document.DocumentElement()->FirstChild());
+        EXPECT_EQ(x->GetAttribute("y"), "2");
+        EXPECT_EQ(x->TextContent(), "some text");
+    }
+}
+
 TEST(Ownership, AnAttributeTakesWhatIsBelowItAlong) {
     Dom::Document document;
     const ElementPtr element(document.CreateElement("e"));
@@ -322,6 +367,28 @@ TEST(OwnershipOfDerived, LieOnTheStackToo) {
         EXPECT_EQ(support::Forward(*root), "onStack");
     }
     EXPECT_FALSE(root->HasChildNodes());
+    EXPECT_EQ(Counted::count, 0);
+}
+
+TEST(OwnershipOfDerived, MayHaveAnAlignmentOfTheirOwn) {
+    class alignas(256) Aligned : public Counted {
+    public:
+        explicit Aligned(Dom::Document* owner, bool throws = false) : Counted("", "e", owner) {
+            if (throws) throw std::runtime_error("constructor");
+        }
+    };
+    Dom::Document document;
+    Dom::Element* root = AddElement(document, "root");
+    for (int i = 0; i < 10; ++i) {
+        auto* made = new Aligned(&document);
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(made) % 256, 0u);
+        root->AppendChild(made);
+    }
+    EXPECT_THROW(NodePtr(new Aligned(&document, true)), std::runtime_error);
+    delete root->FirstChild();
+    root->FirstChild()->DestroyNode();
+    EXPECT_EQ(Counted::count, 8);
+    root->DestroyNode();
     EXPECT_EQ(Counted::count, 0);
 }
 

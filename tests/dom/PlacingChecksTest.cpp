@@ -10,6 +10,7 @@
 
 #include <ostream>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -158,6 +159,34 @@ TEST_P(PlacingChecks, NoTypeIsRefusedByADocument) {
         EXPECT_EQ(node->ParentNode(), &taking);
         EXPECT_EQ(comment->ParentNode(), GetParam().replaces ? nullptr : &taking);
     }
+}
+
+// An attribute that is a child, too, has two ways up. Many of them one above the other have very
+// many ways, each of which is to be looked at once.
+TEST(PlacingChecks, AttributesWithTwoPlacesAreClimbedOnce) {
+    constexpr int kLevels = 64;
+    Dom::Document document;
+    Dom::Element* bottom = document.CreateElement("bottom");
+    Dom::NodePtr top(bottom);
+    for (int i = 0; i < kLevels; ++i) {
+        Dom::NodePtr level(document.CreateElement("level"));
+        Dom::Element* holder = support::AddElement(*level, "holder");
+        holder->SetAttribute("a", "1");
+        Dom::Attr* attribute = holder->GetAttributeNode("a");
+        support::AddElement(*level, "parent")->AppendChild(attribute);
+        attribute->AppendChild(top.release());
+        top = std::move(level);
+    }
+    const Dom::NodePtr other(document.CreateElement("other"));
+    support::AddElement(*other, "child");
+    bottom->AppendChild(other->FirstChild());
+    EXPECT_EQ(support::TrueChildren(*bottom), "child");
+    EXPECT_DOM_ERROR(bottom->AppendChild(top.get()),
+                     "3 The node to append is one of this node's ancestors");
+    EXPECT_DOM_ERROR(bottom->AppendChild(top->FirstChild()),
+                     "3 The node to append is one of this node's ancestors");
+    EXPECT_DOM_ERROR(bottom->AppendChild(top->LastChild()),
+                     "3 The node to append is one of this node's ancestors");
 }
 
 }  // namespace

@@ -52,12 +52,12 @@ public:
     /// @{
     virtual Element* CreateElement(std::string_view name);
     virtual DocumentFragment* CreateDocumentFragment();
-    virtual Text* CreateTextNode(std::string_view data);
-    virtual Comment* CreateComment(std::string_view data);
-    virtual CDATASection* CreateCDATASection(std::string_view data);
+    virtual Text* CreateTextNode(std::string_view text);
+    virtual Comment* CreateComment(std::string_view text);
+    virtual CDATASection* CreateCDATASection(std::string_view text);
     /// Makes a StyleProcessingInstruction for the target "xml-stylesheet".
     virtual ProcessingInstruction* CreateProcessingInstruction(std::string_view target,
-                                                               std::string_view data);
+                                                               std::string_view text);
     virtual Attr* CreateAttribute(std::string_view name);
     virtual EntityReference* CreateEntityReference(std::string_view name);
     virtual Element* CreateElementNS(std::string_view namespaceURI, std::string_view qualifiedName);

@@ -55,8 +55,10 @@ public:
     /// RemoveNamedItem(localName).
     Node* RemoveNamedItemNS(std::string_view namespaceURI, std::string_view localName);
 
-    /// Gives `newOwner`, which is to have no attributes yet, clones of all attributes.
+    /// Gives `newOwner` clones of all attributes, except those under whose names it has some.
     /// \return its map
+    /// \throws DOMException 8 "Node expected" for null; 4 "The attribute to set was created from a
+    ///     different document than the one that created this map"
     NamedNodeMap* CloneAttributes(Element* newOwner) const;
 
     /// \name Iteration

@@ -21,7 +21,8 @@ namespace Dom {
 /// Nodes are made by their document (Document::CreateElement() and so on). A new node belongs to
 /// who made it, and so does one that was removed; it is destroyed with `delete`, DestroyNode() or a
 /// NodePtr. A node in a tree belongs to its parent, an attribute to its element, and is destroyed
-/// with it; `delete` takes it out of there first. Nodes may outlive their document.
+/// with it; `delete` takes it out of there first. Nodes may outlive their document; from then on
+/// they take in no other nodes, which is the error 4 of different documents.
 ///
 /// Failing operations throw DOMException before they change anything.
 ///
@@ -125,8 +126,10 @@ public:
     /// what it was.
     NamedNodeMap* Attributes();
 
-    /// Tells whether `node` is below this node. False at once for a node of another document, and
-    /// for null.
+    /// Tells whether `node` is below this node. False at once for a node with another
+    /// OwnerDocument(), and for null.
+    ///
+    /// Deliberate: so it is for a document and the nodes in it, as a document has no owner.
     bool IsParentOf(const Node* node) const;
 
     /// @}
@@ -206,7 +209,9 @@ public:
     astring TextContent() const;
 
     /// Joins adjacent texts below the node and destroys empty ones (DOM Level 2 Core). CDATA
-    /// sections stay.
+    /// sections and texts with children stay.
+    /// \throws DOMException 7 "This node is read-only" for a text that is to take others in; what
+    ///     was joined before stays
     void Normalize();
 
     /// Returns a copy of the node with all that is below it. The caller owns it.
@@ -219,6 +224,10 @@ public:
     static void* operator new(std::size_t size);
     static void operator delete(void* memory);
     static void operator delete(Node* node, std::destroying_delete_t);
+    // For derived classes with an alignment of their own, on the heap.
+    static void* operator new(std::size_t size, std::align_val_t alignment);
+    static void operator delete(void* memory, std::align_val_t alignment);
+    static void operator delete(Node* node, std::destroying_delete_t, std::align_val_t alignment);
     /// \endcond
 
 protected:
@@ -245,6 +254,7 @@ protected:
 
 private:
     friend class Attr;
+    friend class CharacterData;
     friend class Document;
     friend class Element;
     friend class NodeList;
@@ -266,6 +276,8 @@ private:
     Node* MoveInto(Node* newChild, Node* oldChild, bool told);
 
     bool HasValue() const { return Has(ValueBearing); }
+    void AppendNodeValue(std::string_view value);
+    void ValueHasChanged();
     static const astring& EmptyText();
 
     // The true chain of children is doubly linked and consistent: the first child's `previous_`

@@ -61,15 +61,10 @@ void CSSStyleRule::SetCssText(const char* text) {
     if (body.empty() || body.back() != '}') Refuse(kBlock);
 
     // The properties take the specificity of the rule along, so that is set before they are read.
-    const int specificityBefore = std::exchange(specificity_, specificity);
-    try {
-        astring selectors = TrimmedBetween(text, block);
-        style_.SetText(body.substr(0, body.size() - 1));
-        SetSelectors(std::move(selectors));
-    } catch (...) {
-        specificity_ = specificityBefore;
-        throw;
-    }
+    astring selectors = TrimmedBetween(text, block);
+    specificity_ = specificity;
+    style_.SetText(body.substr(0, body.size() - 1));
+    SetSelectors(std::move(selectors));
 }
 
 void CSSStyleRule::SetSelectorText(const astring& text) {

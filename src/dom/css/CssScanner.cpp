@@ -63,7 +63,7 @@ std::size_t CssScanner::FindEndOfComment(std::size_t position) {
         if (found != astring::npos) return found + 2;
         const std::size_t length = text_.length();
         if (!ReadUpTo(length)) return length;
-        position = length - 1;  // the "*" may be the last that was there
+        position = std::max(position, length - 1);  // the "*" may be the last that was there
     }
 }
 

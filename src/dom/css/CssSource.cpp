@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstring>
 #include <exception>
 #include <new>
@@ -15,6 +16,9 @@
 namespace Dom::CSS::detail {
 
 namespace {
+
+using Xml::detail::CodecKind;
+using Xml::detail::DecodeEnd;
 
 struct EncodingName {
     std::string_view name;
@@ -41,11 +45,36 @@ bool IsUtf8(const Xml::Encoding* encoding) {
     return encoding == nullptr || encoding == Xml::Encoding::UTF8();
 }
 
-// What a bad sequence of UTF-8 announces may be text: only its first byte is taken.
-const unsigned char* BehindBad(const Xml::detail::CharCodec& codec, const unsigned char* position,
-                               const unsigned char* end) {
-    if (codec.Kind() == Xml::detail::CodecKind::Utf8) return position + 1;
-    return std::min(codec.Next(position), end);
+// Both functions convert what there is room for, and return whether nothing but the begin of a
+// character is left then.
+
+// Of a sequence that is no character only the first byte is taken: the rest of what it announces
+// may be text.
+bool DecodeUtf8(Xml::Encoding& encoding, const unsigned char*& position, const unsigned char* end,
+                unsigned char*& output, unsigned char* outputEnd) {
+    while (true) {
+        const DecodeEnd decoded = encoding.Codec().DecodeRun(position, end, output, outputEnd);
+        if (decoded == DecodeEnd::SourceUsed) return position < end && output < outputEnd;
+        if (decoded == DecodeEnd::NoRoom || output == outputEnd) return false;
+        *output++ = '?';
+        ++position;
+    }
+}
+
+bool DecodeOther(Xml::Encoding& encoding, const unsigned char*& position, const unsigned char* end,
+                 unsigned char*& output, unsigned char* outputEnd) {
+    constexpr std::ptrdiff_t kMostRoom = 8;  // that a character takes
+    while (position < end && outputEnd - output >= kMostRoom) {
+        unsigned consumed = 0;
+        const unsigned written = Xml::Encoding::ConvertChar(
+            &encoding, Xml::Encoding::UTF8(), position, static_cast<unsigned>(end - position),
+            output, static_cast<unsigned>(outputEnd - output), consumed);
+        if (consumed == 0) return true;
+        if (written == 0) *output = '?';  // U+0000
+        output += std::max(written, 1U);
+        position += std::min<std::ptrdiff_t>(consumed, end - position);
+    }
+    return false;
 }
 
 }  // namespace
@@ -77,7 +106,7 @@ int CssSource::ReadStream(int offset) {
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& exception) {
-        failed_ = true;
+        failed_ = endOfStream_ = true;
         error_ = exception.what();
         return 0;
     }
@@ -134,17 +163,12 @@ bool CssSource::Decode(astring& text) {
 
 // Bytes that are no character become "?", and so does the begin of one at the end of the stream.
 void CssSource::DecodeUntilFull(unsigned char*& output, unsigned char* outputEnd) {
-    const Xml::detail::CharCodec& codec = encoding_->Codec();
     const unsigned char* position = bytes_.get() + position_;
     const unsigned char* const end = bytes_.get() + end_;
-    while (position < end) {
-        const Xml::detail::DecodeEnd decoded = codec.DecodeRun(position, end, output, outputEnd);
-        if (decoded == Xml::detail::DecodeEnd::NoRoom || position >= end) break;
-        if (decoded == Xml::detail::DecodeEnd::SourceUsed && !endOfStream_) break;
-        if (output == outputEnd) break;
+    const auto decode = encoding_->Codec().Kind() == CodecKind::Utf8 ? DecodeUtf8 : DecodeOther;
+    while (decode(*encoding_, position, end, output, outputEnd) && endOfStream_) {
+        position = end;  // only the begin of a character is left
         *output++ = '?';
-        position =
-            decoded == Xml::detail::DecodeEnd::SourceUsed ? end : BehindBad(codec, position, end);
     }
     position_ = static_cast<int>(position - bytes_.get());
 }

@@ -49,19 +49,22 @@ bool IsEmpty(const Element& element) {
     return true;
 }
 
-// Returns the language that an element declares itself, or an empty text.
-const astring& DeclaredLanguage(const Element& element) {
-    const astring& ofXml = element.GetAttributeNS(kXml, "lang");
-    if (!ofXml.empty()) return ofXml;
-    const astring& plain = element.GetAttribute("xml:lang");
-    return plain.empty() ? element.GetAttribute("lang") : plain;
+// Returns the language that an element declares itself, or null. An empty one says that there is
+// none, whatever its ancestors say (XML 1.0 section 2.12).
+const astring* DeclaredLanguage(const Element& element) {
+    if (element.HasAttributeNS(kXml, "lang")) return &element.GetAttributeNS(kXml, "lang");
+    for (const std::string_view name : {"xml:lang", "lang"}) {
+        if (element.HasAttribute(name)) return &element.GetAttribute(name);
+    }
+    return nullptr;
 }
 
 bool IsInLanguage(const Element& element, std::string_view language) {
     for (const Node* node = &element; node != nullptr && node->NodeType() == Node::ELEMENT_NODE;
          node = node->ParentNode()) {
-        const std::string_view own = DeclaredLanguage(static_cast<const Element&>(*node)).view();
-        if (own.empty()) continue;
+        const astring* const declared = DeclaredLanguage(static_cast<const Element&>(*node));
+        if (declared == nullptr) continue;
+        const std::string_view own = declared->view();
         return EqualIgnoringCase(own.substr(0, language.size()), language) &&
                (own.size() == language.size() || own[language.size()] == '-');
     }

@@ -9,7 +9,7 @@ namespace Dom::CSS {
 
 Selector::Selector(std::string_view text)
     : text_(text), compiled_(std::make_unique<detail::CompiledSelectors>(text_)) {
-    if (!compiled_->IsGood()) {
+    if (!compiled_->IsGood() || text.find('\0') != std::string_view::npos) {
         DOMException::ThrowDOMException(DOMException::SYNTAX_ERR, detail::Message::kSelector);
     }
 }

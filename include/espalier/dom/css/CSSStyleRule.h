@@ -22,7 +22,7 @@ public:
     /// Returns the selector, " { ", the declaration and " }".
     astring CssText() const override;
     /// Reads a whole rule. When the declaration is refused, its properties up to the fault are in
-    /// Style() and the selector is the one before.
+    /// Style() and the selector is the one before, while the specificity is the new one.
     ///
     /// \throws DOMException SYNTAX_ERR "Syntax error in selector"; "Expected style declaration
     ///     after selector"; "Syntax error in style block", when "}" is not the last character; and

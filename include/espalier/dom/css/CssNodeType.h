@@ -10,7 +10,7 @@ namespace Dom::CSS {
 class ESPALIER_EXPORT CssNodeType {
 public:
     /// The kinds.
-    enum NODE_TYPE {
+    enum NODE_TYPE : int {
         Node = 0,       ///< nothing read yet
         Rule = 1,       ///< not used
         Selector = 2,   ///< text up to "{"
