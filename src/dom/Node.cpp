@@ -78,7 +78,7 @@ void Node::SetNodeValue(std::string_view value) {
 
 // A value that grows piece by piece is not copied with each.
 void Node::AppendNodeValue(std::string_view value) {
-    if (rest_.value == nullptr || Has(SharedValue)) return SetNodeValue(NodeValue() + value);
+    if (!HasValue() || Has(SharedValue)) return SetNodeValue(NodeValue() + value);
     rest_.value->append(value);
     ValueHasChanged();
 }

@@ -143,9 +143,9 @@ void Node::operator delete(Node* node, std::destroying_delete_t) {
     detail::DocumentData& data = *node->name_->data;
     const std::size_t size = node->PoolSize();
     node->~Node();
-    // The node has counted for the document until now.
+    // The node still counts: ~Node() leaves that to us for nodes in the pool.
     data.pool.Free(node, size);  // NOLINT(clang-analyzer-cplusplus.NewDelete)
-    data.Release();
+    data.Release();              // NOLINT(clang-analyzer-cplusplus.NewDelete)
 }
 
 }  // namespace Dom
