@@ -133,8 +133,9 @@ Primitive ReadNumber(std::string_view& text) {
     const std::string_view unit = cursor.Since(unitBegin);
     text.remove_prefix(static_cast<std::size_t>(cursor.at - text.data()));
     const Type type = TypeOfUnit(unit);
-    const bool saysAll = type != CSSPrimitiveValue::CSS_DIMENSION || IsIdent(unit);
-    return {type, isNegative ? -*value : *value, {}, saysAll};
+    const bool isOther = type == CSSPrimitiveValue::CSS_DIMENSION;
+    return {
+        type, isNegative ? -*value : *value, {}, !isOther || IsIdent(unit), isOther ? unit : ""};
 }
 
 Primitive ReadPrimitive(std::string_view text, astring& buffer) {

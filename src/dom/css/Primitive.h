@@ -17,6 +17,7 @@ struct Primitive {
     float number = 0;         ///< of a number or dimension
     std::string_view string;  ///< of everything else; lies in the text or in the buffer
     bool saysAll = false;     ///< nothing of the text is lost when only this is kept
+    std::string_view unit{};  ///< of CSS_DIMENSION; lies in the text
 };
 
 /// Reads a text, without white space before it, as one value.

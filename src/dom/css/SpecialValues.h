@@ -2,7 +2,10 @@
 #pragma once
 
 #include <espalier/base/astring.h>
+#include <espalier/dom/css/CSSPrimitiveValue.h>
 #include <espalier/dom/css/CSSValue.h>
+
+#include "dom/css/Primitive.h"
 
 #include <string_view>
 
@@ -18,6 +21,22 @@ public:
     void SetCssText(const char* text) override;
     using CSSValue::SetCssText;
     InheritValue* Clone() const override { return new InheritValue(*this); }
+};
+
+/// A number with a unit that has no number of its own, such as "1.5rem". Other than a plain
+/// CSSPrimitiveValue it keeps the unit.
+class DimensionValue : public CSSPrimitiveValue {
+public:
+    explicit DimensionValue(const Primitive& dimension)
+        : CSSPrimitiveValue(dimension), unit_(dimension.unit) {}
+
+    astring CssText() const override;
+    void SetCssText(const char* text) override;
+    using CSSPrimitiveValue::SetCssText;
+    DimensionValue* Clone() const override { return new DimensionValue(*this); }
+
+private:
+    astring unit_;
 };
 
 /// A text that the other kinds of values would not keep, such as "calc(1px + 2px)". It stays as it

@@ -146,12 +146,12 @@ TEST(CSSStyleDeclarationValue, WordsThatBeginWithAHyphenKeepTheirText) {
 
 // Deliberate: a dimension prints its number alone. What is no unit at all keeps its text, see
 // above.
-TEST(CSSStyleDeclarationValue, DeliberateADimensionPrintsWithoutItsUnit) {
+TEST(CSSStyleDeclarationValue, ADimensionKeepsItsUnit) {
     ExpectValues({
-        {"2rem", "primitive 18", "2"},
-        {"10vw", "primitive 18", "10"},
-        {"1.5PX", "primitive 18", "1.5"},
-        {"1px 2rem", "list ' ' 2", "1px 2"},
+        {"2rem", "primitive 18", "2rem"},
+        {"10vw", "primitive 18", "10vw"},
+        {"1.5PX", "primitive 18", "1.5PX"},
+        {"1px 2rem", "list ' ' 2", "1px 2rem"},
     });
 }
 
