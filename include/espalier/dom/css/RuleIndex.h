@@ -27,8 +27,7 @@ struct MatchedRule {
 ///
 /// Rules are not owned. When one changes or goes, make the index anew.
 ///
-/// \note A const RuleIndex may be used from different threads at once, for trees that do not
-///     change.
+/// \note A const RuleIndex may be used from different threads at once, for different documents.
 class ESPALIER_EXPORT RuleIndex {
 public:
     RuleIndex();

@@ -26,7 +26,7 @@ namespace Dom::CSS {
 /// Matching takes time in proportion to the length of the selector and the ancestors and siblings
 /// that it names, and no stack.
 ///
-/// \note A const Selector may be used from different threads at once, for trees that do not change.
+/// \note A const Selector may be used from different threads at once, for different documents.
 class ESPALIER_EXPORT Selector {
 public:
     /// \throws DOMException SYNTAX_ERR "Syntax error in selector"
