@@ -35,8 +35,12 @@ const CSSStyleSheet& MakeSheet(Dom::Document& document) {
 // Returns what the rules that select an element declare for it.
 Dom::CSS::CSSStyleDeclaration StyleOf(const RuleIndex& index, const Element& element) {
     Dom::CSS::CSSStyleDeclaration style(nullptr);
-    for (const MatchedRule& match : index.Match(element))
-        style.Cascade(match.rule->Style(), match.rule->Origin(), match.specificity);
+    for (const MatchedRule& match : index.Match(element)) {
+        // A copy that is no rule's weighs what the selector does that selects, not the whole group.
+        Dom::CSS::CSSStyleDeclaration declaration(nullptr);
+        declaration = match.rule->Style();
+        style.Cascade(declaration, match.rule->Origin(), match.specificity);
+    }
     return style;
 }
 //! [style of an element]
