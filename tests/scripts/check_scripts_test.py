@@ -161,6 +161,11 @@ class CheckErrors(CheckTest):
         self.expect_found("check-errors", {**ERRORS, "src/xml/PenMessages.h": more},
                           "src/xml/PenMessages.h: not in docs/errors.md: Broken")
 
+    def test_a_message_in_a_folder_of_a_layer_without_a_row_is_found(self):
+        more = {"src/dom/css/Messages.h": HEADER + 'inline constexpr char kColon[] = "No colon";\n'}
+        self.expect_found("check-errors", {**ERRORS, **more},
+                          "src/dom/css/Messages.h: not in docs/errors.md: No colon")
+
     def test_literals_that_follow_each_other_are_one_message(self):
         more = ('inline constexpr char kLong[] =\n    "Say \\"please\\" "\n    "first";\n')
         source = {"src/xml/PenMessages.h": ERRORS["src/xml/PenMessages.h"] + more}
