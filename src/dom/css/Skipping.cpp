@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "dom/css/Skipping.h"
 
+#include <cstring>
+
 namespace Dom::CSS::detail {
 
 namespace {
@@ -42,10 +44,14 @@ bool SkipParentheses(const char*& text) {
 }
 
 const char* FindBlock(const char* text) {
-    int depth = 0;
-    while (*text != '\0' && (*text != '{' || depth > 0)) {
-        if (*text == '[' || *text == '(') ++depth;
-        if ((*text == ']' || *text == ')') && depth > 0) --depth;
+    int brackets = 0;
+    while (*text != '\0' && (*text != '{' || brackets > 0)) {
+        if (*text == '(') {
+            if (!SkipParentheses(text)) return text + std::strlen(text);
+            continue;
+        }
+        if (*text == '[') ++brackets;
+        if (*text == ']' && brackets > 0) --brackets;
         SkipOne(text);
     }
     return text;

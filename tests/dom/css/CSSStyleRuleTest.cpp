@@ -95,6 +95,9 @@ TEST(CSSStyleRule, ReadsSelectorsAndADeclaration) {
         {"p[title=\"{\"] { a: b }", "p[title=\"{\"]", 1001, "p[title=\"{\"] { a: b }"},
         {"p[title='a}{'] { a: b }", "p[title='a}{']", 1001, "p[title='a}{'] { a: b }"},
         {"p:contains(\"{\") { a: b }", "p:contains(\"{\")", 1001, "p:contains(\"{\") { a: b }"},
+        // So do those in parentheses, which only a parenthesis ends.
+        {"p:x(]{) { a: b }", "p:x(]{)", 1, "p:x(]{) { a: b }"},
+        {"p:x([{) { a: b }", "p:x([{)", 1, "p:x([{) { a: b }"},
         // The last brace ends the declaration, whatever stands before it.
         {"p { a: b } q { c: d }", "p", 1, "p { a: b } q { c: d }"},
         {"p { a: {b} }", "p", 1, "p { a: {b} }"},
