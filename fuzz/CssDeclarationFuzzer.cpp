@@ -62,7 +62,8 @@ void RequireConsistent(const CSSStyleDeclaration& declaration) {
         RequireEqual(clone->CssText(), property->Value());
     }
     Require(place == declaration.Length());
-    const CSSStyleDeclaration copy(declaration);
+    CSSStyleDeclaration copy(nullptr);
+    copy = declaration;
     RequireEqual(copy.CssText(), declaration.CssText());
 }
 

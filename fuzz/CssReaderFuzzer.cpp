@@ -14,12 +14,12 @@
 
 #include <algorithm>
 #include <array>
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <memory>
 #include <span>
+#include <utility>
 
 namespace {
 
@@ -73,13 +73,10 @@ private:
     bool throwsAtEnd_;
 };
 
-struct Place {
-    explicit Place(const CssReader& reader) : line(reader.LineNumber()), column(reader.LinePos()) {}
-    auto operator<=>(const Place&) const = default;
-
-    int line;
-    int column;
-};
+// Returns the line and the column of the current node.
+std::pair<int, int> PlaceOf(const CssReader& reader) {
+    return {reader.LineNumber(), reader.LinePos()};
+}
 
 void TellNode(fuzz::Story& story, const CssReader& reader) {
     story.Tell(reader.NodeType());
@@ -132,9 +129,9 @@ fuzz::Story Read(Bytes sheet, const Settings& settings, int bytesPerRead) {
     Dom::CSS::CSSStyleSheet rules(Dom::CSS::CSSRule::Author, nullptr, "", "");
     unsigned operation = settings.FirstOperation();
     for (bool isFirst = true;; isFirst = false) {
-        const Place before(*reader);
+        const auto before = PlaceOf(*reader);
         if (!reader->Read()) break;
-        Require(isFirst || Place(*reader) > before);
+        Require(isFirst || PlaceOf(*reader) > before);
         TellNode(story, *reader);
         if (settings.Has(kReadsRules)) {
             const astring rule = reader->ReadRule();
