@@ -18,8 +18,10 @@ std::unique_ptr<CSSStyleSheet> LoadEspalierSheet(const std::string& text) {
                             static_cast<long>(text.size()));
     Dom::CSS::CssReader reader(&stream, "UTF-8");
     auto sheet = std::make_unique<CSSStyleSheet>(CSSRule::Author, nullptr, "", "");
-    for (astring rule = reader.ReadRule(); !rule.empty(); rule = reader.ReadRule())
-        sheet->InsertRule(rule, sheet->CssRules().Length());
+    while (reader.Read()) {
+        const astring rule = reader.ReadRule();
+        if (!rule.empty()) sheet->InsertRule(rule, sheet->CssRules().Length());
+    }
     return sheet;
 }
 
