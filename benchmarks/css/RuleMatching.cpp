@@ -40,9 +40,10 @@ public:
         Xml::XmlTextReader reader;
         reader.SetStream(&stream, false);
         document_.Load(reader, "");
-        for (Dom::Node* const node : document_.GetElementsByTagName("*"))
-            elements_.push_back(static_cast<Dom::Element*>(node));
-        if (elements_.size() != kMatchedElements) throw std::runtime_error("a page was made wrong");
+        Collect(*document_.DocumentElement());
+        if (elements_.size() != kMatchedElements)
+            throw std::runtime_error("a page of " + std::to_string(elements_.size()) +
+                                     " elements was made");
         for (std::size_t i = 0; i < elements_.size(); i += kElementsPerAsked)
             some_.push_back(elements_[i]);
     }
@@ -52,6 +53,16 @@ public:
     const std::vector<Dom::Element*>& Some() const { return some_; }
 
 private:
+    void Collect(Dom::Element& element) {
+        elements_.push_back(&element);
+        for (Dom::Node* child = element.FirstChild(); child != nullptr;
+             child = child->NextSibling()) {
+            if (child->NodeType() == Dom::Node::ELEMENT_NODE) {
+                Collect(static_cast<Dom::Element&>(*child));
+            }
+        }
+    }
+
     Dom::Document document_;
     std::vector<Dom::Element*> elements_;
     std::vector<Dom::Element*> some_;
