@@ -45,9 +45,10 @@ class Rule:
     """A style rule: its selectors, and what is in its block."""
 
     def __init__(self, sheet, node, begin, text):
-        self.selectors = plain(tinycss2.serialize(without_comments(node.prelude)))
         brace = sheet.place(node.content[0]) - 1 if node.content else begin + text.index("{")
         self.head = sheet.text[begin : brace + 1]
+        pieces = sheet.spans(node.prelude, brace)
+        self.selectors = plain("".join(piece for part, _, piece in pieces if part.type != "comment"))
         nodes = tinycss2.parse_declaration_list(node.content)
         self.parts = list(sheet.spans(nodes, begin + len(text) - 1))
 
@@ -70,10 +71,6 @@ def is_understood(node):
 
 def is_passed_over(node):
     return node.type in ("whitespace", "comment")
-
-
-def without_comments(nodes):
-    return [node for node in nodes if node.type != "comment"]
 
 
 def plain(text):
