@@ -114,7 +114,7 @@ std::string FormatSheets(const std::vector<SheetResult>& results, TableFormat fo
 std::string FormatMatching(const MatchingResult& result, TableFormat format) {
     const std::vector<TableRow> rows = {
         {"way", "elements", "ms", "million pairs/s"},
-        MatchingRow("compile the rules, make the index", kMatchedElements, result.indexSeconds),
+        {"compile the rules, make the index", "-", FormatNumber(result.indexSeconds * 1e3, 1), "-"},
         MatchingRow("find rules in the index", kMatchedElements, result.matchSeconds),
         MatchingRow("both", kMatchedElements, result.bothSeconds),
         MatchingRow("find rules in the index", result.asked, result.indexOnThem),
