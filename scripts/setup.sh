@@ -31,6 +31,7 @@ SETUP_CI=(
 # whose documents the tests read.
 SETUP_PEERS=(
     libxml2-dev=deb libpugixml-dev=header:pugixml.hpp libtinyxml2-dev=header:tinyxml2.h
+    liblitehtml-dev=deb python3-tinycss2=deb
     libbenchmark-dev=header:benchmark/benchmark.h
     shared-mime-info=deb docbook-xsl=deb xcb-proto=deb libvulkan-dev=deb adwaita-icon-theme=deb
     gir1.2-gtk-3.0=deb libgtk-3-dev=deb
