@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Document.h"
 
+#include "Diagnostic.h"
 #include "EncodingMask.h"
 #include "Excerpt.h"
 #include "Utf8.h"
@@ -28,24 +29,6 @@ constexpr std::array<std::string_view, 5> kLimits = {
     "Entity expansion limit exceeded",
     "Entity nesting limit exceeded",
 };
-
-enum class Severity { Error, Note };
-
-// Joins the parts of a message in the form of compilers: "FILE:LINE:COLUMN: error: TEXT".
-std::string Headline(const Console& console, std::string_view where, Severity severity,
-                     std::string_view text) {
-    const bool isError = severity == Severity::Error;
-    if (!console.ColorsErrors()) {
-        return fmt::format("{}: {} {}\n", where, isError ? "error:" : "note:", text);
-    }
-    return fmt::format("\x1B[1m{}: {}\x1B[0m {}\n", where,
-                       isError ? "\x1B[31merror:" : "\x1B[36mnote:", text);
-}
-
-std::string Picture(const Console& console, const Excerpt& excerpt) {
-    if (!console.ColorsErrors()) return ShowExcerpt(excerpt);
-    return ShowExcerpt(excerpt, "\x1B[1;32m", "\x1B[0m");
-}
 
 // Returns an argument of a message as one short line.
 std::string OneLine(std::string_view argument) {
