@@ -8,12 +8,14 @@
 #include <fmt/format.h>
 
 #include <string_view>
+#include <utility>
 
 namespace Tool {
 
 namespace {
 
 constexpr char kRest[] = "Syntax error: the rest is not read";
+constexpr char kRestOfBlock[] = "Syntax error: the rest of the block is not read";
 
 // Returns the message without the name of the class, which says nothing to people.
 std::string MessageText(const Dom::DOMException& error) {
@@ -41,17 +43,52 @@ Sheet::Sheet(const std::string& name, const SheetEncoding& encoding, Context& co
 std::optional<SheetItem> Sheet::Next() {
     if (sheet_.CssRules().Length() > 0) sheet_.DeleteRule(0);
     if (isOver_) return std::nullopt;
-    if (!isBroken_ && !reader_.ReadSelector().empty()) {
-        const Place place = Here();
-        const astring rule = reader_.ReadRule();
-        isBroken_ = !IsBehindRule();
-        // What a failure has cut would look as if it were whole.
-        if (!isBroken_ || !reader_.StreamFailed()) return Insert(place, rule);
+    if (!isAtSelector_) {
+        isAtSelector_ = FindSelector();
+        isOver_ = !isAtSelector_;
+        if (fault_ && !reader_.StreamFailed()) return RefuseAtFault(isOver_ ? kRest : kRestOfBlock);
+        if (isOver_) return std::nullopt;
     }
-    isOver_ = true;
-    if (reader_.StreamFailed() || reader_.IsAtEnd()) return std::nullopt;
-    text_.MoveTo(Here());
-    return SheetItem{Here(), nullptr, kRest};
+    return ReadRule();
+}
+
+// Moves to the next selector as one does who makes a style sheet with Read() and ReadRule() in
+// turns, and stops when Read() fails. ReadRule() gives nothing in a block; elsewhere it looks for a
+// selector itself, and a read that fails meanwhile does not count.
+bool Sheet::FindSelector() {
+    bool isInReadRule = false;
+    while (true) {
+        if (!reader_.Read()) {
+            NoteFault();
+            if (!isInReadRule) return false;
+            isInReadRule = false;
+            continue;
+        }
+        const Dom::CSS::CssNodeType type = reader_.NodeType();
+        if (type == Dom::CSS::CssNodeType::Selector) return true;
+        if (type == Dom::CSS::CssNodeType::StartDecl) isInBlock_ = !isInAtRule_;
+        if (type == Dom::CSS::CssNodeType::EndDecl) isInBlock_ = false;
+        isInReadRule = isInReadRule || !isInBlock_;
+    }
+}
+
+void Sheet::NoteFault() {
+    if (!fault_ && !reader_.IsAtEnd()) fault_ = Here();
+}
+
+std::optional<SheetItem> Sheet::ReadRule() {
+    const Place place = Here();
+    const astring rule = reader_.ReadRule();
+    const bool isWhole = IsBehindRule();
+    if (!isWhole && reader_.StreamFailed()) {  // it would look as if it were
+        isOver_ = true;
+        return std::nullopt;
+    }
+    if (!isWhole) NoteFault();
+    isAtSelector_ = false;
+    isInAtRule_ = rule.view().starts_with('@');
+    isInBlock_ = !isWhole && !isInAtRule_;
+    return Insert(place, rule);
 }
 
 // The node alone does not tell: it is kept when there is no other.
@@ -67,6 +104,12 @@ SheetItem Sheet::Insert(Place place, const astring& rule) {
     } catch (const Dom::DOMException& error) {
         return {place, nullptr, MessageText(error)};
     }
+}
+
+SheetItem Sheet::RefuseAtFault(const char* why) {
+    const Place place = *std::exchange(fault_, std::nullopt);
+    text_.MoveTo(place);
+    return {place, nullptr, why};
 }
 
 ExitCode Sheet::ExplainRefusal(const SheetItem& item) {

@@ -24,7 +24,8 @@ struct SheetItem {
     std::string refusal;                      ///< why it was refused
 };
 
-/// A style sheet that is read rule by rule. One rule is held at a time.
+/// A style sheet that is read rule by rule, with the rules that a document has that links to it.
+/// One of them is held at a time.
 class Sheet {
 public:
     /// Opens the sheet.
@@ -36,10 +37,9 @@ public:
     const std::string& DisplayName() const { return input_.DisplayName(); }
 
     /// Returns what comes next, or nothing at the end. The rule is there until the next call.
-    /// Where there is something that is no rule, that is refused and the last that comes.
     std::optional<SheetItem> Next();
 
-    /// Writes about what was refused last: where it is, why, and the line.
+    /// Writes about what Next() has returned that was refused: where it is, why, and the line.
     ExitCode ExplainRefusal(const SheetItem& item);
 
     /// Writes why the sheet could not be read to its end; nothing when it could.
@@ -47,15 +47,22 @@ public:
 
 private:
     Place Here() const { return {reader_.LineNumber(), reader_.LinePos()}; }
+    bool FindSelector();
+    void NoteFault();
+    std::optional<SheetItem> ReadRule();
     bool IsBehindRule() const;
     SheetItem Insert(Place place, const astring& rule);
+    SheetItem RefuseAtFault(const char* why);
 
     Context& context_;
     Input input_;
     SheetText text_;
     Dom::CSS::CssReader reader_;
     Dom::CSS::CSSStyleSheet sheet_;
-    bool isBroken_ = false;  // there is no rule where the reader is
+    bool isAtSelector_ = false;
+    bool isInBlock_ = false;      // of declarations, but for that of an at-rule
+    bool isInAtRule_ = false;     // or behind it
+    std::optional<Place> fault_;  // what no node begins with, since the last rule
     bool isOver_ = false;
 };
 
