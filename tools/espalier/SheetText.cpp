@@ -20,7 +20,8 @@ bool IsBefore(const Place& a, const Place& b) {
 
 void SheetText::Take(std::string_view bytes) {
     const bool isBigEndian = form_ == SourceForm::Utf16LE && bytes.starts_with("\xFE\xFF");
-    if (atStart_ && isBigEndian) decoder_ = SourceDecoder(SourceForm::Utf16BE);
+    if (atStart_ && isBigEndian)
+        decoder_ = SourceDecoder(SourceForm::Utf16BE, nullptr, BadBytes::Kept);
     atStart_ = false;
     text_ += decoder_.Decode(bytes);
 }
