@@ -247,7 +247,8 @@ TEST(CssCheck, InputThatFailsIsNoSyntaxError) {
     EXPECT_EQ(cut.errors, "<stdin>: error: Damaged gzip data: unexpected end of file\n");
     EXPECT_TRUE(cut.out.starts_with("0,0,1 p0\n    color: red\n"));
     EXPECT_TRUE(cut.out.ends_with("    color: red\n"));  // no rule that is cut
-    const ProgramResult large = RunProgram({"css", "--max-bytes", "20"}, "p{a:b}q{c:d}r{}s{}t{}u{}");
+    const ProgramResult large =
+        RunProgram({"css", "--max-bytes", "20"}, "p{a:b}q{c:d}r{}s{}t{}u{}");
     EXPECT_EQ(large.exitCode, 5);
     EXPECT_TRUE(large.errors.starts_with("<stdin>: error: ")) << large.errors;
 }
