@@ -20,9 +20,10 @@ public:
     const char* Summary() const override { return "Shows the rules of style sheets."; }
 
     const char* Footer() const override {
-        return "Each rule is a line  IDS,CLASSES,ELEMENTS SELECTORS  (its specificity) and a line\n"
-               "for each declaration, with shorthands such as margin taken apart. What is refused\n"
-               "goes to standard error, with its line and a caret; the exit code is 3 then.\n"
+        return "Each rule is a line  IDS,CLASSES,ELEMENTS SELECTORS  (its specificity), and one\n"
+               "for each declaration, with shorthands such as margin taken apart. What is\n"
+               "refused goes to standard error, with its line and a caret, and the exit code\n"
+               "is 3 then.\n"
                "\n"
                "Examples:\n"
                "  espalier css --check site/*.css\n"
