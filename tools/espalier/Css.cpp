@@ -33,7 +33,8 @@ public:
     void AddOptions(CLI::App& app) override {
         app.add_option("FILE", names_, "style sheets; \"-\" or none: standard input")
             ->type_name("");
-        CLI::Option* const check = app.add_flag("--check", check_, "show only what is refused");
+        CLI::Option* const check = app.add_flag("--check", check_, "show only what is refused")
+                                       ->option_text(" ");  // not what it excludes
         app.add_flag("--json", json_, "one JSON object a line");
         app.add_option("-o,--output", output_, "write to this file, if all goes well")
             ->option_text("FILE")
