@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Document.h"
+#include "Diagnostic.h"
 #include "OutputFile.h"
 #include "RuleLines.h"
 #include "RuleObjects.h"

@@ -20,4 +20,10 @@ std::string Picture(const Console& console, const Excerpt& excerpt) {
     return ShowExcerpt(excerpt, "\x1B[1;32m", "\x1B[0m");
 }
 
+ExitCode ExplainOpening(const std::string& name, const Xml::Exception& error, Context& context) {
+    context.console.Write(
+        Headline(context.console, name == "-" ? "<stdin>" : name, Severity::Error, error.What()));
+    return ExitCode::InputOutput;
+}
+
 }  // namespace Tool

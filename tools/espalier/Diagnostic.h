@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <espalier/io/Exception.h>
+
 #include "Console.h"
+#include "Context.h"
 #include "Excerpt.h"
+#include "ExitCode.h"
 
 #include <string>
 #include <string_view>
@@ -20,5 +24,8 @@ std::string Headline(const Console& console, std::string_view where, Severity se
 
 /// Returns what ShowExcerpt() returns, coloured as the console wants it.
 std::string Picture(const Console& console, const Excerpt& excerpt);
+
+/// Writes that the document `name` could not be opened.
+ExitCode ExplainOpening(const std::string& name, const Xml::Exception& error, Context& context);
 
 }  // namespace Tool

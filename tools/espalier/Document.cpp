@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Document.h"
 
-#include "Diagnostic.h"
 #include "EncodingMask.h"
 #include "Excerpt.h"
 #include "Utf8.h"
@@ -266,12 +265,6 @@ void Document::Note(const Excerpt& excerpt, Place place, std::string_view text) 
                                   : fmt::format("{}:{}", input_.DisplayName(), place.line);
     context_.console.Write(Headline(context_.console, where, Severity::Note, text) +
                            Picture(context_.console, excerpt));
-}
-
-ExitCode ExplainOpening(const std::string& name, const Xml::Exception& error, Context& context) {
-    context.console.Write(
-        Headline(context.console, name == "-" ? "<stdin>" : name, Severity::Error, error.What()));
-    return ExitCode::InputOutput;
 }
 
 }  // namespace Tool
