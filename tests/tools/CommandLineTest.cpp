@@ -37,6 +37,7 @@ TEST(CommandLine, HelpFitsOneScreenAndNamesAllVerbs) {
     EXPECT_EQ(result.errors, "");
     ExpectOneScreen(result.out);
     EXPECT_NE(result.out.find("\n  check "), std::string::npos);
+    EXPECT_NE(result.out.find("\n  css "), std::string::npos);
     EXPECT_NE(result.out.find("\n  events "), std::string::npos);
     EXPECT_NE(result.out.find("\n  tree "), std::string::npos);
     EXPECT_EQ(RunProgram({"help"}).out, result.out);
@@ -44,7 +45,7 @@ TEST(CommandLine, HelpFitsOneScreenAndNamesAllVerbs) {
 }
 
 TEST(CommandLine, HelpOfAVerbEndsInTwoExamples) {
-    for (const char* const verb : {"check", "events", "tree"}) {
+    for (const char* const verb : {"check", "css", "events", "tree"}) {
         SCOPED_TRACE(verb);
         const ProgramResult result = RunProgram({verb, "--help"});
         EXPECT_EQ(result.exitCode, 0);
@@ -58,7 +59,7 @@ TEST(CommandLine, HelpTeachesWhatAllVerbsRead) {
     const std::string help = RunProgram({"--help"}).out;
     for (const char* const word : {"gzip", "ARCHIVE!MEMBER", "--color", "--progress"})
         EXPECT_NE(help.find(word), std::string::npos) << word;
-    for (const char* const verb : {"check", "events", "tree", "format"}) {
+    for (const char* const verb : {"check", "css", "events", "tree", "format"}) {
         const std::string verbHelp = RunProgram({verb, "--help"}).out;
         for (const char* const option :
              {"\n  --encoding NAME", "\n  --max-bytes N", "\n  --max-ratio N"})

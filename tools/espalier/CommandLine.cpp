@@ -38,7 +38,6 @@ constexpr std::string_view kHelpEnd =
     "  espalier check *.xml             is every document well-formed?\n"
     "  espalier check 'a.epub!b.opf'    and the one in this archive?\n"
     "  espalier events feed.xml         every node, one a line\n"
-    "  espalier events --json - <a.xml  the same for programs\n"
     "  espalier format feed.xml         the same document, indented\n"
     "  espalier tree --counts big.xml   what is in it, and how often\n";
 

@@ -29,24 +29,6 @@ constexpr std::array<std::string_view, 5> kLimits = {
     "Entity nesting limit exceeded",
 };
 
-enum class Severity { Error, Note };
-
-// Joins the parts of a message in the form of compilers: "FILE:LINE:COLUMN: error: TEXT".
-std::string Headline(const Console& console, std::string_view where, Severity severity,
-                     std::string_view text) {
-    const bool isError = severity == Severity::Error;
-    if (!console.ColorsErrors()) {
-        return fmt::format("{}: {} {}\n", where, isError ? "error:" : "note:", text);
-    }
-    return fmt::format("\x1B[1m{}: {}\x1B[0m {}\n", where,
-                       isError ? "\x1B[31merror:" : "\x1B[36mnote:", text);
-}
-
-std::string Picture(const Console& console, const Excerpt& excerpt) {
-    if (!console.ColorsErrors()) return ShowExcerpt(excerpt);
-    return ShowExcerpt(excerpt, "\x1B[1;32m", "\x1B[0m");
-}
-
 // Returns an argument of a message as one short line.
 std::string OneLine(std::string_view argument) {
     constexpr std::size_t kLongest = 60;
@@ -283,12 +265,6 @@ void Document::Note(const Excerpt& excerpt, Place place, std::string_view text) 
                                   : fmt::format("{}:{}", input_.DisplayName(), place.line);
     context_.console.Write(Headline(context_.console, where, Severity::Note, text) +
                            Picture(context_.console, excerpt));
-}
-
-ExitCode ExplainOpening(const std::string& name, const Xml::Exception& error, Context& context) {
-    context.console.Write(
-        Headline(context.console, name == "-" ? "<stdin>" : name, Severity::Error, error.What()));
-    return ExitCode::InputOutput;
 }
 
 }  // namespace Tool

@@ -5,6 +5,7 @@
 #include <espalier/xml/XmlTextReader.h>
 
 #include "Context.h"
+#include "Diagnostic.h"
 #include "EntityTrace.h"
 #include "Excerpt.h"
 #include "ExitCode.h"
@@ -113,9 +114,6 @@ private:
     bool isStandalone_ = false;      // it says that there are no others
     bool declaresEntities_ = false;  // it may, in its internal subset
 };
-
-/// Writes that the document `name` could not be opened.
-ExitCode ExplainOpening(const std::string& name, const Xml::Exception& error, Context& context);
 
 /// Opens the document `name`, hands it to `work` before its first node, and writes about what goes
 /// wrong.

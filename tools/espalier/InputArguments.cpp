@@ -12,6 +12,8 @@ namespace Tool {
 
 namespace {
 
+constexpr char kEncodingOption[] = "--encoding";
+
 // Returns the number at the start of `text`, which loses it; none when there is none above 0.
 std::optional<long> TakeNumber(std::string_view& text) {
     long number = 0;
@@ -27,7 +29,7 @@ void SetEncoding(const std::string& name, InputOptions& options) {
     std::string names;
     for (const InputEncoding& encoding : InputEncodings())
         names.append(names.empty() ? "" : ", ").append(encoding.name);
-    throw CLI::ValidationError("--encoding", fmt::format("\"{}\" is none of {}", name, names));
+    throw CLI::ValidationError(kEncodingOption, fmt::format("\"{}\" is none of {}", name, names));
 }
 
 void SetMostBytes(const std::string& text, InputOptions& options) {
@@ -66,10 +68,12 @@ std::optional<long> ParseByteCount(std::string_view text) {
 }
 
 void AddInputOptions(CLI::App& app, InputOptions& options) {
-    app.add_option_function<std::string>(
-           "--encoding", [&options](const std::string& name) { SetEncoding(name, options); },
-           "read as this encoding, whatever the document says")
-        ->option_text("NAME");
+    if (app.get_option_no_throw(kEncodingOption) == nullptr) {
+        app.add_option_function<std::string>(
+               kEncodingOption, [&options](const std::string& name) { SetEncoding(name, options); },
+               "read as this encoding, whatever the document says")
+            ->option_text("NAME");
+    }
     app.add_option_function<std::string>(
            "--max-bytes", [&options](const std::string& text) { SetMostBytes(text, options); },
            "stop behind N bytes (NK, NM, NG), uncompressed")

@@ -12,7 +12,8 @@ class App;
 
 namespace Tool {
 
-/// Adds the options that say how documents are read: --encoding, --max-bytes, --max-ratio.
+/// Adds the options that say how documents are read: --encoding, unless there is one already,
+/// --max-bytes, --max-ratio.
 /// \param options what they are written to when they are parsed; not owned
 void AddInputOptions(CLI::App& app, InputOptions& options);
 

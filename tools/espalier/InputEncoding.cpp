@@ -33,18 +33,18 @@ char ToLower(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-bool IsSameName(std::string_view a, std::string_view b) {
+}  // namespace
+
+bool IsSameEncodingName(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                       [](char one, char other) { return ToLower(one) == ToLower(other); });
 }
-
-}  // namespace
 
 std::span<const InputEncoding> InputEncodings() { return kEncodings; }
 
 const InputEncoding* FindInputEncoding(std::string_view name) {
     for (const InputEncoding& encoding : kEncodings) {
-        if (IsSameName(encoding.name, name)) return &encoding;
+        if (IsSameEncodingName(encoding.name, name)) return &encoding;
     }
     return nullptr;
 }

@@ -17,6 +17,9 @@ struct InputEncoding {
     Xml::Encoding* (*page)();  ///< of SourceForm::CodePage, otherwise null
 };
 
+/// Tells whether two names of encodings are the same, in letters of any case.
+bool IsSameEncodingName(std::string_view a, std::string_view b);
+
 /// Returns all of them.
 std::span<const InputEncoding> InputEncodings();
 

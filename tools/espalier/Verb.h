@@ -40,6 +40,7 @@ public:
 };
 
 std::unique_ptr<Verb> MakeCheck();
+std::unique_ptr<Verb> MakeCss();
 std::unique_ptr<Verb> MakeEvents();
 std::unique_ptr<Verb> MakeFormat();
 std::unique_ptr<Verb> MakeTree();

@@ -46,6 +46,8 @@ int CssReader::LineNumber() const { return scanner_->LineNumber(); }
 
 int CssReader::LinePos() const { return scanner_->LinePos(); }
 
+bool CssReader::IsAtEnd() const { return scanner_->BeganAtEnd(); }
+
 bool CssReader::StreamFailed() const { return scanner_->source.Failed(); }
 
 const astring& CssReader::StreamError() const { return scanner_->source.Error(); }

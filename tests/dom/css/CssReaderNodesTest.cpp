@@ -338,3 +338,38 @@ TEST(CssReader, TellsPlacesFarBehindTheBegin) {
         ASSERT_TRUE(inALine.Skip(3));
     }
 }
+
+TEST(CssReader, TheEndIsToldFromAFault) {
+    const struct {
+        const char* text;
+        bool isAtEnd;  // after the first read that fails
+    } kCases[] = {
+        {"", true},        {" ", true},        {"p{}", true},
+        {"p{}\n", true},   {"p{", true},       {"p{a:b", true},
+        {"p{a:b;", true},  {"/*", true},
+
+        {"p", false},      {"p{}q", false},    {"p{a}", false},
+        {"p{a", false},    {"p{-a:b}", false}, {"p{a:b;;c:d}", false},
+        {"p{q{}}", false}, {"@a;", false},
+    };
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.text);
+        CssText reader(c.text);
+        while (reader->Read()) {
+        }
+        EXPECT_EQ(reader->IsAtEnd(), c.isAtEnd);
+    }
+}
+
+TEST(CssReader, AFaultIsNotTheEndForAsLongAsItStays) {
+    CssText reader("p{-a:b}");
+    ASSERT_TRUE(reader.Skip(2));
+    EXPECT_FALSE(reader->IsAtEnd());
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_FALSE(reader->Read());
+        EXPECT_FALSE(reader->IsAtEnd());
+        EXPECT_EQ(reader->LinePos(), 3);
+    }
+    reader->Close();
+    EXPECT_TRUE(reader->IsAtEnd());
+}

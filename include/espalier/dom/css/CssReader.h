@@ -53,6 +53,10 @@ public:
     /// Reads the next node, and tells whether there was one.
     bool Read();
 
+    /// Tells whether there was no text left when a node was last looked for. When there was no
+    /// node and this is false, what is left is nothing that can stand there.
+    bool IsAtEnd() const;
+
     /// \name The current node
     /// What Read() left; kept when a read fails.
     /// @{
