@@ -38,15 +38,17 @@ constexpr std::array<const char*, 3> kUris = {"", "urn:1", "urn:2"};
 constexpr std::array<const char*, 5> kTexts = {"", "text", " ", "i", "]]>--?>"};
 constexpr std::size_t kMostNodes = 4000;  // that a walk may meet
 
-// Returns the node whose destruction destroys this one: its parent, or the element whose map holds
-// it; null for a free node.
+// Returns the node whose destruction destroys this one: the element whose map holds it, even where
+// it is a child, too, or else its parent; null for a free node.
 Node* HolderOf(const Node& node) {
-    if (node.ParentNode() != nullptr) return node.ParentNode();
-    if (node.NodeType() != DOMNodeType::ATTRIBUTE_NODE) return nullptr;
-    Element* const owner = static_cast<const Attr&>(node).OwnerElement();
-    if (owner == nullptr) return nullptr;
-    Dom::NamedNodeMap& map = *owner->Attributes();
-    return std::find(map.begin(), map.end(), &node) != map.end() ? owner : nullptr;
+    if (node.NodeType() == DOMNodeType::ATTRIBUTE_NODE) {
+        Element* const owner = static_cast<const Attr&>(node).OwnerElement();
+        if (owner != nullptr) {
+            Dom::NamedNodeMap& map = *owner->Attributes();
+            if (std::find(map.begin(), map.end(), &node) != map.end()) return owner;
+        }
+    }
+    return node.ParentNode();
 }
 
 bool IsBelow(const Node* node, const Node& top) {

@@ -91,20 +91,40 @@ std::string Written(const Dom::Document& document) {
             static_cast<std::size_t>(stream.Length())};
 }
 
-// Tells whether names mean the same when they are read again: not where a prefix is bound to
-// nothing, or where "xml" or "xmlns" is bound.
-bool HasPlainNames(const Dom::Document& document) {
+// Tells whether the names of an element mean the same when they are read again: not where a prefix
+// is bound to nothing, or where "xml" or "xmlns" is bound.
+bool HasPlainNames(const Dom::Element& element) {
+    if (element.NamespaceURI().empty() && !element.PrefixView().empty()) return false;
+    for (const Dom::AttributeView attribute : element.AttributeViews()) {
+        const bool declares = attribute.Prefix() == "xmlns";
+        if (declares && attribute.LocalName().starts_with("xml")) return false;
+        if (declares || attribute.Prefix().empty()) continue;
+        if (attribute.NamespaceURI().empty()) return false;
+    }
+    return true;
+}
+
+// Tells whether a text is one node when it is read again. White space at its start, before a
+// reference or alone, is white space between markup then, and makes no node.
+bool IsPlainText(std::string_view text) {
+    const std::size_t start = text.find_first_not_of(" \t\n");
+    if (start == std::string_view::npos) return text.empty();
+    return start == 0 || std::string_view("&<>\"'\r").find(text[start]) == std::string_view::npos;
+}
+
+bool IsPlain(const Dom::Node& node, const Settings& settings) {
+    switch (node.NodeType()) {
+    case Dom::DOMNodeType::ELEMENT_NODE:
+        return settings.Has(kNoNamespaces) ||
+               HasPlainNames(static_cast<const Dom::Element&>(node));
+    case Dom::DOMNodeType::TEXT_NODE: return IsPlainText(node.NodeValue().view());
+    default: return true;
+    }
+}
+
+bool AreAllPlain(const Dom::Document& document, const Settings& settings) {
     for (const Dom::Node* node = document.FirstChild(); node != nullptr;) {
-        if (node->NodeType() == Dom::DOMNodeType::ELEMENT_NODE) {
-            const auto& element = static_cast<const Dom::Element&>(*node);
-            if (element.NamespaceURI().empty() && !element.PrefixView().empty()) return false;
-            for (const Dom::AttributeView attribute : element.AttributeViews()) {
-                const bool declares = attribute.Prefix() == "xmlns";
-                if (declares && attribute.LocalName().starts_with("xml")) return false;
-                if (declares || attribute.Prefix().empty()) continue;
-                if (attribute.NamespaceURI().empty()) return false;
-            }
-        }
+        if (!IsPlain(*node, settings)) return false;
         const Dom::Node* next = node->FirstChild();
         while (next == nullptr && node != nullptr) {
             next = node->NextSibling();
@@ -115,14 +135,13 @@ bool HasPlainNames(const Dom::Document& document) {
     return true;
 }
 
-// Entities are not declared in what is written; names may be too long in another encoding; and
-// white space that was written as references may be white space between markup then.
+// Entities are not declared in what is written; names may be too long in another encoding.
 void RequireSameWhenWritten(const Dom::Document& document, std::string_view text,
                             const Settings& settings) {
     const bool isTold = document.InputEncoding() == "UTF-8" && settings.Entities() != 2 &&
                         settings.ReportsAllWhitespace() &&
                         text.find("<!ENTITY") == std::string_view::npos &&
-                        (settings.Has(kNoNamespaces) || HasPlainNames(document));
+                        AreAllPlain(document, settings);
     std::string written;
     try {
         written = Written(document);

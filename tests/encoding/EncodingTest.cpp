@@ -7,7 +7,6 @@
 
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -105,18 +104,6 @@ TEST(Encoding, SharedEncodingsHaveTheirNamesAndMarks) {
 
 TEST(Encoding, SharedEncodingsDoNotThrow) {
     EXPECT_EQ(CharCount(*Xml::Encoding::UTF8(), {0xFF, 'a'}), 2U);
-}
-
-TEST(Encoding, SharedEncodingsMayBeFirstAskedForFromSeveralThreads) {
-    std::vector<Xml::Encoding*> seen(8);
-    std::vector<std::thread> threads;
-    for (Xml::Encoding*& place : seen) {
-        threads.emplace_back([&place] { place = Xml::Encoding::NativeWide(); });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-    for (Xml::Encoding* encoding : seen)
-        EXPECT_EQ(encoding, seen.front());
 }
 
 TEST(Encoding, PreamblesNeedTheirRoomAndAreWrittenOnlyWhenWanted) {

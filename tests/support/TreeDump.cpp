@@ -63,6 +63,8 @@ std::string LineOf(const Node& node, AttributeAccess access) {
     if (!node.NamespaceURI().empty()) line += " {" + Escape(node.NamespaceURI()) + '}';
     if (type == DOMNodeType::ELEMENT_NODE) {
         AddAttributes(line, node, access);
+    } else if (type == DOMNodeType::ATTRIBUTE_NODE) {
+        line += ' ' + Quoted(static_cast<const Dom::Attr&>(node).Value());
     } else if (type != DOMNodeType::ENTITY_REFERENCE_NODE) {
         line += ' ' + Quoted(node.NodeValue());
     }

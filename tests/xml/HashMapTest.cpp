@@ -9,7 +9,6 @@
 #include <new>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -363,33 +362,6 @@ TEST(HashMap, ValuesThatCannotBeCopiedStayWithTheOtherMap) {
     }
     const std::map<std::string, int> each = {{"1", 1}, {"2", 1}, {"3", 1}, {"4", 1}, {"5", 1}};
     EXPECT_EQ(freed, each);
-}
-
-TEST(HashMap, CopiesMayBeUsedFromDifferentThreads) {
-    Xml::HashMap original(8, true);
-    for (int number = 0; number < 100; ++number) {
-        original.Insert(std::to_string(number).c_str(), Value("value"));
-    }
-    unsigned counts[4] = {};
-    {
-        std::vector<std::thread> threads;
-        for (unsigned& count : counts) {
-            threads.emplace_back([copy = original, &count]() mutable {
-                for (int number = 0; number < 100; ++number) {
-                    if (copy.Find(std::to_string(number).c_str()) != nullptr) ++count;
-                }
-                copy.Insert("more", Value("value"));
-                count += copy.GetItemCount();
-            });
-        }
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
-    }
-    for (const unsigned count : counts) {
-        EXPECT_EQ(count, 201u);
-    }
-    EXPECT_EQ(original.GetItemCount(), 100u);
 }
 
 }  // namespace

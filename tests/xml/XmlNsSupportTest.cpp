@@ -7,7 +7,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -406,29 +405,6 @@ TEST(XmlNsSupport, ManyPrefixesAndLevelsStayExact) {
         EXPECT_EQ(context.FindPrefix("p" + std::to_string(number)), nullptr);
     }
     EXPECT_EQ(context.FindPrefix("shared"), nullptr);
-}
-
-TEST(XmlNsSupport, ObjectsInDifferentThreadsDoNotMeet) {
-    std::vector<std::thread> threads;
-    int found[4] = {};
-    for (int& count : found) {
-        threads.emplace_back([&count] {
-            sax::XmlNsSupport context;
-            for (int round = 0; round < 200; ++round) {
-                context.PushContext();
-                context.DeclarePrefix("a", "1");
-                count += context.GetURI("a") == "1";
-                context.PopContext();
-                count += context.GetURI("a").empty();
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    for (const int count : found) {
-        EXPECT_EQ(count, 400);
-    }
 }
 
 }  // namespace

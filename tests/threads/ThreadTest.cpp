@@ -6,6 +6,7 @@
 #include <espalier/encoding.h>
 #include <espalier/io/Stream.h>
 #include <espalier/xml/HashMap.h>
+#include <espalier/xml/XmlNsSupport.h>
 
 #include "support/DocumentForms.h"
 #include "support/NodeDump.h"
@@ -152,6 +153,51 @@ TEST(StreamThreads, ShareTheNullStream) {
         EXPECT_EQ(seen[number], seen[0]);
         EXPECT_EQ(read[number], -100);
     }
+}
+
+TEST(EncodingThreads, AskFirstForOneEncodingAtOnce) {
+    std::array<Xml::Encoding*, kThreads> seen{};
+    RunAtOnce([&seen](std::size_t number) { seen[number] = Xml::Encoding::NativeWide(); });
+    for (const Xml::Encoding* encoding : seen)
+        EXPECT_EQ(encoding, seen.front());
+}
+
+TEST(HashMapThreads, UseCopiesOfOneMapAtOnce) {
+    char value[] = "value";
+    Xml::HashMap original(8, true);
+    for (int key = 0; key < 100; ++key)
+        original.Insert(std::to_string(key).c_str(), value);
+    std::array<unsigned, kThreads> counts{};
+    {
+        std::vector<Xml::HashMap> copies(kThreads, original);
+        RunAtOnce([&](std::size_t number) {
+            Xml::HashMap& copy = copies[number];
+            for (int key = 0; key < 100; ++key) {
+                if (copy.Find(std::to_string(key).c_str()) != nullptr) ++counts[number];
+            }
+            copy.Insert("more", value);
+            counts[number] += copy.GetItemCount();
+        });
+    }
+    for (const unsigned count : counts)
+        EXPECT_EQ(count, 201U);
+    EXPECT_EQ(original.GetItemCount(), 100U);
+}
+
+TEST(XmlNsSupportThreads, UseContextsOfTheirOwnAtOnce) {
+    std::array<int, kThreads> found{};
+    RunAtOnce([&found](std::size_t number) {
+        sax::XmlNsSupport context;
+        for (int round = 0; round < 200; ++round) {
+            context.PushContext();
+            context.DeclarePrefix("a", "1");
+            found[number] += context.GetURI("a") == "1";
+            context.PopContext();
+            found[number] += context.GetURI("a").empty();
+        }
+    });
+    for (const int count : found)
+        EXPECT_EQ(count, 400);
 }
 
 }  // namespace
