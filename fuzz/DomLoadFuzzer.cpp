@@ -115,8 +115,7 @@ bool IsPlainText(std::string_view text) {
 bool IsPlain(const Dom::Node& node, const Settings& settings) {
     switch (node.NodeType()) {
     case Dom::DOMNodeType::ELEMENT_NODE:
-        return settings.Has(kNoNamespaces) ||
-               HasPlainNames(static_cast<const Dom::Element&>(node));
+        return settings.Has(kNoNamespaces) || HasPlainNames(static_cast<const Dom::Element&>(node));
     case Dom::DOMNodeType::TEXT_NODE: return IsPlainText(node.NodeValue().view());
     default: return true;
     }
