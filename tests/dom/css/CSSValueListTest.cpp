@@ -203,12 +203,12 @@ TEST(CSSValueList, TakesOverValuesThatItIsMadeOf) {
 
 TEST(CSSValueList, TakesOverWhatIsAddedAndHandsOutWhatIsRemoved) {
     int count = 0;
-    CountedValue other(count, "o");
+    CountedValue other("o", count);
     std::unique_ptr<CountedValue> removed;
     {
         CSSValueList list("1 2", ',');
         list.AddItem(new CountedValue("a", count));
-        removed = std::make_unique<CountedValue>(count, "b");
+        removed = std::make_unique<CountedValue>("b", count);
         list.AddItem(removed.get());
         EXPECT_EQ(list.CssText(), "1 2 a b");
         list.RemoveItem(&other);
