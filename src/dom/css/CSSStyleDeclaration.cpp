@@ -3,11 +3,15 @@
 #include <espalier/dom/css/CSSStyleDeclaration.h>
 
 #include "dom/InterfaceName.h"
+#include "dom/css/DeclarationScanner.h"
 #include "dom/css/Priority.h"
 #include "dom/css/PropertyBuilder.h"
 #include "dom/css/PropertyMaking.h"
+#include "dom/css/WaitingText.h"
+#include "dom/css/Weight.h"
 
 #include <memory>
+#include <mutex>
 
 namespace Dom::CSS {
 
@@ -15,7 +19,7 @@ CSSStyleDeclaration::CSSStyleDeclaration(CSSRule* parentRule) : parentRule_(pare
 
 CSSStyleDeclaration::CSSStyleDeclaration(const CSSStyleDeclaration& other)
     : parentRule_(other.parentRule_) {
-    for (const CSSPropertyImpl* const property : other.properties_) {
+    for (const CSSPropertyImpl* const property : other.Properties()) {
         auto copy =
             detail::CopyProperty(*property, {property->Important(), property->Origin(),
                                              property->Specificity(), property->Shorthand()});
@@ -27,10 +31,29 @@ CSSStyleDeclaration::CSSStyleDeclaration(const CSSStyleDeclaration& other)
 CSSStyleDeclaration& CSSStyleDeclaration::operator=(const CSSStyleDeclaration& other) {
     CSSStyleDeclaration copy(other);
     properties_.SwapItems(copy.properties_);
+    DropWaiting();
     return *this;
 }
 
-CSSStyleDeclaration::~CSSStyleDeclaration() = default;
+CSSStyleDeclaration::~CSSStyleDeclaration() { DropWaiting(); }
+
+void CSSStyleDeclaration::DropWaiting() noexcept {
+    delete waiting_.load(std::memory_order_relaxed);
+    waiting_.store(nullptr, std::memory_order_relaxed);
+}
+
+// Declarations take turns at being made, whatever thread asks: that is short, and happens once.
+void CSSStyleDeclaration::MakeProperties() const {
+    static std::mutex turn;
+    const std::lock_guard lock(turn);
+    const detail::WaitingText* const waiting = waiting_.load(std::memory_order_relaxed);
+    if (waiting == nullptr) return;
+    CSSPropertyList made;
+    detail::PropertyBuilder(made, waiting->TheWeight()).AddText(waiting->Text());
+    properties_.SwapItems(made);
+    waiting_.store(nullptr, std::memory_order_release);
+    delete waiting;
+}
 
 void* CSSStyleDeclaration::QueryInterface(const char* className) {
     return Dom::detail::IsInterface(className, "Dom::CSS::CSSStyleDeclaration") ? this : nullptr;
@@ -38,26 +61,34 @@ void* CSSStyleDeclaration::QueryInterface(const char* className) {
 
 astring CSSStyleDeclaration::CssText() const {
     astring text;
-    for (const CSSPropertyImpl* const property : properties_) {
+    for (const CSSPropertyImpl* const property : Properties()) {
         if (property != *properties_.begin()) text += "; ";
         text += property->CssText();
     }
     return text;
 }
 
-void CSSStyleDeclaration::SetCssText(const char* text) { SetText(text); }
+void CSSStyleDeclaration::SetCssText(const char* text) {
+    SetText(text, detail::WeightOf(parentRule_));
+}
 
-void CSSStyleDeclaration::SetCssText(const astring& text) { SetText(text.c_str()); }
+void CSSStyleDeclaration::SetCssText(const astring& text) { SetCssText(text.c_str()); }
 
-void CSSStyleDeclaration::SetText(std::string_view text) {
+// Most declarations of a sheet are never asked for their properties.
+void CSSStyleDeclaration::SetText(std::string_view text, const detail::Weight& weight) {
+    const bool canWait = detail::IsSurelyDeclaration(text);
+    auto waiting = canWait ? detail::WaitingText::Make(text, weight) : nullptr;
     CSSPropertyList old;  // goes last: the text may be a part of it
     old.SwapItems(properties_);
-    detail::PropertyBuilder(properties_, parentRule_).AddText(text);
+    DropWaiting();
+    if (!canWait) return detail::PropertyBuilder(properties_, weight).AddText(text);
+    waiting_.store(waiting.release(), std::memory_order_release);
 }
 
 unsigned CSSStyleDeclaration::Find(std::string_view name) const {
-    for (unsigned i = 0; i < properties_.Length(); ++i) {
-        if (properties_.Item(i)->Name() == name) return i;
+    const CSSPropertyList& properties = Properties();
+    for (unsigned i = 0; i < properties.Length(); ++i) {
+        if (properties.Item(i)->Name() == name) return i;
     }
     return kNone;
 }
@@ -97,7 +128,7 @@ void CSSStyleDeclaration::SetProperty(std::string_view name, std::string_view va
     const unsigned old = Find(name);
     const unsigned length = properties_.Length();
     try {
-        detail::PropertyBuilder(properties_, parentRule_)
+        detail::PropertyBuilder(properties_, detail::WeightOf(parentRule_))
             .AddProperty(name, detail::IsImportant(priority), value);
     } catch (const DOMException&) {
         DeleteProperty(old);
@@ -111,7 +142,7 @@ void CSSStyleDeclaration::SetProperty(std::string_view name, std::string_view va
 }
 
 astring CSSStyleDeclaration::Item(unsigned long index) const {
-    const CSSPropertyImpl* const property = properties_.Item(index);
+    const CSSPropertyImpl* const property = Properties().Item(index);
     return property == nullptr ? astring() : property->Name();
 }
 

@@ -8,6 +8,7 @@
 #include "dom/css/CssCharacters.h"
 #include "dom/css/Messages.h"
 #include "dom/css/Skipping.h"
+#include "dom/css/Weight.h"
 
 #include <memory>
 #include <utility>
@@ -63,7 +64,7 @@ void CSSStyleRule::SetCssText(const char* text) {
     // The properties take the specificity of the rule along, so that is set before they are read.
     astring selectors = TrimmedBetween(text, block);
     specificity_ = specificity;
-    style_.SetText(body.substr(0, body.size() - 1));
+    style_.SetText(body.substr(0, body.size() - 1), {Origin(), specificity});
     SetSelectors(std::move(selectors));
 }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/dom/css/CSSStyleDeclaration.h>
-#include <espalier/dom/css/CSSStyleRule.h>
 
 #include "dom/css/NameIndex.h"
 #include "dom/css/PropertyMaking.h"
+#include "dom/css/Weight.h"
 
 #include <array>
 #include <cstddef>
@@ -22,18 +22,7 @@ namespace Dom::CSS {
 
 namespace {
 
-// How much the properties of the source weigh.
-struct Weight {
-    CSSRule::RULE_ORIGIN origin;
-    int specificity;
-};
-
-Weight WeightOf(const CSSRule* rule, Weight otherwise) {
-    if (rule == nullptr) return otherwise;
-    const auto* const styleRule = dynamic_cast<const CSSStyleRule*>(rule);
-    return {rule->Origin(),
-            styleRule == nullptr ? otherwise.specificity : styleRule->Specificity()};
-}
+using detail::Weight;
 
 // CSS 2.1 section 6.4.1, with one more rule: with the same origin, what is written out wins over
 // what comes from a shorthand.
@@ -107,9 +96,9 @@ private:
 
 void CSSStyleDeclaration::Cascade(const CSSStyleDeclaration& source, CSSRule::RULE_ORIGIN origin,
                                   int specificity) {
-    const Weight weight = WeightOf(source.parentRule_, {origin, specificity});
-    Merge merge(properties_);
-    for (const CSSPropertyImpl* const property : source.properties_)
+    const Weight weight = detail::WeightOf(source.parentRule_, {origin, specificity});
+    Merge merge(List());
+    for (const CSSPropertyImpl* const property : source.Properties())
         merge.Add(*property, weight);
     merge.Finish();
 }

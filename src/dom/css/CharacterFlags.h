@@ -12,23 +12,30 @@
 namespace Dom::CSS::detail {
 
 /// What a byte may be; several at once.
-enum CharacterFlag : unsigned char {
-    kBlank = 0x01,      ///< white space
-    kNameStart = 0x02,  ///< begins an identifier
-    kName = 0x04,       ///< stands in a name
-    kDigit = 0x08,      ///< 0 to 9
-    kUrl = 0x10,        ///< stands in an address without quotes, as itself
-    kNumberEnd = 0x20,  ///< may stand behind a number, or behind its unit
-    kValueEnd = 0x40    ///< ends the value of a property
+enum CharacterFlag : unsigned short {
+    kBlank = 0x01,       ///< white space
+    kNameStart = 0x02,   ///< begins an identifier
+    kName = 0x04,        ///< stands in a name
+    kDigit = 0x08,       ///< 0 to 9
+    kUrl = 0x10,         ///< stands in an address without quotes, as itself
+    kNumberEnd = 0x20,   ///< may stand behind a number, or behind its unit
+    kValueEnd = 0x40,    ///< ends the value of a property
+    kBracket = 0x80,     ///< begins or ends something that a block is not looked for in
+    kPlainName = 0x100,  ///< stands in the name of a property, beyond its first letter
+    kPlainValue = 0x200  ///< neither separates the parts of a value nor ends it
 };
 
-consteval std::array<unsigned char, 256> MakeCharacterFlags() {
-    std::array<unsigned char, 256> flags{};
-    const auto mark = [&flags](std::string_view characters, unsigned char flag) {
+consteval std::array<unsigned short, 256> MakeCharacterFlags() {
+    std::array<unsigned short, 256> flags{};
+    const auto mark = [&flags](std::string_view characters, unsigned short flag) {
         for (const char character : characters)
             flags[static_cast<unsigned char>(character)] |= flag;
     };
-    const auto markRange = [&flags](std::size_t first, std::size_t last, unsigned char flag) {
+    const auto unmark = [&flags](std::string_view characters, unsigned flag) {
+        for (const char character : characters)
+            flags[static_cast<unsigned char>(character)] &= static_cast<unsigned short>(~flag);
+    };
+    const auto markRange = [&flags](std::size_t first, std::size_t last, unsigned short flag) {
         for (std::size_t i = first; i <= last; ++i)
             flags[i] |= flag;
     };
@@ -41,14 +48,20 @@ consteval std::array<unsigned char, 256> MakeCharacterFlags() {
     markRange('0', '9', kName | kDigit);
     mark("!#$%&", kUrl);
     markRange('*', 0xFF, kUrl);
-    flags['\\'] &= static_cast<unsigned char>(~kUrl);
-    flags[0x7F] &= static_cast<unsigned char>(~kUrl);
+    unmark("\\\x7F", kUrl);
     mark(",);}", kNumberEnd);
     mark(";!", kValueEnd);
+    mark(std::string_view("\0{([]\"'\\", 8), kBracket);
+    markRange('a', 'z', kPlainName);
+    markRange('A', 'Z', kPlainName);
+    markRange('0', '9', kPlainName);
+    mark("-_", kPlainName);
+    markRange(0x01, 0xFF, kPlainValue);
+    unmark(" \t\n\r\f/\"';}", kPlainValue);
     return flags;
 }
 
-inline constexpr std::array<unsigned char, 256> kCharacterFlags = MakeCharacterFlags();
+inline constexpr std::array<unsigned short, 256> kCharacterFlags = MakeCharacterFlags();
 
 /// Tells whether a byte is one of the kinds in `flags`.
 constexpr bool Is(char character, unsigned flags) {

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "dom/css/CssScanner.h"
 
-#include "dom/css/CssCharacters.h"
+#include <algorithm>
 
 namespace Dom::CSS::detail {
 
+// What has been read goes when little is left behind it, so that little is to be moved.
 void CssScanner::Begin() {
-    if (position_ > kKept) {
+    if (position_ > kKept && text_.length() - position_ <= kKept) {
         place_ = PlaceOf(position_);
         text_.erase(0, position_);
         position_ = 0;
@@ -34,22 +35,20 @@ bool CssScanner::ReadUpTo(std::size_t position) {
     return true;
 }
 
-bool CssScanner::ScanOne(char character) {
-    if (!Has(position_) || text_[position_] != character) return false;
-    ++position_;
-    return true;
-}
-
-std::size_t CssScanner::BehindSpace(std::size_t position) {
-    while (Has(position) && IsSpace(text_[position]))
-        ++position;
+// Returns the first place from `position` on where a byte has none of `flags`. The NUL that ends
+// the text has none.
+std::size_t CssScanner::BehindAll(std::size_t position, unsigned flags) {
+    do {
+        const char* const text = text_.c_str();
+        while (Is(text[position], flags))
+            ++position;
+    } while (position == text_.length() && ReadUpTo(position));
     return position;
 }
 
-bool CssScanner::ScanSpace() {
-    const std::size_t begin = position_;
-    position_ = BehindSpace(begin);
-    return position_ > begin;
+bool CssScanner::SkipSpace() {
+    position_ = BehindSpace(position_);
+    return true;
 }
 
 bool CssScanner::IsCommentAt(std::size_t position) {
@@ -67,7 +66,7 @@ std::size_t CssScanner::FindEndOfComment(std::size_t position) {
     }
 }
 
-bool CssScanner::ScanComment() {
+bool CssScanner::SkipComment() {
     if (!IsCommentAt(position_)) return false;
     position_ = FindEndOfComment(position_ + 2);
     return true;
@@ -76,9 +75,7 @@ bool CssScanner::ScanComment() {
 bool CssScanner::ScanName() {
     if (!Has(position_) || !IsLetter(text_[position_])) return false;
     const std::size_t begin = position_;
-    do
-        ++position_;
-    while (Has(position_) && IsInName(text_[position_]));
+    position_ = BehindAll(begin, kPlainName);
     name_ = {begin, position_};
     return true;
 }
@@ -107,7 +104,11 @@ void CssScanner::ScanValue() {
             LeaveOutComment(pieceBegin);
         } else {
             ++position_;
-            if (character == '"' || character == '\'') TakeString(character);
+            if (character == '"' || character == '\'') {
+                TakeString(character);
+            } else {
+                position_ = BehindAll(position_, kPlainValue);
+            }
         }
         if (!ValueGoesOn()) break;
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "dom/css/CharacterFlags.h"
+#include "dom/css/CssCharacters.h"
 #include "dom/css/CssSource.h"
 #include "dom/css/TextPlace.h"
 
@@ -26,8 +28,8 @@ public:
 
     /// \name Scans
     /// @{
-    bool ScanSpace();
-    bool ScanComment();
+    bool ScanSpace() { return Has(position_) && IsSpace(text_[position_]) && SkipSpace(); }
+    bool ScanComment() { return Has(position_) && text_[position_] == '/' && SkipComment(); }
     bool ScanName();
     bool ScanColon() { return ScanOne(':'); }
     bool ScanSemicolon() { return ScanOne(';'); }
@@ -72,15 +74,22 @@ private:
     };
 
     static constexpr std::size_t kReserved = 1024;
-    static constexpr std::size_t kKept = 128;  // this much that has been read may stay
+    static constexpr std::size_t kKept = 128;  // more that has been read goes soon
 
     std::string_view Between(Range range) const {
         return std::string_view(text_).substr(range.begin, range.end - range.begin);
     }
     bool Has(std::size_t position) { return position < text_.length() || ReadUpTo(position); }
     bool ReadUpTo(std::size_t position);
-    bool ScanOne(char character);
-    std::size_t BehindSpace(std::size_t position);
+    bool ScanOne(char character) {
+        if (!Has(position_) || text_[position_] != character) return false;
+        ++position_;
+        return true;
+    }
+    bool SkipSpace();
+    bool SkipComment();
+    std::size_t BehindAll(std::size_t position, unsigned flags);
+    std::size_t BehindSpace(std::size_t position) { return BehindAll(position, kBlank); }
     void TakeString(char quote);
     void LeaveOutComment(std::size_t& pieceBegin);
     TextPlace PlaceOf(std::size_t position) const;

@@ -2,77 +2,21 @@
 #include "dom/css/PropertyBuilder.h"
 
 #include <espalier/dom/DOMException.h>
-#include <espalier/dom/css/CSSStyleRule.h>
 
 #include "dom/css/CssCharacters.h"
-#include "dom/css/Messages.h"
-#include "dom/css/Priority.h"
+#include "dom/css/DeclarationScanner.h"
 #include "dom/css/PropertyMaking.h"
-#include "dom/css/TextCursor.h"
 
 #include <memory>
 
 namespace Dom::CSS::detail {
 
-namespace {
-
-[[noreturn]] void Throw(const char* message) {
-    DOMException::ThrowDOMException(DOMException::SYNTAX_ERR, message);
-}
-
-// Skips a character and the white space behind it.
-void Step(TextCursor& cursor) {
-    ++cursor.at;
-    SkipBlanks(cursor);
-}
-
-// Reads the value of a property, which ends at the first ";" or "!" wherever that stands.
-std::string_view ReadValue(TextCursor& cursor) {
-    const char* const begin = cursor.at;
-    while (cursor.at != cursor.end && !Is(*cursor.at, kValueEnd))
-        ++cursor.at;
-    return cursor.Since(begin);
-}
-
-// Reads "!" and the importance.
-bool ReadImportance(TextCursor& cursor, astring& buffer) {
-    Step(cursor);
-    const std::string_view priority = ReadIdent(cursor, buffer);
-    if (priority.empty()) Throw(Message::kImportance);
-    SkipBlanks(cursor);
-    return IsImportant(priority);
-}
-
-}  // namespace
-
-PropertyBuilder::PropertyBuilder(CSSStyleDeclaration::CSSPropertyList& properties,
-                                 const CSSRule* parentRule)
-    : properties_(properties) {
-    if (parentRule == nullptr) return;
-    origin_ = parentRule->Origin();
-    if (const auto* const rule = dynamic_cast<const CSSStyleRule*>(parentRule)) {
-        specificity_ = rule->Specificity();
-    }
-}
-
-// CSS 2.1 section 4.1.1: declaration [ ';' declaration ]* with a name and an importance for each
 void PropertyBuilder::AddText(std::string_view text) {
-    TextCursor cursor(text);
-    astring nameBuffer;
-    astring priorityBuffer;
-    SkipBlanks(cursor);
-    while (cursor.at != cursor.end) {
-        const std::string_view name = ReadIdent(cursor, nameBuffer);
-        if (name.empty()) Throw(Message::kPropertyName);
-        SkipBlanks(cursor);
-        if (cursor.Front() != ':') Throw(Message::kColon);
-        Step(cursor);
-        const std::string_view value = ReadValue(cursor);
-        const bool important = cursor.Front() == '!' && ReadImportance(cursor, priorityBuffer);
-        AddProperty(name, important, value);
-        if (cursor.at == cursor.end) return;
-        if (cursor.Front() != ';') Throw(Message::kAfterProperty);
-        Step(cursor);
+    DeclarationScanner scanner(text);
+    while (scanner.Next())
+        AddProperty(scanner.Name(), scanner.IsImportant(), scanner.Value());
+    if (scanner.Error() != nullptr) {
+        DOMException::ThrowDOMException(DOMException::SYNTAX_ERR, scanner.Error());
     }
 }
 
@@ -86,8 +30,9 @@ void PropertyBuilder::AddProperty(std::string_view name, bool important, std::st
 }
 
 void PropertyBuilder::Add(std::string_view name, std::string_view value, Made made) {
-    auto property =
-        MakeProperty(name, value, {important_, origin_, specificity_, made == Made::FromShorthand});
+    auto property = MakeProperty(
+        name, value,
+        {important_, weight_.origin, weight_.specificity, made == Made::FromShorthand});
     properties_.AddItem(property.get());
     static_cast<void>(property.release());  // the list's now
 }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <espalier/dom/css/CSSRule.h>
 #include <espalier/dom/css/CSSStyleDeclaration.h>
+
+#include "dom/css/Weight.h"
 
 #include <string_view>
 
@@ -12,8 +13,9 @@ namespace Dom::CSS::detail {
 /// it is a shorthand.
 class PropertyBuilder {
 public:
-    /// \param parentRule of the declaration, whose weight the properties get; may be null
-    PropertyBuilder(CSSStyleDeclaration::CSSPropertyList& properties, const CSSRule* parentRule);
+    /// \param weight that the properties get
+    PropertyBuilder(CSSStyleDeclaration::CSSPropertyList& properties, const Weight& weight)
+        : properties_(properties), weight_(weight) {}
 
     /// Adds the properties of a text.
     /// \throws DOMException SYNTAX_ERR, as CSSStyleDeclaration::SetCssText()
@@ -34,8 +36,7 @@ private:
     void AddBackground(std::string_view value);
 
     CSSStyleDeclaration::CSSPropertyList& properties_;
-    CSSRule::RULE_ORIGIN origin_ = CSSRule::Author;
-    int specificity_ = 0;
+    Weight weight_;
     bool important_ = false;  // of the property that is being added
 };
 

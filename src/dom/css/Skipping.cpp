@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "dom/css/Skipping.h"
 
+#include "dom/css/CharacterFlags.h"
+
 #include <cstring>
 
 namespace Dom::CSS::detail {
@@ -45,7 +47,10 @@ bool SkipParentheses(const char*& text) {
 
 const char* FindBlock(const char* text) {
     int brackets = 0;
-    while (*text != '\0' && (*text != '{' || brackets > 0)) {
+    while (true) {
+        while (!Is(*text, kBracket))
+            ++text;
+        if (*text == '\0' || (*text == '{' && brackets == 0)) return text;
         if (*text == '(') {
             if (!SkipParentheses(text)) return text + std::strlen(text);
             continue;
@@ -54,7 +59,6 @@ const char* FindBlock(const char* text) {
         if (*text == ']' && brackets > 0) --brackets;
         SkipOne(text);
     }
-    return text;
 }
 
 }  // namespace Dom::CSS::detail

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <espalier/dom/css/CssHelpers.h>
 #include <espalier/dom/css/Specificity.h>
 
-#include "dom/css/CssCharacters.h"
 #include "dom/css/PseudoClass.h"
 #include "dom/css/Skipping.h"
+#include "dom/css/TextCursor.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -14,18 +13,20 @@ namespace Dom::CSS {
 
 namespace {
 
+using detail::TextCursor;
+
 constexpr std::int64_t kStep = 1000;
 
 // Goes through selectors and counts what they consist of.
 class SpecificityCounter {
 public:
-    explicit SpecificityCounter(const char* text) : position_(text) {}
+    explicit SpecificityCounter(const char* text) : cursor_(text) {}
 
     bool CountGroup();
     std::int64_t Total() const { return (ids_ * kStep + classes_) * kStep + elements_; }
 
 private:
-    bool IsAtEnd() const { return *position_ == '\0' || *position_ == '{'; }
+    bool IsAtEnd() const { return *cursor_.at == '\0' || *cursor_.at == '{'; }
     bool CountSelector();
     bool CountToken();
     bool CountElement();
@@ -34,78 +35,72 @@ private:
     bool CountAttribute();
     bool CountPseudoClass();
     bool SkipAttributeValue();
-    bool SkipIdent();
+    std::string_view ReadIdent() { return detail::ReadIdent(cursor_, buffer_); }
 
-    const char* position_;
+    TextCursor cursor_;
     bool hasSubject_ = false;
     std::int64_t ids_ = 0;
     std::int64_t classes_ = 0;
     std::int64_t elements_ = 0;
-    astring name_;
+    astring buffer_;
 };
 
 bool SpecificityCounter::CountGroup() {
-    CssHelpers::ParseWhitespace(position_);
+    detail::SkipBlanks(cursor_);
     while (!IsAtEnd()) {
         if (!CountSelector()) return false;
         if (IsAtEnd()) break;
-        if (!CssHelpers::ParseCommaWhitespace(position_)) return false;
+        if (!detail::SkipComma(cursor_)) return false;
     }
     return true;
 }
 
 bool SpecificityCounter::CountSelector() {
     hasSubject_ = false;
-    while (!IsAtEnd() && *position_ != ',') {
+    while (!IsAtEnd() && *cursor_.at != ',') {
         if (!CountToken()) return false;
-        CssHelpers::ParseWhitespace(position_);
+        detail::SkipBlanks(cursor_);
     }
     return true;
 }
 
 bool SpecificityCounter::CountToken() {
-    switch (*position_) {
+    switch (*cursor_.at) {
     case '#': return CountId();
     case '.': return CountClass();
     case '[': return CountAttribute();
     case ':': return CountPseudoClass();
     case '*':
-        ++position_;
+        ++cursor_.at;
         hasSubject_ = true;
         return true;
     case '+':
     case '>':
-        ++position_;
+        ++cursor_.at;
         hasSubject_ = false;
         return true;
     default: return CountElement();
     }
 }
 
-bool SpecificityCounter::SkipIdent() {
-    name_.clear();
-    return CssHelpers::ParseIdent(position_, name_);
-}
-
 bool SpecificityCounter::CountElement() {
-    if (!SkipIdent()) return false;
+    if (ReadIdent().empty()) return false;
     ++elements_;
     hasSubject_ = true;
     return true;
 }
 
 bool SpecificityCounter::CountId() {
-    ++position_;
-    name_.clear();
-    if (!CssHelpers::ParseName(position_, name_)) return false;
+    ++cursor_.at;
+    if (detail::ReadName(cursor_, buffer_).empty()) return false;
     ++ids_;
     hasSubject_ = false;
     return true;
 }
 
 bool SpecificityCounter::CountClass() {
-    ++position_;
-    if (!SkipIdent()) return false;
+    ++cursor_.at;
+    if (ReadIdent().empty()) return false;
     ++classes_;
     hasSubject_ = true;
     return true;
@@ -115,36 +110,34 @@ bool SpecificityCounter::CountClass() {
 // refused.
 bool SpecificityCounter::CountAttribute() {
     if (!hasSubject_) return false;
-    ++position_;
-    CssHelpers::ParseWhitespace(position_);
-    if (!SkipIdent()) return false;
-    CssHelpers::ParseWhitespace(position_);
-    if (*position_ == '=') {
-        ++position_;
+    ++cursor_.at;
+    detail::SkipBlanks(cursor_);
+    if (ReadIdent().empty()) return false;
+    detail::SkipBlanks(cursor_);
+    if (*cursor_.at == '=') {
+        ++cursor_.at;
         if (!SkipAttributeValue()) return false;
     }
-    if (*position_ != ']') return false;
-    ++position_;
+    if (*cursor_.at != ']') return false;
+    ++cursor_.at;
     ++classes_;
     hasSubject_ = false;
     return true;
 }
 
 bool SpecificityCounter::SkipAttributeValue() {
-    CssHelpers::ParseWhitespace(position_);
-    name_.clear();
-    if (!CssHelpers::ParseString(position_, name_) && !CssHelpers::ParseIdent(position_, name_)) {
-        return false;
-    }
-    CssHelpers::ParseWhitespace(position_);
+    detail::SkipBlanks(cursor_);
+    if (!detail::ReadString(cursor_, buffer_) && ReadIdent().empty()) return false;
+    detail::SkipBlanks(cursor_);
     return true;
 }
 
 bool SpecificityCounter::CountPseudoClass() {
-    ++position_;
-    if (!SkipIdent()) return false;
-    if (*position_ == '(' && !detail::SkipParentheses(position_)) return false;
-    if (detail::CountsAsClass(name_)) ++classes_;
+    ++cursor_.at;
+    const std::string_view name = ReadIdent();
+    if (name.empty()) return false;
+    if (*cursor_.at == '(' && !detail::SkipParentheses(cursor_.at)) return false;
+    if (detail::CountsAsClass(name)) ++classes_;
     hasSubject_ = true;
     return true;
 }

@@ -7,9 +7,16 @@
 #include <espalier/dom/css/CSSPropertyImpl.h>
 #include <espalier/dom/css/CSSRule.h>
 
+#include <atomic>
 #include <string_view>
+#include <utility>  // std::as_const
 
 namespace Dom::CSS {
+
+namespace detail {
+class WaitingText;
+struct Weight;
+}  // namespace detail
 
 /// A list of properties: what stands in the braces of a style rule, or in a style attribute.
 ///
@@ -17,6 +24,9 @@ namespace Dom::CSS {
 /// border-right, border-bottom, border-left, border and background are replaced by the properties
 /// that they stand for, unless their value begins with "i". Names are compared as they are written.
 /// A property that is declared twice is here twice.
+///
+/// Properties are made of a text when they are first asked for; what is wrong with the text is told
+/// when it is set. Several threads may ask at once, as long as none changes the declaration.
 ///
 /// \note Pointers to values become invalid when their property is removed or replaced.
 class ESPALIER_EXPORT CSSStyleDeclaration {
@@ -72,11 +82,14 @@ public:
     /// @}
 
     /// Returns the number of properties.
-    unsigned Length() const { return properties_.Length(); }
+    unsigned Length() const { return Properties().Length(); }
     /// Returns the name of property `index`, from 0 on; empty when there are not as many.
     astring Item(unsigned long index) const;
     /// Returns the properties, to look at.
-    const CSSPropertyList& Properties() const { return properties_; }
+    const CSSPropertyList& Properties() const {
+        if (waiting_.load(std::memory_order_acquire) != nullptr) MakeProperties();
+        return properties_;
+    }
     /// Returns the rule that the declaration belongs to, or null.
     CSSRule* ParentRule() const { return parentRule_; }
 
@@ -101,14 +114,24 @@ private:
 
     static constexpr unsigned kNone = static_cast<unsigned>(-1);
 
+    // Returns the properties, to change.
+    CSSPropertyList& List() {
+        std::as_const(*this).Properties();
+        return properties_;
+    }
     // Does what SetCssText() does; the text need not end with a NUL.
-    void SetText(std::string_view text);
+    void SetText(std::string_view text, const detail::Weight& weight);
+    // Makes the properties of the text that waits, unless another thread has done it.
+    void MakeProperties() const;
+    void DropWaiting() noexcept;
     // Returns the index of the first property with a name, or kNone.
     unsigned Find(std::string_view name) const;
     // Deletes the property at an index that may be kNone.
     void DeleteProperty(unsigned index);
 
-    CSSPropertyList properties_;
+    mutable CSSPropertyList properties_;  // empty while a text waits
+    // Owned; null when there is nothing to make properties of.
+    mutable std::atomic<const detail::WaitingText*> waiting_ = nullptr;
     CSSRule* parentRule_;
 };
 
