@@ -38,7 +38,7 @@ CSSStyleDeclaration& CSSStyleDeclaration::operator=(const CSSStyleDeclaration& o
 CSSStyleDeclaration::~CSSStyleDeclaration() { DropWaiting(); }
 
 void CSSStyleDeclaration::DropWaiting() noexcept {
-    delete waiting_.load(std::memory_order_relaxed);
+    const detail::WaitingText::Pointer waiting(waiting_.load(std::memory_order_relaxed));
     waiting_.store(nullptr, std::memory_order_relaxed);
 }
 
@@ -52,7 +52,7 @@ void CSSStyleDeclaration::MakeProperties() const {
     detail::PropertyBuilder(made, waiting->TheWeight()).AddText(waiting->Text());
     properties_.SwapItems(made);
     waiting_.store(nullptr, std::memory_order_release);
-    delete waiting;
+    detail::WaitingText::Dispose()(waiting);
 }
 
 void* CSSStyleDeclaration::QueryInterface(const char* className) {
@@ -77,7 +77,8 @@ void CSSStyleDeclaration::SetCssText(const astring& text) { SetCssText(text.c_st
 // Most declarations of a sheet are never asked for their properties.
 void CSSStyleDeclaration::SetText(std::string_view text, const detail::Weight& weight) {
     const bool canWait = detail::IsSurelyDeclaration(text);
-    auto waiting = canWait ? detail::WaitingText::Make(text, weight) : nullptr;
+    detail::WaitingText::Pointer waiting;
+    if (canWait) waiting = detail::WaitingText::Make(text, weight);
     CSSPropertyList old;  // goes last: the text may be a part of it
     old.SwapItems(properties_);
     DropWaiting();

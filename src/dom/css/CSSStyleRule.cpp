@@ -1,16 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/dom/DOMException.h>
 #include <espalier/dom/css/CSSStyleRule.h>
-#include <espalier/dom/css/Specificity.h>
 
 #include "dom/InterfaceName.h"
 #include "dom/css/CompiledSelectors.h"
 #include "dom/css/CssCharacters.h"
+#include "dom/css/DeclarationScanner.h"
 #include "dom/css/Messages.h"
 #include "dom/css/Skipping.h"
+#include "dom/css/SpecificitySum.h"
+#include "dom/css/WaitingText.h"
 #include "dom/css/Weight.h"
 
+#include <algorithm>
 #include <memory>
+#include <new>
 #include <utility>
 
 namespace Dom::CSS {
@@ -25,15 +29,27 @@ using detail::Message::kSelector;
     DOMException::ThrowDOMException(DOMException::SYNTAX_ERR, message);
 }
 
-// Returns the specificity of selectors.
-int CheckedSpecificity(const char* text) {
-    const int specificity = CSS_SPECIFICITY(text);
-    if (specificity < 0) Refuse(kSelector);
-    return specificity;
-}
+// The parts of the text of a rule.
+struct RuleText {
+    int specificity;
+    std::string_view selectors;
+    std::string_view declaration;
+};
 
-std::string_view TrimmedBetween(const char* begin, const char* end) {
-    return detail::Trimmed({begin, static_cast<std::size_t>(end - begin)});
+enum class Block { MayBeMissing, Required };
+
+RuleText ReadRule(const char* text, Block block) {
+    const char* end = nullptr;
+    const int specificity = detail::SpecificitySum(text, end);
+    if (specificity < 0) end = detail::FindBlock(text);
+    if (block == Block::Required && *end != '{') Refuse(kDeclaration);
+    if (specificity < 0) Refuse(kSelector);
+    RuleText rule{specificity, detail::Trimmed({text, static_cast<std::size_t>(end - text)}), {}};
+    if (block == Block::MayBeMissing) return rule;
+    const std::string_view body = detail::Trimmed(end + 1);
+    if (body.empty() || body.back() != '}') Refuse(kBlock);
+    rule.declaration = body.substr(0, body.size() - 1);
+    return rule;
 }
 
 }  // namespace
@@ -55,24 +71,47 @@ astring CSSStyleRule::CssText() const {
 }
 
 void CSSStyleRule::SetCssText(const char* text) {
-    const char* const block = detail::FindBlock(text);
-    if (*block != '{') Refuse(kDeclaration);
-    const int specificity = CheckedSpecificity(text);
-    const std::string_view body = detail::Trimmed(block + 1);
-    if (body.empty() || body.back() != '}') Refuse(kBlock);
-
+    const RuleText rule = ReadRule(text, Block::Required);
+    astring selectors = rule.selectors;
     // The properties take the specificity of the rule along, so that is set before they are read.
-    astring selectors = TrimmedBetween(text, block);
-    specificity_ = specificity;
-    style_.SetText(body.substr(0, body.size() - 1), {Origin(), specificity});
+    specificity_ = rule.specificity;
+    style_.SetText(rule.declaration, {Origin(), rule.specificity});
     SetSelectors(std::move(selectors));
 }
 
 void CSSStyleRule::SetSelectorText(const astring& text) {
-    const int specificity = CheckedSpecificity(text.c_str());
-    SetSelectors(astring(TrimmedBetween(text.c_str(), detail::FindBlock(text.c_str()))));
-    specificity_ = specificity;
+    const RuleText rule = ReadRule(text.c_str(), Block::MayBeMissing);
+    SetSelectors(astring(rule.selectors));
+    specificity_ = rule.specificity;
 }
+
+// The piece: [ rule | declaration that waits | selectors and NUL ]
+std::unique_ptr<CSSStyleRule> CSSStyleRule::Make(CSSStyleSheet* sheet, CSSRule* parentRule,
+                                                 RULE_ORIGIN origin, const char* text) {
+    const RuleText parts = ReadRule(text, Block::Required);
+    if (!detail::IsSurelyDeclaration(parts.declaration)) {
+        auto rule = std::make_unique<CSSStyleRule>(sheet, parentRule, origin);
+        rule->SetCssText(text);
+        return rule;
+    }
+    static_assert(alignof(detail::WaitingText) <= alignof(CSSStyleRule));
+    const std::size_t size = sizeof(CSSStyleRule);
+    const std::size_t waitingSize = detail::WaitingText::SizeFor(parts.declaration.size());
+    const std::size_t room = parts.selectors.size() + 1;
+    auto* const memory = static_cast<char*>(::operator new(size + waitingSize + room));
+    std::unique_ptr<CSSStyleRule> rule(::new (memory) CSSStyleRule(sheet, parentRule, origin));
+
+    rule->specificity_ = parts.specificity;
+    char* const selectors = memory + size + waitingSize;
+    *std::copy(parts.selectors.begin(), parts.selectors.end(), selectors) = '\0';
+    rule->selectorText_ = astring(astring::Placed{selectors, parts.selectors.size(), room});
+    rule->style_.waiting_ =
+        detail::WaitingText::PlaceAt(memory + size, parts.declaration, {origin, parts.specificity})
+            .release();
+    return rule;
+}
+
+void CSSStyleRule::operator delete(void* memory) { ::operator delete(memory); }
 
 void CSSStyleRule::SetSelectors(astring&& selectors) noexcept {
     selectorText_ = std::move(selectors);

@@ -51,10 +51,10 @@ unsigned long CSSStyleSheet::InsertRule(const char* text, unsigned long index) {
     std::unique_ptr<CSSRule> rule;
     if (IsAtRule(text)) {
         rule = std::make_unique<CSSUnknownRule>(this, ownerRule_, origin_);
+        rule->SetCssText(text);
     } else {
-        rule = std::make_unique<CSSStyleRule>(this, ownerRule_, origin_);
+        rule = CSSStyleRule::Make(this, ownerRule_, origin_, text);
     }
-    rule->SetCssText(text);
     rules_.AddItemAt(index, rule.get());
     rule.release();
     return index;

@@ -154,16 +154,27 @@ astring CssReader::ReadDeclaration() {
     return text;
 }
 
+// Most properties are plain ones, which are not read node by node.
+bool CssReader::AppendPlainProperty(astring& text, std::string_view separator) {
+    if (state_ != ReadState::DeclarationBlock) return false;
+    return scanner_->AppendPlainProperty(text, separator) && Found(CssNodeType::Property);
+}
+
 void CssReader::AppendDeclaration(astring& text) {
     if (!ReadUpTo(CssNodeType::StartDecl)) return;
-    do {
-        if (!Read()) return;
-    } while (nodeType_ == CssNodeType::Whitespace);
-    if (nodeType_ == CssNodeType::EndDecl || !ReadProperty()) return;
-    AppendProperty(text);
-    while (Read() && nodeType_ != CssNodeType::EndDecl) {
+    if (!AppendPlainProperty(text, {})) {
+        do {
+            if (!Read()) return;
+        } while (nodeType_ == CssNodeType::Whitespace);
+        if (nodeType_ == CssNodeType::EndDecl || !ReadProperty()) return;
+        AppendProperty(text);
+    }
+    constexpr std::string_view kSeparator = "; ";
+    while (true) {
+        if (AppendPlainProperty(text, kSeparator)) continue;
+        if (!Read() || nodeType_ == CssNodeType::EndDecl) return;
         if (nodeType_ != CssNodeType::Property) continue;
-        text.append("; ");
+        text.append(kSeparator);
         AppendProperty(text);
     }
 }

@@ -1,20 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "dom/css/CssScanner.h"
 
+#include "dom/css/CssCharacters.h"
+
 #include <algorithm>
 
 namespace Dom::CSS::detail {
 
-// What has been read goes when little is left behind it, so that little is to be moved.
-void CssScanner::Begin() {
-    if (position_ > kKept && text_.length() - position_ <= kKept) {
-        place_ = PlaceOf(position_);
-        text_.erase(0, position_);
-        position_ = 0;
-    }
-    start_ = position_;
-    name_ = value_ = priority_ = {position_, position_};
-    hasComments_ = false;
+void CssScanner::DropRead() {
+    place_ = PlaceOf(position_);
+    text_.erase(0, position_);
+    position_ = 0;
 }
 
 TextPlace CssScanner::PlaceOf(std::size_t position) const {
@@ -32,22 +28,6 @@ bool CssScanner::ReadUpTo(std::size_t position) {
     while (position >= text_.length()) {
         if (!source.AppendPiece(text_)) return false;
     }
-    return true;
-}
-
-// Returns the first place from `position` on where a byte has none of `flags`. The NUL that ends
-// the text has none.
-std::size_t CssScanner::BehindAll(std::size_t position, unsigned flags) {
-    do {
-        const char* const text = text_.c_str();
-        while (Is(text[position], flags))
-            ++position;
-    } while (position == text_.length() && ReadUpTo(position));
-    return position;
-}
-
-bool CssScanner::SkipSpace() {
-    position_ = BehindSpace(position_);
     return true;
 }
 
@@ -132,6 +112,33 @@ void CssScanner::LeaveOutComment(std::size_t& pieceBegin) {
     position_ = pieceBegin = FindEndOfComment(position_ + 2);
 }
 
+// All loops end at the NUL behind the text at the latest.
+bool CssScanner::AppendPlainProperty(astring& text, std::string_view separator) {
+    const char* at = text_.c_str() + position_;
+    const auto skipAll = [&at](unsigned flags) {
+        while (Is(*at, flags))
+            ++at;
+        return at;
+    };
+    if (*at == ';') ++at;
+    const char* const name = skipAll(kBlank);
+    if (!IsLetter(*name)) return false;
+    const char* const nameEnd = skipAll(kPlainName);
+    if (*skipAll(kBlank) != ':') return false;
+    ++at;
+    const char* const value = skipAll(kBlank);
+    const char* valueEnd = value;
+    while (Is(*at, kPlainValue)) {
+        valueEnd = skipAll(kPlainValue);
+        skipAll(kBlank);
+    }
+    if (valueEnd == value || (*at != ';' && *at != '}')) return false;
+    text.append(separator).append({name, static_cast<std::size_t>(nameEnd - name)});
+    text.append(": ").append({value, static_cast<std::size_t>(valueEnd - value)});
+    position_ = static_cast<std::size_t>(at - text_.c_str());
+    return true;
+}
+
 // Takes white space into the value unless it is the last of it. Returns false at the end.
 bool CssScanner::ValueGoesOn() {
     const std::size_t behind = BehindSpace(position_);
@@ -155,11 +162,6 @@ bool CssScanner::ScanPriority() {
     priority_ = {mark + 1, end};
     position_ = end;
     return end > mark + 1;
-}
-
-void CssScanner::SkipSpaceAndComments() {
-    while (ScanSpace() || ScanComment()) {
-    }
 }
 
 }  // namespace Dom::CSS::detail

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "dom/css/CharacterFlags.h"
-#include "dom/css/CssCharacters.h"
 #include "dom/css/CssSource.h"
 #include "dom/css/TextPlace.h"
 
@@ -20,7 +19,13 @@ public:
     explicit CssScanner(IO::Stream* stream) : source(stream) { text_.reserve(kReserved); }
 
     /// Drops the text that has been read and begins a new piece, with all ranges empty.
-    void Begin();
+    void Begin() {
+        // When little is left behind what has been read, so that little is to be moved.
+        if (position_ > kKept && text_.length() - position_ <= kKept) DropRead();
+        start_ = position_;
+        name_ = value_ = priority_ = {position_, position_};
+        hasComments_ = false;
+    }
     /// Drops everything.
     void Close();
     /// Begins the text of the piece here.
@@ -28,7 +33,11 @@ public:
 
     /// \name Scans
     /// @{
-    bool ScanSpace() { return Has(position_) && IsSpace(text_[position_]) && SkipSpace(); }
+    bool ScanSpace() {
+        const std::size_t begin = position_;
+        position_ = BehindSpace(begin);
+        return position_ > begin;
+    }
     bool ScanComment() { return Has(position_) && text_[position_] == '/' && SkipComment(); }
     bool ScanName();
     bool ScanColon() { return ScanOne(':'); }
@@ -41,8 +50,15 @@ public:
     void ScanValue();
     /// Scans "!" and letters.
     bool ScanPriority();
+    /// Scans a property that follows ";" and white space, or one of both or neither, when all of it
+    /// up to the ";" or "}" is there and none of it is a comment, a string or "/", and adds it to
+    /// `text`. The property has no ranges.
+    bool AppendPlainProperty(astring& text, std::string_view separator);
     /// Scans white space and comments.
-    void SkipSpaceAndComments();
+    void SkipSpaceAndComments() {
+        while (ScanSpace() || ScanComment()) {
+        }
+    }
     /// @}
 
     /// \name What was scanned
@@ -86,9 +102,18 @@ private:
         ++position_;
         return true;
     }
-    bool SkipSpace();
+    // Returns the first place from `position` on where a byte has none of `flags`. The NUL that
+    // ends the text has none.
+    std::size_t BehindAll(std::size_t position, unsigned flags) {
+        do {
+            const char* const text = text_.c_str();
+            while (Is(text[position], flags))
+                ++position;
+        } while (position == text_.length() && ReadUpTo(position));
+        return position;
+    }
     bool SkipComment();
-    std::size_t BehindAll(std::size_t position, unsigned flags);
+    void DropRead();
     std::size_t BehindSpace(std::size_t position) { return BehindAll(position, kBlank); }
     void TakeString(char quote);
     void LeaveOutComment(std::size_t& pieceBegin);

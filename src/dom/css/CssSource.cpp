@@ -148,7 +148,9 @@ bool CssSource::Decode(astring& text) {
     auto* const begin = reinterpret_cast<unsigned char*>(text.begin()) + length;
     unsigned char* output = begin;
     DecodeUntilFull(output, begin + kMostBytes);
-    std::replace(begin, output, static_cast<unsigned char>('\0'), static_cast<unsigned char>('?'));
+    if (std::memchr(begin, '\0', static_cast<std::size_t>(output - begin)) != nullptr) {
+        std::replace(begin, output, static_cast<unsigned char>(0), static_cast<unsigned char>('?'));
+    }
     text.resize(length + static_cast<std::size_t>(output - begin));
     if (IsUtf8(CssReader::s_Encoding) || output == begin) return output != begin;
 

@@ -3,6 +3,7 @@
 
 #include "dom/css/PseudoClass.h"
 #include "dom/css/Skipping.h"
+#include "dom/css/SpecificitySum.h"
 #include "dom/css/TextCursor.h"
 
 #include <algorithm>
@@ -23,6 +24,7 @@ public:
     explicit SpecificityCounter(const char* text) : cursor_(text) {}
 
     bool CountGroup();
+    const char* End() const { return cursor_.at; }
     std::int64_t Total() const { return (ids_ * kStep + classes_) * kStep + elements_; }
 
 private:
@@ -152,10 +154,17 @@ int CSS_SPECIFICITY(int ids, int classes, int elements) {
     return Clamp((ids * kStep + classes) * kStep + elements);
 }
 
-// Deliberate: the selectors of a group are added up.
 int CSS_SPECIFICITY(const char* selectorText) {
-    SpecificityCounter counter(selectorText);
-    return counter.CountGroup() ? Clamp(counter.Total()) : -1;
+    const char* end = nullptr;
+    return detail::SpecificitySum(selectorText, end);
+}
+
+// Deliberate: the selectors of a group are added up.
+int detail::SpecificitySum(const char* text, const char*& end) {
+    SpecificityCounter counter(text);
+    if (!counter.CountGroup()) return -1;
+    end = counter.End();
+    return Clamp(counter.Total());
 }
 
 }  // namespace Dom::CSS

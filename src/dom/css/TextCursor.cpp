@@ -174,7 +174,7 @@ bool ReadEscape(TextCursor& cursor, astring& result) {
 }
 
 // CSS 2.1 section 4.1.1: ident ::= [-]?{nmstart}{nmchar}*
-std::string_view ReadIdent(TextCursor& cursor, astring& buffer) {
+std::string_view ReadOtherIdent(TextCursor& cursor, astring& buffer) {
     TextCursor next = cursor;
     SkipCharacter(next, '-');
     if (next.Front() == '\\') {

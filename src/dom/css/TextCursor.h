@@ -51,8 +51,19 @@ bool SkipClosing(TextCursor& cursor);
 
 /// Reads a backslash and what it stands for, and adds that to `result`.
 bool ReadEscape(TextCursor& cursor, astring& result);
+/// Reads what begins otherwise than with a letter, or has escapes, as ReadIdent() does.
+std::string_view ReadOtherIdent(TextCursor& cursor, astring& buffer);
 /// Reads an identifier; empty when there is none.
-std::string_view ReadIdent(TextCursor& cursor, astring& buffer);
+inline std::string_view ReadIdent(TextCursor& cursor, astring& buffer) {
+    if (!cursor.IsAt(kNameStart)) return ReadOtherIdent(cursor, buffer);
+    const char* at = cursor.at + 1;
+    while (at != cursor.end && Is(*at, kName))
+        ++at;
+    if (at != cursor.end && *at == '\\') return ReadOtherIdent(cursor, buffer);
+    const char* const begin = cursor.at;
+    cursor.at = at;
+    return cursor.Since(begin);
+}
 /// Reads a name; empty when there is none.
 std::string_view ReadName(TextCursor& cursor, astring& buffer);
 /// Reads a string in quotes, and returns it without them.

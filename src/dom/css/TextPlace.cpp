@@ -28,22 +28,36 @@ TextPlace BehindEach(TextPlace place, std::string_view text) {
     return place;
 }
 
+bool Has(std::string_view text, char character) { return text.find(character) != text.npos; }
+
+// Counts the bytes that something is true of; by parts whose number fits into a byte, so that
+// many bytes are counted at a time.
+template <typename Predicate>
+int Count(std::string_view text, Predicate isCounted) {
+    constexpr std::size_t kPart = 255;
+    int count = 0;
+    while (!text.empty()) {
+        unsigned char inPart = 0;
+        for (const char byte : text.substr(0, kPart))
+            inPart = static_cast<unsigned char>(inPart + (isCounted(byte) ? 1 : 0));
+        count += inPart;
+        text.remove_prefix(std::min(text.size(), kPart));
+    }
+    return count;
+}
+
 }  // namespace
 
 // Nearly all texts have no line end but "\n", and these can be counted at once.
 TextPlace TextPlace::Behind(std::string_view text) const {
-    constexpr std::size_t kNone = std::string_view::npos;
-    if (isBehindReturn || text.find('\r') != kNone || text.find('\f') != kNone) {
-        return BehindEach(*this, text);
-    }
+    if (isBehindReturn || Has(text, '\r') || Has(text, '\f')) return BehindEach(*this, text);
     TextPlace place = *this;
-    if (const std::size_t last = text.rfind('\n'); last != kNone) {
-        place.line += static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+    if (const int lines = Count(text, [](char byte) { return byte == '\n'; }); lines > 0) {
+        place.line += lines;
         place.column = 1;
-        text.remove_prefix(last + 1);
+        text.remove_prefix(text.rfind('\n') + 1);
     }
-    const auto continuations = std::count_if(text.begin(), text.end(), IsContinuation);
-    place.column += static_cast<int>(text.size()) - static_cast<int>(continuations);
+    place.column += static_cast<int>(text.size()) - Count(text, IsContinuation);
     return place;
 }
 

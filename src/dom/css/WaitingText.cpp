@@ -1,14 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include "dom/css/WaitingText.h"
 
-#include <cstring>
+#include <algorithm>
+#include <new>
 
 namespace Dom::CSS::detail {
 
-std::unique_ptr<const WaitingText> WaitingText::Make(std::string_view text, const Weight& weight) {
-    auto* const made = new (text.size()) WaitingText(text.size(), weight);
-    if (!text.empty()) std::memcpy(made->Characters(), text.data(), text.size());
-    return std::unique_ptr<const WaitingText>(made);
+WaitingText::WaitingText(std::string_view text, const Weight& weight, bool isPlaced) noexcept
+    : length_(text.size()), weight_(weight), isPlaced_(isPlaced) {
+    std::copy(text.begin(), text.end(), reinterpret_cast<char*>(this + 1));
+}
+
+WaitingText::Pointer WaitingText::Make(std::string_view text, const Weight& weight) {
+    void* const memory = ::operator new(SizeFor(text.size()));
+    return Pointer(::new (memory) WaitingText(text, weight, false));
+}
+
+WaitingText::Pointer WaitingText::PlaceAt(void* memory, std::string_view text,
+                                          const Weight& weight) noexcept {
+    return Pointer(::new (memory) WaitingText(text, weight, true));
 }
 
 }  // namespace Dom::CSS::detail

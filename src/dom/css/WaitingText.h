@@ -12,7 +12,20 @@ namespace Dom::CSS::detail {
 /// A text of properties that nobody has asked for yet, in one piece of memory with its characters.
 class WaitingText {
 public:
-    static std::unique_ptr<const WaitingText> Make(std::string_view text, const Weight& weight);
+    /// Ends a text, wherever its memory comes from.
+    struct Dispose {
+        void operator()(const WaitingText* text) const {
+            if (!text->isPlaced_) ::operator delete(const_cast<WaitingText*>(text));
+        }
+    };
+    using Pointer = std::unique_ptr<const WaitingText, Dispose>;
+
+    static Pointer Make(std::string_view text, const Weight& weight);
+
+    /// Returns how many bytes PlaceAt() wants for a text of `length` bytes.
+    static std::size_t SizeFor(std::size_t length) { return sizeof(WaitingText) + length; }
+    /// Makes one in the memory of somebody else, who keeps that for as long as the text waits.
+    static Pointer PlaceAt(void* memory, std::string_view text, const Weight& weight) noexcept;
 
     WaitingText(const WaitingText&) = delete;
     WaitingText& operator=(const WaitingText&) = delete;
@@ -20,19 +33,12 @@ public:
     std::string_view Text() const { return {reinterpret_cast<const char*>(this + 1), length_}; }
     const Weight& TheWeight() const { return weight_; }
 
-    static void operator delete(void* memory) { ::operator delete(memory); }
-
 private:
-    WaitingText(std::size_t length, const Weight& weight) : length_(length), weight_(weight) {}
-
-    static void* operator new(std::size_t size, std::size_t length) {
-        return ::operator new(size + length);
-    }
-
-    char* Characters() { return reinterpret_cast<char*>(this + 1); }
+    WaitingText(std::string_view text, const Weight& weight, bool isPlaced) noexcept;
 
     std::size_t length_;  // of the text behind this object
     Weight weight_;       // that its properties will have
+    bool isPlaced_;       // in memory of somebody else
 };
 
 }  // namespace Dom::CSS::detail

@@ -8,6 +8,7 @@
 #include <espalier/dom/css/CSSStyleDeclaration.h>
 
 #include <atomic>
+#include <memory>
 
 namespace Dom::CSS {
 
@@ -57,8 +58,17 @@ public:
     bool MatchesSelector(const astring& elementName, const astring& id,
                          const astring& classes) const;
 
+    /// Frees the memory of a rule, which may be larger than the rule.
+    static void operator delete(void* memory);
+
 private:
     friend class RuleIndex;
+    friend class CSSStyleSheet;
+
+    // Makes a rule as the constructor and SetCssText() do, in one piece of memory with its texts
+    // where that can be.
+    static std::unique_ptr<CSSStyleRule> Make(CSSStyleSheet* sheet, CSSRule* parentRule,
+                                              RULE_ORIGIN origin, const char* text);
 
     void SetSelectors(astring&& selectors) noexcept;
     const detail::CompiledSelectors& Compiled() const;

@@ -9,6 +9,7 @@
 #include <espalier/io/Forward.h>
 
 #include <memory>
+#include <string_view>
 
 namespace Dom::CSS {
 
@@ -119,6 +120,7 @@ private:
     bool ReadUpTo(CssNodeType::NODE_TYPE type);
     bool Found(CssNodeType::NODE_TYPE type);
     void AppendProperty(astring& text) const;
+    bool AppendPlainProperty(astring& text, std::string_view separator);
     void AppendDeclaration(astring& text);
 
     ReadState state_ = ReadState::Closed;
