@@ -38,15 +38,17 @@ struct RuleText {
 
 enum class Block { MayBeMissing, Required };
 
-RuleText ReadRule(const char* text, Block block) {
+RuleText ReadRule(const char* begin, Block block) {
+    const std::string_view text = begin;
     const char* end = nullptr;
     const int specificity = detail::SpecificitySum(text, end);
-    if (specificity < 0) end = detail::FindBlock(text);
+    if (specificity < 0) end = detail::FindBlock(begin);
     if (block == Block::Required && *end != '{') Refuse(kDeclaration);
     if (specificity < 0) Refuse(kSelector);
-    RuleText rule{specificity, detail::Trimmed({text, static_cast<std::size_t>(end - text)}), {}};
+    RuleText rule{specificity, detail::Trimmed({begin, static_cast<std::size_t>(end - begin)}), {}};
     if (block == Block::MayBeMissing) return rule;
-    const std::string_view body = detail::Trimmed(end + 1);
+    const std::string_view body =
+        detail::Trimmed(text.substr(static_cast<std::size_t>(end + 1 - begin)));
     if (body.empty() || body.back() != '}') Refuse(kBlock);
     rule.declaration = body.substr(0, body.size() - 1);
     return rule;

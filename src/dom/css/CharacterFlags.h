@@ -13,16 +13,18 @@ namespace Dom::CSS::detail {
 
 /// What a byte may be; several at once.
 enum CharacterFlag : unsigned short {
-    kBlank = 0x01,       ///< white space
-    kNameStart = 0x02,   ///< begins an identifier
-    kName = 0x04,        ///< stands in a name
-    kDigit = 0x08,       ///< 0 to 9
-    kUrl = 0x10,         ///< stands in an address without quotes, as itself
-    kNumberEnd = 0x20,   ///< may stand behind a number, or behind its unit
-    kValueEnd = 0x40,    ///< ends the value of a property
-    kBracket = 0x80,     ///< begins or ends something that a block is not looked for in
-    kPlainName = 0x100,  ///< stands in the name of a property, beyond its first letter
-    kPlainValue = 0x200  ///< neither separates the parts of a value nor ends it
+    kBlank = 0x01,        ///< white space
+    kNameStart = 0x02,    ///< begins an identifier
+    kName = 0x04,         ///< stands in a name
+    kDigit = 0x08,        ///< 0 to 9
+    kUrl = 0x10,          ///< stands in an address without quotes, as itself
+    kNumberEnd = 0x20,    ///< may stand behind a number, or behind its unit
+    kValue = 0x40,        ///< does not end the value of a property in a declaration
+    kBracket = 0x80,      ///< begins or ends something that a block is not looked for in
+    kPlainName = 0x100,   ///< stands in the name of a property, beyond its first letter
+    kPlainValue = 0x200,  ///< neither ends the value of a property in a sheet nor begins a part of
+                          ///< it that may have such bytes
+    kValuePart = 0x400    ///< is plain and does not separate the parts of a value
 };
 
 consteval std::array<unsigned short, 256> MakeCharacterFlags() {
@@ -50,14 +52,16 @@ consteval std::array<unsigned short, 256> MakeCharacterFlags() {
     markRange('*', 0xFF, kUrl);
     unmark("\\\x7F", kUrl);
     mark(",);}", kNumberEnd);
-    mark(";!", kValueEnd);
+    markRange(0x00, 0xFF, kValue);
+    unmark(";!", kValue);
     mark(std::string_view("\0{([]\"'\\", 8), kBracket);
     markRange('a', 'z', kPlainName);
     markRange('A', 'Z', kPlainName);
     markRange('0', '9', kPlainName);
     mark("-_", kPlainName);
-    markRange(0x01, 0xFF, kPlainValue);
-    unmark(" \t\n\r\f/\"';}", kPlainValue);
+    markRange(0x01, 0xFF, kPlainValue | kValuePart);
+    unmark("/\"';}", kPlainValue | kValuePart);
+    unmark(" \t\n\r\f", kValuePart);
     return flags;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "dom/css/CssScanner.h"
 
+#include "dom/css/ByteRun.h"
 #include "dom/css/CssCharacters.h"
 
 #include <algorithm>
@@ -87,7 +88,7 @@ void CssScanner::ScanValue() {
             if (character == '"' || character == '\'') {
                 TakeString(character);
             } else {
-                position_ = BehindAll(position_, kPlainValue);
+                position_ = BehindAll(position_, kValuePart);
             }
         }
         if (!ValueGoesOn()) break;
@@ -112,30 +113,28 @@ void CssScanner::LeaveOutComment(std::size_t& pieceBegin) {
     position_ = pieceBegin = FindEndOfComment(position_ + 2);
 }
 
-// All loops end at the NUL behind the text at the latest.
 bool CssScanner::AppendPlainProperty(astring& text, std::string_view separator) {
-    const char* at = text_.c_str() + position_;
-    const auto skipAll = [&at](unsigned flags) {
-        while (Is(*at, flags))
+    const char* const end = text_.end();
+    const char* at = text_.begin() + position_;
+    const auto skipBlanks = [&at] {
+        while (Is(*at, kBlank))  // not the NUL at the end
             ++at;
         return at;
     };
     if (*at == ';') ++at;
-    const char* const name = skipAll(kBlank);
+    const char* const name = skipBlanks();
     if (!IsLetter(*name)) return false;
-    const char* const nameEnd = skipAll(kPlainName);
-    if (*skipAll(kBlank) != ':') return false;
+    const char* const nameEnd = at = BehindRun<PlainNameRun>(name, end);
+    if (*skipBlanks() != ':') return false;
     ++at;
-    const char* const value = skipAll(kBlank);
-    const char* valueEnd = value;
-    while (Is(*at, kPlainValue)) {
-        valueEnd = skipAll(kPlainValue);
-        skipAll(kBlank);
-    }
+    const char* const value = skipBlanks();
+    const char* valueEnd = at = BehindRun<PlainValueRun>(value, end);
     if (valueEnd == value || (*at != ';' && *at != '}')) return false;
+    while (Is(valueEnd[-1], kBlank))
+        --valueEnd;
     text.append(separator).append({name, static_cast<std::size_t>(nameEnd - name)});
     text.append(": ").append({value, static_cast<std::size_t>(valueEnd - value)});
-    position_ = static_cast<std::size_t>(at - text_.c_str());
+    position_ = static_cast<std::size_t>(at - text_.begin());
     return true;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "dom/css/DeclarationScanner.h"
 
+#include "dom/css/ByteRun.h"
 #include "dom/css/CssCharacters.h"
 #include "dom/css/Messages.h"
 #include "dom/css/Priority.h"
@@ -20,8 +21,7 @@ void Step(TextCursor& cursor) {
 // Deliberate: it ends at the first ";" or "!" wherever that stands, also in a string.
 std::string_view ReadValue(TextCursor& cursor) {
     const char* const begin = cursor.at;
-    while (cursor.at != cursor.end && !Is(*cursor.at, kValueEnd))
-        ++cursor.at;
+    cursor.at = BehindRun<ValueRun>(begin, cursor.end);
     return Trimmed(cursor.Since(begin));
 }
 

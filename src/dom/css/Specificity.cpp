@@ -21,7 +21,7 @@ constexpr std::int64_t kStep = 1000;
 // Goes through selectors and counts what they consist of.
 class SpecificityCounter {
 public:
-    explicit SpecificityCounter(const char* text) : cursor_(text) {}
+    explicit SpecificityCounter(std::string_view text) : cursor_(text) {}
 
     bool CountGroup();
     const char* End() const { return cursor_.at; }
@@ -160,7 +160,7 @@ int CSS_SPECIFICITY(const char* selectorText) {
 }
 
 // Deliberate: the selectors of a group are added up.
-int detail::SpecificitySum(const char* text, const char*& end) {
+int detail::SpecificitySum(std::string_view text, const char*& end) {
     SpecificityCounter counter(text);
     if (!counter.CountGroup()) return -1;
     end = counter.End();

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <string_view>
+
 namespace Dom::CSS::detail {
 
 /// Returns what CSS_SPECIFICITY() returns for selectors.
-/// \param end where the selectors end, at "{" or NUL, when they are not refused
-int SpecificitySum(const char* text, const char*& end);
+/// \param text which a NUL follows
+/// \param end where the selectors end, at "{" or the end, when they are not refused
+int SpecificitySum(std::string_view text, const char*& end);
 
 }  // namespace Dom::CSS::detail

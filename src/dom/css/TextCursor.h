@@ -3,6 +3,7 @@
 
 #include <espalier/base/astring.h>
 
+#include "dom/css/ByteRun.h"
 #include "dom/css/CharacterFlags.h"
 
 #include <optional>
@@ -51,14 +52,21 @@ bool SkipClosing(TextCursor& cursor);
 
 /// Reads a backslash and what it stands for, and adds that to `result`.
 bool ReadEscape(TextCursor& cursor, astring& result);
+/// Returns the place behind the bytes that stand in names.
+inline const char* BehindName(const TextCursor& cursor) {
+    if (cursor.end != nullptr) return BehindRun<NameRun>(cursor.at, cursor.end);
+    const char* at = cursor.at;
+    while (Is(*at, kName))
+        ++at;
+    return at;
+}
+
 /// Reads what begins otherwise than with a letter, or has escapes, as ReadIdent() does.
 std::string_view ReadOtherIdent(TextCursor& cursor, astring& buffer);
 /// Reads an identifier; empty when there is none.
 inline std::string_view ReadIdent(TextCursor& cursor, astring& buffer) {
     if (!cursor.IsAt(kNameStart)) return ReadOtherIdent(cursor, buffer);
-    const char* at = cursor.at + 1;
-    while (at != cursor.end && Is(*at, kName))
-        ++at;
+    const char* const at = BehindName(cursor);
     if (at != cursor.end && *at == '\\') return ReadOtherIdent(cursor, buffer);
     const char* const begin = cursor.at;
     cursor.at = at;
