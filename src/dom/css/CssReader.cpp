@@ -9,7 +9,7 @@ namespace Dom::CSS {
 
 namespace {
 
-constexpr std::size_t kUsualRule = 128;
+constexpr std::size_t kUsualRule = 255;  // characters that most rules do not have
 
 }  // namespace
 
@@ -172,6 +172,7 @@ void CssReader::AppendDeclaration(astring& text) {
     constexpr std::string_view kSeparator = "; ";
     while (true) {
         if (AppendPlainProperty(text, kSeparator)) continue;
+        if (state_ == ReadState::DeclarationBlock) scanner_->SkipToClosingBrace();
         if (!Read() || nodeType_ == CssNodeType::EndDecl) return;
         if (nodeType_ != CssNodeType::Property) continue;
         text.append(kSeparator);

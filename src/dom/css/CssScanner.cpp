@@ -132,10 +132,23 @@ bool CssScanner::AppendPlainProperty(astring& text, std::string_view separator) 
     if (valueEnd == value || (*at != ';' && *at != '}')) return false;
     while (Is(valueEnd[-1], kBlank))
         --valueEnd;
-    text.append(separator).append({name, static_cast<std::size_t>(nameEnd - name)});
-    text.append(": ").append({value, static_cast<std::size_t>(valueEnd - value)});
+    text.append(separator);
+    if (value - nameEnd == 2 && nameEnd[0] == ':' && nameEnd[1] == ' ') {
+        text.append({name, static_cast<std::size_t>(valueEnd - name)});  // as it is to be
+    } else {
+        text.append({name, static_cast<std::size_t>(nameEnd - name)});
+        text.append(": ").append({value, static_cast<std::size_t>(valueEnd - value)});
+    }
     position_ = static_cast<std::size_t>(at - text_.begin());
     return true;
+}
+
+void CssScanner::SkipToClosingBrace() {
+    const char* at = text_.begin() + position_;
+    if (*at == ';') ++at;
+    while (Is(*at, kBlank))
+        ++at;
+    if (*at == '}') position_ = static_cast<std::size_t>(at - text_.begin());
 }
 
 // Takes white space into the value unless it is the last of it. Returns false at the end.

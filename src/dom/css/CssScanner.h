@@ -54,6 +54,8 @@ public:
     /// up to the ";" or "}" is there and none of it is a comment, a string or "/", and adds it to
     /// `text`. The property has no ranges.
     bool AppendPlainProperty(astring& text, std::string_view separator);
+    /// Scans ";" and white space, where "}" follows and all of that is there.
+    void SkipToClosingBrace();
     /// Scans white space and comments.
     void SkipSpaceAndComments() {
         while (ScanSpace() || ScanComment()) {

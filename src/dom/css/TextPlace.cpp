@@ -28,36 +28,43 @@ TextPlace BehindEach(TextPlace place, std::string_view text) {
     return place;
 }
 
-bool Has(std::string_view text, char character) { return text.find(character) != text.npos; }
+struct LineEnds {
+    int feeds = 0;           // "\n"
+    bool hasOthers = false;  // "\r" or "\f"
+};
 
-// Counts the bytes that something is true of; by parts whose number fits into a byte, so that
-// many bytes are counted at a time.
-template <typename Predicate>
-int Count(std::string_view text, Predicate isCounted) {
+// Goes by parts whose numbers fit into a byte, so that many bytes are looked at at a time.
+LineEnds FindLineEnds(std::string_view text) {
     constexpr std::size_t kPart = 255;
-    int count = 0;
+    LineEnds ends;
     while (!text.empty()) {
-        unsigned char inPart = 0;
-        for (const char byte : text.substr(0, kPart))
-            inPart = static_cast<unsigned char>(inPart + (isCounted(byte) ? 1 : 0));
-        count += inPart;
+        unsigned char feeds = 0;
+        unsigned char others = 0;
+        for (const char byte : text.substr(0, kPart)) {
+            feeds = static_cast<unsigned char>(feeds + (byte == '\n'));
+            others = static_cast<unsigned char>(others | ((byte == '\r') | (byte == '\f')));
+        }
+        ends.feeds += feeds;
+        ends.hasOthers = ends.hasOthers || others != 0;
         text.remove_prefix(std::min(text.size(), kPart));
     }
-    return count;
+    return ends;
 }
 
 }  // namespace
 
 // Nearly all texts have no line end but "\n", and these can be counted at once.
 TextPlace TextPlace::Behind(std::string_view text) const {
-    if (isBehindReturn || Has(text, '\r') || Has(text, '\f')) return BehindEach(*this, text);
+    const LineEnds ends = FindLineEnds(text);
+    if (isBehindReturn || ends.hasOthers) return BehindEach(*this, text);
     TextPlace place = *this;
-    if (const int lines = Count(text, [](char byte) { return byte == '\n'; }); lines > 0) {
-        place.line += lines;
+    if (ends.feeds > 0) {
+        place.line += ends.feeds;
         place.column = 1;
         text.remove_prefix(text.rfind('\n') + 1);
     }
-    place.column += static_cast<int>(text.size()) - Count(text, IsContinuation);
+    const auto continuations = std::count_if(text.begin(), text.end(), IsContinuation);
+    place.column += static_cast<int>(text.size()) - static_cast<int>(continuations);
     return place;
 }
 
