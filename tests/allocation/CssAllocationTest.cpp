@@ -135,7 +135,33 @@ TEST(CssAllocation, ARuleThatIsNotInsertedLeavesTheSheetAsItWas) {
             }
             FailingAllocation::Exempt([&] { EXPECT_EQ(failure.LiveCount(), 0); });
         });
-        EXPECT_GT(failures, 2);
+        EXPECT_EQ(failures, *text == '@' ? 3 : 2) << "the rule with its texts, and the list";
+    }
+}
+
+TEST(CssAllocation, PropertiesAreMadeLaterWhenMemoryIsOut) {
+    for (const char* const text : kRules) {
+        if (*text == '@') continue;
+        SCOPED_TRACE(text);
+        const long failures = FailingAllocation::ForEachFailure([&](FailingAllocation& failure) {
+            {
+                std::optional<CSSStyleSheet> sheet;
+                const CSSStyleDeclaration* style = nullptr;
+                FailingAllocation::Exempt([&] {
+                    sheet.emplace(CSSRule::Author, nullptr, "", "");
+                    sheet->InsertRule(text, 0);
+                    style = &static_cast<CSSStyleRule*>(sheet->CssRules().Item(0))->Style();
+                });
+                const bool hasMemory = HasMemory([&] { EXPECT_GT(style->Length(), 0U); });
+                FailingAllocation::Exempt([&] {
+                    EXPECT_EQ(hasMemory, !failure.HasFailed());
+                    EXPECT_GT(style->Length(), 0U);
+                    sheet.reset();
+                });
+            }
+            FailingAllocation::Exempt([&] { EXPECT_EQ(failure.LiveCount(), 0); });
+        });
+        EXPECT_GE(failures, 2) << "the list, and a property";
     }
 }
 

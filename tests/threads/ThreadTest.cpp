@@ -3,6 +3,8 @@
 // Objects in different threads do not meet: what they share is constant or made once. Most of what
 // could go wrong shows under ThreadSanitizer only, and in a process that has used nothing before:
 // CTest gives each test one of its own.
+#include <espalier/css.h>
+#include <espalier/dom.h>
 #include <espalier/encoding.h>
 #include <espalier/io/Stream.h>
 #include <espalier/xml/HashMap.h>
@@ -198,6 +200,29 @@ TEST(XmlNsSupportThreads, UseContextsOfTheirOwnAtOnce) {
     });
     for (const int count : found)
         EXPECT_EQ(count, 400);
+}
+
+TEST(CSSStyleSheetThreads, AskForPropertiesAndMatchAtOnce) {
+    constexpr std::size_t kRules = 50;
+    Dom::Document document;
+    document.LoadXml("<r><p class='k0 k49'/></r>");
+    Dom::Element* const element =
+        static_cast<Dom::Element*>(document.DocumentElement()->FirstChild());
+    Dom::CSS::CSSStyleSheet sheet(Dom::CSS::CSSRule::Author, nullptr, "", "");
+    for (std::size_t i = 0; i < kRules; ++i) {
+        const std::string number = std::to_string(i);
+        sheet.InsertRule(("r > .k" + number + " { margin: " + number + "px }").c_str(), i);
+    }
+    RunAtOnce([&](std::size_t /*number*/) {
+        std::size_t matches = 0;
+        for (std::size_t i = 0; i < kRules; ++i) {
+            const auto* const rule = static_cast<Dom::CSS::CSSStyleRule*>(sheet.CssRules().Item(i));
+            if (rule->MatchesSelector(element, "")) ++matches;
+            EXPECT_EQ(rule->Style().Length(), 4U);
+            EXPECT_EQ(rule->Style().GetPropertyValue("margin-left"), std::to_string(i) + "px");
+        }
+        EXPECT_EQ(matches, 2U);
+    });
 }
 
 }  // namespace

@@ -46,7 +46,7 @@ int CssReader::LineNumber() const { return scanner_->LineNumber(); }
 
 int CssReader::LinePos() const { return scanner_->LinePos(); }
 
-bool CssReader::IsAtEnd() const { return scanner_->BeganAtEnd(); }
+bool CssReader::IsAtEnd() const { return scanner_->IsPlacedAtEnd(); }
 
 bool CssReader::StreamFailed() const { return scanner_->source.Failed(); }
 
@@ -117,8 +117,9 @@ bool CssReader::ReadInDeclaration() {
     return Found(CssNodeType::EndDecl);
 }
 
+// Deliberate: the text of white space and comments begins with the ";" before them.
 void CssReader::SkipSemicolon() {
-    if (scanner_->ScanSemicolon()) scanner_->BeginHere();
+    if (scanner_->ScanSemicolon()) scanner_->PlaceHere();
 }
 
 bool CssReader::ReadRestOfProperty() {
@@ -136,11 +137,20 @@ bool CssReader::ReadUpTo(CssNodeType::NODE_TYPE type) {
     return true;
 }
 
-astring CssReader::ReadComment() { return ReadUpTo(CssNodeType::Comment) ? Value() : astring(); }
+// Reads as ReadUpTo() does, but leaves a ";" out of the text of what follows it.
+bool CssReader::StepUpTo(CssNodeType::NODE_TYPE type) {
+    while (nodeType_ != type) {
+        if (!Read()) return false;
+        scanner_->BeginAtPlace();
+    }
+    return true;
+}
 
-astring CssReader::ReadSelector() { return ReadUpTo(CssNodeType::Selector) ? Value() : astring(); }
+astring CssReader::ReadComment() { return StepUpTo(CssNodeType::Comment) ? Value() : astring(); }
 
-bool CssReader::ReadProperty() { return ReadUpTo(CssNodeType::Property); }
+astring CssReader::ReadSelector() { return StepUpTo(CssNodeType::Selector) ? Value() : astring(); }
+
+bool CssReader::ReadProperty() { return StepUpTo(CssNodeType::Property); }
 
 void CssReader::AppendProperty(astring& text) const {
     text.append(scanner_->Name()).append(": ");

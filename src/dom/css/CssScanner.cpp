@@ -146,8 +146,10 @@ bool CssScanner::AppendPlainProperty(astring& text, std::string_view separator) 
 void CssScanner::SkipToClosingBrace() {
     const char* at = text_.begin() + position_;
     if (*at == ';') ++at;
-    while (Is(*at, kBlank))
+    if (!Is(*at, kBlank)) return;
+    do {
         ++at;
+    } while (Is(*at, kBlank));
     if (*at == '}') position_ = static_cast<std::size_t>(at - text_.begin());
 }
 

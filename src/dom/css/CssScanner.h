@@ -22,14 +22,16 @@ public:
     void Begin() {
         // When little is left behind what has been read, so that little is to be moved.
         if (position_ > kKept && text_.length() - position_ <= kKept) DropRead();
-        start_ = position_;
+        start_ = placed_ = position_;
         name_ = value_ = priority_ = {position_, position_};
         hasComments_ = false;
     }
     /// Drops everything.
     void Close();
-    /// Begins the text of the piece here.
-    void BeginHere() { start_ = position_; }
+    /// Lets the place of the piece be here; its text begins where it did.
+    void PlaceHere() { placed_ = position_; }
+    /// Lets the text of the piece begin at its place.
+    void BeginAtPlace() { start_ = placed_; }
 
     /// \name Scans
     /// @{
@@ -54,7 +56,8 @@ public:
     /// up to the ";" or "}" is there and none of it is a comment, a string or "/", and adds it to
     /// `text`. The property has no ranges.
     bool AppendPlainProperty(astring& text, std::string_view separator);
-    /// Scans ";" and white space, where "}" follows and all of that is there.
+    /// Scans white space, with or without ";" before it, where "}" follows and all of that is
+    /// there.
     void SkipToClosingBrace();
     /// Scans white space and comments.
     void SkipSpaceAndComments() {
@@ -75,12 +78,14 @@ public:
     /// \name Where the piece begins
     /// Counted from 1; columns in characters.
     /// @{
-    int LineNumber() const { return PlaceOf(start_).line; }
-    int LinePos() const { return PlaceOf(start_).column; }
+    int LineNumber() const { return PlaceOf(placed_).line; }
+    int LinePos() const { return PlaceOf(placed_).column; }
     /// @}
 
     /// Tells whether the piece began at the end of all text.
-    bool BeganAtEnd() const { return source.IsUsedUp() && start_ >= text_.length(); }
+    bool BeganAtEnd() const { return IsEnd(start_); }
+    /// Tells whether the place of the piece is the end of all text.
+    bool IsPlacedAtEnd() const { return IsEnd(placed_); }
 
     CssSource source;
 
@@ -96,6 +101,9 @@ private:
 
     std::string_view Between(Range range) const {
         return std::string_view(text_).substr(range.begin, range.end - range.begin);
+    }
+    bool IsEnd(std::size_t position) const {
+        return source.IsUsedUp() && position >= text_.length();
     }
     bool Has(std::size_t position) { return position < text_.length() || ReadUpTo(position); }
     bool ReadUpTo(std::size_t position);
@@ -126,6 +134,7 @@ private:
 
     astring text_;
     std::size_t start_ = 0;     // of the piece
+    std::size_t placed_ = 0;    // where the piece is said to be
     std::size_t position_ = 0;  // where the next scan begins
     Range name_;
     Range value_;

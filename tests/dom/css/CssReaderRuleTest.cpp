@@ -320,6 +320,18 @@ TEST(CssReaderRule, WithoutOneTheNextNodeIsNone) {
     }
 }
 
+TEST(CssReaderRule, DeliberateASemicolonIsInTheTextOfWhatFollows) {
+    CssText reader("p{a:b;/*1*/;\n}@c{d:e; f{g:h}");
+    ASSERT_TRUE(reader.Skip(3));
+    for (const char* const text : {";/*1*/", ";\n", "}"}) {
+        ASSERT_TRUE(reader->Read());
+        EXPECT_EQ(reader->Value(), text);
+    }
+    EXPECT_EQ(reader->LinePos(), 1);
+    EXPECT_EQ(reader->LineNumber(), 2);
+    EXPECT_EQ(CssText("p{a:b;/*1*/}")->ReadComment(), "/*1*/") << "it is stepped over here";
+}
+
 TEST(CssReaderRule, SemicolonsAreSteppedOverOnTheWay) {
     CssText reader("p{;a:b;/*1*/}");
     EXPECT_TRUE(reader->ReadProperty());

@@ -118,6 +118,7 @@ private:
     bool ReadRestOfProperty();
     bool ReadCommentOrSpace();
     bool ReadUpTo(CssNodeType::NODE_TYPE type);
+    bool StepUpTo(CssNodeType::NODE_TYPE type);
     bool Found(CssNodeType::NODE_TYPE type);
     void AppendProperty(astring& text) const;
     bool AppendPlainProperty(astring& text, std::string_view separator);
