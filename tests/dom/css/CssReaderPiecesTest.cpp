@@ -66,7 +66,7 @@ TEST(CssReaderPieces, RulesAreTheSameWhereverTheTextIsCut) {
     }
     const std::string whole = StoryOf(sheet, 1024);
     EXPECT_NE(
-        whole.find("{ color: #123450; margin: 0 1px 2em; padding: 0; background: url('a;b.png') "
+        whole.find("{ color: #123450; margin: 0 1px 2em; padding: 0; background: url('a;b.png')  "
                    "\xC3\xA9 }"),
         std::string::npos);
     for (const int bytesPerRead : {1, 2, 3, 5, 17, 64, 100, 511, 512, 513, 1000}) {
