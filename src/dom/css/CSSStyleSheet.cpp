@@ -56,7 +56,7 @@ unsigned long CSSStyleSheet::InsertRule(const char* text, unsigned long index) {
     }
     rule->SetCssText(text);
     rules_.AddItemAt(index, rule.get());
-    rule.release();
+    static_cast<void>(rule.release());  // the list's now
     return index;
 }
 

@@ -76,9 +76,9 @@ bool CssScanner::ScanComment() {
 bool CssScanner::ScanName() {
     if (!Has(position_) || !IsLetter(text_[position_])) return false;
     const std::size_t begin = position_;
-    do
+    do {
         ++position_;
-    while (Has(position_) && IsInName(text_[position_]));
+    } while (Has(position_) && IsInName(text_[position_]));
     name_ = {begin, position_};
     return true;
 }

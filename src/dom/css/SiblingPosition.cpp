@@ -187,9 +187,9 @@ long PositionAmongSiblings(const Element& element, Counting counting) {
 bool IsOutermost(const Element& element, Counting counting) {
     const bool backwards = !CountsFromEnd(counting);
     const Node* node = &element;
-    do
+    do {
         node = Neighbour(*node, backwards);
-    while (node != nullptr && node->NodeType() != Node::ELEMENT_NODE);
+    } while (node != nullptr && node->NodeType() != Node::ELEMENT_NODE);
     return node == nullptr;
 }
 
