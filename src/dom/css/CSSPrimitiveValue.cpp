@@ -134,7 +134,8 @@ void CSSPrimitiveValue::SetFloatValue(UnitTypes unit, float value) {
     float_ = value;
 }
 
-// The unit that is asked for is tested, not the one that the value has.
+// Deliberate: the unit that is asked for is tested, not the one that the value has; so numbers come
+// as they are for units that have no conversion.
 float CSSPrimitiveValue::GetFloatValue(UnitTypes unit) const {
     if (!IsNumber(unit)) Throw(detail::Message::kNotAFloat);
     if (unit < CSS_CM) return float_;

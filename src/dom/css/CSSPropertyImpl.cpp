@@ -24,6 +24,7 @@ CSSPropertyImpl::CSSPropertyImpl(astring&& name, std::shared_ptr<CSSValue>&& val
       specificity_(specificity),
       shorthand_(shorthand) {}
 
+// Deliberate: a copy has the same value object, so that a change of one shows in the other.
 CSSPropertyImpl::CSSPropertyImpl(const CSSPropertyImpl&) = default;
 CSSPropertyImpl& CSSPropertyImpl::operator=(const CSSPropertyImpl&) = default;
 CSSPropertyImpl::~CSSPropertyImpl() = default;

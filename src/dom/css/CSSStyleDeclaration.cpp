@@ -122,6 +122,9 @@ astring CSSStyleDeclaration::RemoveProperty(std::string_view name) {
     return value;
 }
 
+// Deliberate: of a shorthand only a property with its own name is taken out, such as "margin", and
+// not those that it stands for. So older ones of these stay before the new ones.
+//
 // The old property goes after the new ones are there, so that it stays when memory is out, and so
 // that the arguments may be parts of it. A value that is refused has it gone, too.
 void CSSStyleDeclaration::SetProperty(std::string_view name, std::string_view value,

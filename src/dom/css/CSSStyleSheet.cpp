@@ -56,7 +56,7 @@ unsigned long CSSStyleSheet::InsertRule(const char* text, unsigned long index) {
         rule = CSSStyleRule::Make(this, ownerRule_, origin_, text);
     }
     rules_.AddItemAt(index, rule.get());
-    rule.release();
+    static_cast<void>(rule.release());  // the list's now
     return index;
 }
 

@@ -24,8 +24,8 @@ namespace {
 
 using detail::Weight;
 
-// CSS 2.1 section 6.4.1, with one more rule: with the same origin, what is written out wins over
-// what comes from a shorthand.
+// CSS 2.1 section 6.4.1, with one more rule. Deliberate: with the same origin, what is written out
+// wins over what comes from a shorthand, however specific that is.
 bool Wins(const CSSPropertyImpl& property, Weight weight, const CSSPropertyImpl& over) {
     if (property.Important() != over.Important()) return property.Important();
     if (weight.origin == over.Origin()) {

@@ -154,7 +154,7 @@ bool CssSource::Decode(astring& text) {
     text.resize(length + static_cast<std::size_t>(output - begin));
     if (IsUtf8(CssReader::s_Encoding) || output == begin) return output != begin;
 
-    std::array<unsigned char, kMostBytes * kLongestCharacter> recoded;
+    std::array<unsigned char, std::size_t{kMostBytes} * kLongestCharacter> recoded;
     const unsigned count = Xml::Encoding::Convert(
         Xml::Encoding::UTF8(), CssReader::s_Encoding, begin, static_cast<unsigned>(output - begin),
         recoded.data(), static_cast<unsigned>(recoded.size()));

@@ -18,7 +18,8 @@ void Step(TextCursor& cursor) {
 
 // Reads the value of a property.
 //
-// Deliberate: it ends at the first ";" or "!" wherever that stands, also in a string.
+// Deliberate: it ends at the first ";" or "!" also in quotes and parentheses; declarations have
+// always been taken apart so.
 std::string_view ReadValue(TextCursor& cursor) {
     const char* const begin = cursor.at;
     cursor.at = BehindRun<ValueRun>(begin, cursor.end);

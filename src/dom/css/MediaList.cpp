@@ -41,7 +41,9 @@ void MediaList::AppendMedium(std::string_view name) {
     if (mediaText_.empty()) {
         mediaText_ = name;
     } else {
-        mediaText_ = mediaText_ + ", " + name;  // also when `name` is a part of the text
+        astring addition = ", ";  // `name` may be a part of the text
+        addition += name;
+        mediaText_ += addition;
     }
 }
 

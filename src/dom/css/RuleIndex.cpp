@@ -70,6 +70,24 @@ void AddFrom(const Buckets& buckets, std::string_view key,
     if (found != buckets.end()) AddAll(found->second, candidates);
 }
 
+// A word that is there again adds nothing.
+void AddFromWords(const Buckets& buckets, std::string_view words,
+                  std::vector<const Candidate*>& candidates) {
+    std::vector<const Bucket*> all;
+    std::string_view rest = detail::Trimmed(words);
+    while (!rest.empty()) {
+        const std::string_view word = rest.substr(0, rest.find_first_of(detail::kSpace));
+        if (const auto found = buckets.find(word); found != buckets.end()) {
+            all.push_back(&found->second);
+        }
+        rest = detail::Trimmed(rest.substr(word.size()));
+    }
+    std::sort(all.begin(), all.end());
+    all.erase(std::unique(all.begin(), all.end()), all.end());
+    for (const Bucket* const bucket : all)
+        AddAll(*bucket, candidates);
+}
+
 }  // namespace
 
 struct RuleIndex::Contents {
@@ -96,12 +114,7 @@ void RuleIndex::Contents::Collect(const Element& element,
         AddFrom(byId, *id, candidates);
     }
     if (const astring* const classes = byClass.empty() ? nullptr : subject.Attribute("class")) {
-        std::string_view rest = detail::Trimmed(*classes);
-        while (!rest.empty()) {
-            const std::string_view word = rest.substr(0, rest.find_first_of(detail::kSpace));
-            AddFrom(byClass, word, candidates);
-            rest = detail::Trimmed(rest.substr(word.size()));
-        }
+        AddFromWords(byClass, *classes, candidates);
     }
     AddFrom(byType, subject.Name(), candidates);
     AddAll(others, candidates);

@@ -4,7 +4,18 @@
 #include "dom/NodeAccess.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <limits>
+#include <map>
+#include <new>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+// How positions are found in about the same time whatever is asked for in whatever order: from the
+// one of the same kind that was found last, if that is near; from the end that positions are
+// counted from, if that is; else in a table of all children of the parent.
 
 namespace Dom::CSS::detail {
 
@@ -59,29 +70,97 @@ KnownPosition& PlaceFor(const Node& parent, const NodeName* name, Counting count
     return known[mixed % kKnown];
 }
 
-// Counts from the element to the end that positions are counted from.
-long CountToEnd(const Element& element, Counting counting) {
+constexpr std::size_t kNear = 16;  // nodes
+
+// Counts from the element to the end that positions are counted from; 0 when that is more than
+// `most` nodes away.
+long CountToEnd(const Element& element, Counting counting, std::size_t most) {
     long position = 1;
     const bool backwards = !CountsFromEnd(counting);
     for (const Node* node = Neighbour(element, backwards); node != nullptr;
          node = Neighbour(*node, backwards)) {
+        if (most-- == 0) return 0;
         if (Counts(*node, element, counting)) ++position;
     }
     return position;
 }
 
-// Counts from a known element on to one that stands behind it; 0 when it does not.
+// Counts from a known element on to one that stands near behind it; 0 when it does not.
 long CountOn(const KnownPosition& from, const Element& element) {
     const long step = CountsFromEnd(from.counting) ? -1 : 1;
     long position = from.position;
-    for (const Node* node = from.element; node != &element; position += step) {
-        do {
-            node = NodeAccess::Next(*node);
-            if (node == nullptr) return 0;
-        } while (!Counts(*node, element, from.counting));
+    const Node* node = from.element;
+    for (std::size_t steps = 0; node != &element; ++steps) {
+        node = steps < kNear ? NodeAccess::Next(*node) : nullptr;
+        if (node == nullptr) return 0;
+        if (Counts(*node, element, from.counting)) position += step;
     }
     return position;
 }
+
+// The positions of elements that were far from what was known, and of their siblings. They stay
+// right as long as the document has the same stamp.
+class FarPositions {
+public:
+    // Returns a position; 0 when it is better counted: only one is asked for until the next change,
+    // or there is no memory.
+    long Find(const DocumentData& data, const Element& element, Counting counting) noexcept {
+        if (document_ != data.serial || stamp_ != data.stamp) {
+            positions_ = {};
+            document_ = data.serial;
+            stamp_ = data.stamp;
+            return 0;
+        }
+        try {
+            auto found = positions_.find(&element);
+            if (found == positions_.end()) {
+                AddChildren(*element.ParentNode());
+                found = positions_.find(&element);
+            }
+            return found->second[static_cast<std::size_t>(counting)];
+        } catch (const std::bad_alloc&) {
+            return 0;
+        }
+    }
+
+private:
+    struct TypeCount {
+        long all = 0;
+        long before = 0;
+    };
+
+    void AddChildren(const Node& parent);
+
+    std::uint64_t document_ = 0;
+    std::uint64_t stamp_ = 0;
+    std::unordered_map<const Node*, std::array<long, 4>> positions_;  // by Counting
+};
+
+void FarPositions::AddChildren(const Node& parent) {
+    std::map<std::pair<std::string_view, std::string_view>, TypeCount> types;
+    const auto typeOf = [&types](const Node& element) -> TypeCount& {
+        const NodeName& name = NodeAccess::Name(element);
+        return types[{name.LocalName(), *name.uri}];
+    };
+    TypeCount all;
+    const Node* const first = NodeAccess::First(parent);
+    for (const Node* node = first; node != nullptr; node = NodeAccess::Next(*node)) {
+        if (node->NodeType() != Node::ELEMENT_NODE) continue;
+        ++all.all;
+        ++typeOf(*node).all;
+    }
+    for (const Node* node = first; node != nullptr; node = NodeAccess::Next(*node)) {
+        if (node->NodeType() != Node::ELEMENT_NODE) continue;
+        TypeCount& type = typeOf(*node);
+        positions_[node] = {all.before + 1, all.all - all.before, type.before + 1,
+                            type.all - type.before};
+        ++all.before;
+        ++type.before;
+    }
+}
+
+constexpr std::size_t kDocuments = 4;
+thread_local std::array<FarPositions, kDocuments> farPositions;
 
 }  // namespace
 
@@ -94,7 +173,13 @@ long PositionAmongSiblings(const Element& element, Counting counting) {
     const bool isKnown = place.document == data.serial && place.stamp == data.stamp &&
                          place.parent == parent && place.name == name && place.counting == counting;
     long position = isKnown ? CountOn(place, element) : 0;
-    if (position == 0) position = CountToEnd(element, counting);
+    if (position == 0) position = CountToEnd(element, counting, kNear);
+    if (position == 0) {
+        position = farPositions[data.serial % kDocuments].Find(data, element, counting);
+    }
+    if (position == 0) {
+        position = CountToEnd(element, counting, std::numeric_limits<std::size_t>::max());
+    }
     place = {data.serial, data.stamp, parent, name, counting, &element, position};
     return position;
 }
@@ -102,9 +187,9 @@ long PositionAmongSiblings(const Element& element, Counting counting) {
 bool IsOutermost(const Element& element, Counting counting) {
     const bool backwards = !CountsFromEnd(counting);
     const Node* node = &element;
-    do
+    do {
         node = Neighbour(*node, backwards);
-    while (node != nullptr && node->NodeType() != Node::ELEMENT_NODE);
+    } while (node != nullptr && node->NodeType() != Node::ELEMENT_NODE);
     return node == nullptr;
 }
 

@@ -10,8 +10,8 @@ enum class Counting : unsigned char { Children, ChildrenFromEnd, OfType, OfTypeF
 
 /// Returns the position of an element among its siblings, from 1 on.
 ///
-/// Positions are kept for some parents, so that asking for one element after the other takes
-/// linear time.
+/// Positions are kept by each thread until the document changes, so that asking for all elements
+/// takes linear time, in whatever order.
 long PositionAmongSiblings(const Element& element, Counting counting);
 
 /// Tells whether the position of an element among all siblings is 1.

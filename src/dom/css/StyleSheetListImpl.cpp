@@ -11,8 +11,15 @@ namespace Dom::StyleSheets {
 
 StyleSheetListImpl::StyleSheetListImpl() = default;
 
-// The sheets go while the list can still be told of it.
-StyleSheetListImpl::~StyleSheetListImpl() { Clear(); }
+// The sheets go while the list can still be told of it. Each leaves it first, so that it need not
+// be looked for.
+StyleSheetListImpl::~StyleSheetListImpl() {
+    while (Length() > 0) {
+        StyleSheet* const last = Item(Length() - 1);
+        RemoveItemAt(Length() - 1);
+        delete last;
+    }
+}
 
 void* StyleSheetListImpl::QueryInterface(const char* name) {
     if (detail::IsInterface(name, "Dom::StyleSheets::StyleSheetListImpl")) return this;
@@ -20,7 +27,7 @@ void* StyleSheetListImpl::QueryInterface(const char* name) {
 }
 
 void StyleSheetListImpl::AddItem(StyleSheet* sheet) {
-    assert(sheet == nullptr || std::find(begin(), end(), sheet) == end());
+    assert(sheet == nullptr || std::ranges::find(sheet->lists_, this) == sheet->lists_.end());
     if (sheet != nullptr) sheet->lists_.push_back(this);
     try {
         StyleSheetList::AddItem(sheet);

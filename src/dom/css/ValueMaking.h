@@ -20,8 +20,8 @@ std::optional<Primitive> ReadWholePrimitive(std::string_view text, astring& buff
 
 /// Makes the value of a property from another text: the value "inherit"; a number with its unit; a
 /// CSSValueList, when the text has a comma or white space outside of quotes and parentheses; or,
-/// when that would lose a part of the text, a value that keeps it as it stands. \param text without
-/// white space around it
+/// when that would lose a part of the text, a value that keeps it as it stands.
+/// \param text without white space around it
 std::unique_ptr<CSSValue> MakeOtherValue(std::string_view text);
 
 /// Adds a CSSPrimitiveValue to a list for each piece of a text.

@@ -14,6 +14,19 @@ using Dom::CSS::CSSRule;
 using Dom::CSS::CSSRuleList;
 using Dom::CSS::CSSStyleSheet;
 
+// Rules know their sheet, so none may leave it without a word.
+template <typename List>
+constexpr bool kItemsCanBeSwapped = requires(List& list) {
+    list.SwapItems(list);
+};
+template <typename List>
+constexpr bool kItemsCanBeSiftedOut = requires(List& list, bool (*predicate)(CSSRule*)) {
+    list.RemoveItemsIf(predicate);
+};
+
+static_assert(!kItemsCanBeSwapped<CSSRuleList>);
+static_assert(!kItemsCanBeSiftedOut<CSSRuleList>);
+
 // A rule that counts itself while it lives.
 class CountedRule final : public CSSRule {
 public:

@@ -204,6 +204,36 @@ TEST_F(ChangedTree, TextsThatChange) {
     EXPECT_FALSE(contains.Matches(*root_));
 }
 
+// Positions that are far from all others are kept, too, until the tree changes.
+TEST_F(ChangedTree, PositionsOfManyChildren) {
+    constexpr int kMany = 200;
+    for (int i = 0; i < kMany; ++i)
+        support::AddElement(*root_, i % 3 == 0 ? "a" : "n");
+    const auto check = [this] { ExpectChildren(support::TrueChildren(*root_)); };
+    check();
+    check();
+    Dom::Node* const middle = root_->ChildNodes().Item(kMany / 2);
+    root_->InsertChild(Make("n"), middle);
+    check();
+    check();
+    const NodePtr removed(root_->RemoveChild(middle));
+    check();
+    root_->InsertBefore(Make("b"), root_->ChildNodes().Item(kMany / 3));
+    check();
+    const Selector third(":nth-child(3)");
+    Dom::Document other;
+    for (int round = 0; round < 3; ++round) {
+        Dom::Element* const top = support::AddElement(other, "top");
+        std::vector<Dom::Element*> children;
+        for (int i = 0; i < kMany; ++i)
+            children.push_back(support::AddElement(*top, "a"));
+        for (int i = kMany - 1; i >= 0; --i)
+            EXPECT_EQ(third.Matches(*children[static_cast<std::size_t>(i)]), i == 2) << i;
+        top->DestroyNode();  // the next one may lie where this one was
+    }
+    check();
+}
+
 // Elements that are in no document have parents and siblings, too.
 TEST_F(ChangedTree, ATreeOfItsOwn) {
     const NodePtr top(Make("top"));
@@ -270,6 +300,49 @@ TEST(MatchesHostile, PositionsAmongManySiblingsTakeLinearTime) {
     }
     for (std::size_t i = 0; i < std::size(selectors); ++i)
         EXPECT_EQ(counts[i], expected[i]) << selectors[i].Text();
+}
+
+// Each element is far from the one before, and of a type of its own.
+TEST(MatchesHostile, PositionsInAnyOrderTakeLinearTime) {
+    constexpr std::size_t kMany = 200'000;
+    Dom::Document document;
+    Dom::Element* const root = support::AddElement(document, "root");
+    std::vector<const Dom::Element*> elements;
+    for (std::size_t i = 0; i < kMany; ++i)
+        elements.push_back(support::AddElement(*root, "a" + std::to_string(i / 2)));
+    const struct {
+        const char* selector;
+        int expected;
+    } kCases[] = {
+        {":nth-child(4n+1)", 50'000},
+        {":nth-last-child(4n+1)", 50'000},
+        {":nth-of-type(2)", 100'000},
+        {":nth-last-of-type(2)", 100'000},
+        {":first-of-type", 100'000},
+        {":only-of-type", 0},
+        {":nth-child(2) ~ :nth-child(n+199999)", 2},
+    };
+    for (const auto& c : kCases) {
+        const Selector selector(c.selector);
+        int count = 0;
+        for (std::size_t i = 0; i < kMany; ++i)
+            count += selector.Matches(*elements[i * 99'991 % kMany]) ? 1 : 0;
+        EXPECT_EQ(count, c.expected) << c.selector;
+    }
+}
+
+// A selector that looks at the siblings before asks for their positions from the last one on.
+TEST(MatchesHostile, PositionsOfEarlierSiblingsTakeLinearTime) {
+    constexpr int kMany = 300'000;
+    Dom::Document document;
+    Dom::Element* const root = support::AddElement(document, "root");
+    for (int i = 0; i < kMany; ++i)
+        support::AddElement(*root, i % 2 == 0 ? "a" : "b");
+    const auto* const last = static_cast<Dom::Element*>(root->LastChild());
+    EXPECT_TRUE(Selector(":nth-child(2) ~ b").Matches(*last));
+    EXPECT_TRUE(Selector("a:nth-of-type(1) ~ b").Matches(*last));
+    EXPECT_FALSE(Selector(":nth-last-child(300001) ~ b").Matches(*last));
+    EXPECT_FALSE(Selector("b:first-of-type ~ a ~ b:first-of-type").Matches(*last));
 }
 
 TEST(MatchesHostile, ManySiblingsBeforeAreLookedThroughOnce) {

@@ -22,6 +22,19 @@ constexpr bool kCanBeChanged = requires(List list, StyleSheet* sheet) {
 static_assert(!kCanBeChanged<StyleSheetList>);
 static_assert(kCanBeChanged<StyleSheetListImpl>);
 
+// Sheets know their lists, so none may leave one without a word.
+template <typename List>
+constexpr bool kItemsCanBeSwapped = requires(List& list) {
+    list.SwapItems(list);
+};
+template <typename List>
+constexpr bool kItemsCanBeSiftedOut = requires(List& list, bool (*predicate)(StyleSheet*)) {
+    list.RemoveItemsIf(predicate);
+};
+
+static_assert(!kItemsCanBeSwapped<StyleSheetListImpl>);
+static_assert(!kItemsCanBeSiftedOut<StyleSheetListImpl>);
+
 }  // namespace
 
 TEST(StyleSheetList, OwnsItsSheets) {
@@ -68,6 +81,18 @@ TEST(StyleSheetList, ASheetThatIsDeletedLeavesIt) {
     delete first;
     ASSERT_EQ(list.Length(), 1U);
     EXPECT_EQ(list.Item(0), second);
+}
+
+TEST(StyleSheetListHostile, ManySheetsAreDestroyedInLinearTime) {
+    constexpr int kMany = 300'000;
+    int count = 0;
+    {
+        StyleSheetListImpl list;
+        for (int i = 0; i < kMany; ++i)
+            list.AddItem(new CountedSheet(count));
+        EXPECT_EQ(count, kMany);
+    }
+    EXPECT_EQ(count, 0);
 }
 
 TEST(StyleSheetList, ASheetMayBeInSeveralLists) {

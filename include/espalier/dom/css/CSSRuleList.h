@@ -23,6 +23,10 @@ public:
     void RemoveItem(CSSRule* rule);
     /// Takes rule `index` out in the same way; nothing happens when there are not as many.
     void RemoveItemAt(unsigned long index);
+
+protected:
+    using DOMList<CSSRule*>::RemoveItemsIf;  // rules know their sheet
+    using DOMList<CSSRule*>::SwapItems;
 };
 
 }  // namespace Dom::CSS

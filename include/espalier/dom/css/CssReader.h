@@ -59,7 +59,8 @@ public:
     bool IsAtEnd() const;
 
     /// \name The current node
-    /// What Read() left; kept when a read fails.
+    /// What Read() left. When it fails, the kind stays that of the node before; the texts are those
+    /// of what was looked at in vain, and may be empty.
     /// @{
     CssNodeType NodeType() const { return nodeType_; }
     /// Returns the name of a property; empty for other nodes.

@@ -24,6 +24,8 @@ protected:
     using DOMList<StyleSheet*>::AddItemAt;
     using DOMList<StyleSheet*>::RemoveItem;
     using DOMList<StyleSheet*>::RemoveItemAt;
+    using DOMList<StyleSheet*>::RemoveItemsIf;  // sheets know their lists
+    using DOMList<StyleSheet*>::SwapItems;
     using DOMList<StyleSheet*>::Clear;
 };
 
