@@ -62,7 +62,8 @@ public:
     /// of what was looked at in vain, and may be empty.
     /// @{
     CssNodeType NodeType() const { return nodeType_; }
-    /// Returns the name of a property; empty for other nodes.
+    /// Returns the name of a property, and in the block of an at-rule also one that is followed by
+    /// no ":"; empty for all other nodes.
     astring Name() const;
     /// Returns the value of a property, without comments; else the text of the node.
     astring Value() const;
