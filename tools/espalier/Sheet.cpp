@@ -93,7 +93,8 @@ std::optional<SheetItem> Sheet::ReadRule() {
 
 // The node alone does not tell: it is kept when there is no other.
 bool Sheet::IsBehindRule() const {
-    return reader_.NodeType() == Dom::CSS::CssNodeType::EndDecl && reader_.Value() == "}";
+    return reader_.NodeType() == Dom::CSS::CssNodeType::EndDecl &&
+           reader_.Value().view().ends_with('}');
 }
 
 SheetItem Sheet::Insert(Place place, const astring& rule) {

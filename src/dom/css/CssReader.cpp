@@ -59,9 +59,9 @@ bool CssReader::Found(CssNodeType::NODE_TYPE type) {
 
 bool CssReader::Read() {
     scanner_->Begin();
-    const bool found = ReadNode();
+    isAtNode_ = ReadNode();
     if (state_ != ReadState::Closed && scanner_->BeganAtEnd()) state_ = ReadState::EndOfInput;
-    return found;
+    return isAtNode_;
 }
 
 bool CssReader::ReadNode() {
@@ -130,8 +130,10 @@ bool CssReader::ReadRestOfProperty() {
     return Found(CssNodeType::Property);
 }
 
+bool CssReader::IsAt(CssNodeType::NODE_TYPE type) const { return isAtNode_ && nodeType_ == type; }
+
 bool CssReader::ReadUpTo(CssNodeType::NODE_TYPE type) {
-    while (nodeType_ != type) {
+    while (!IsAt(type)) {
         if (!Read()) return false;
     }
     return true;
@@ -139,7 +141,7 @@ bool CssReader::ReadUpTo(CssNodeType::NODE_TYPE type) {
 
 // Reads as ReadUpTo() does, but leaves a ";" out of the text of what follows it.
 bool CssReader::StepUpTo(CssNodeType::NODE_TYPE type) {
-    while (nodeType_ != type) {
+    while (!IsAt(type)) {
         if (!Read()) return false;
         scanner_->BeginAtPlace();
     }

@@ -263,6 +263,15 @@ TEST(CssReader, OnlyAPropertyHasAName) {
     EXPECT_EQ(reader->Value(), "}");
 }
 
+TEST(CssReader, InAnAtRuleANameMayBeginOtherNodes) {
+    CssText reader("@m{x:y h {a:b} k ");
+    EXPECT_EQ(reader->ReadRule(), "@m{ x: y h {a:b; }");
+    ASSERT_TRUE(reader.Skip(2));
+    EXPECT_EQ(reader->NodeType(), CssNodeType::Selector);
+    EXPECT_EQ(reader->Name(), "k");
+    EXPECT_EQ(reader->Value(), "k ");
+}
+
 TEST(CssReader, ClosedItReadsNothing) {
     CssText reader("p{a:b}q{c:d}");
     ASSERT_TRUE(reader.Skip(3));

@@ -332,6 +332,16 @@ TEST(CssReaderRule, DeliberateASemicolonIsInTheTextOfWhatFollows) {
     EXPECT_EQ(CssText("p{a:b;/*1*/}")->ReadComment(), "/*1*/") << "it is stepped over here";
 }
 
+// The kind of the node before stays when a read fails; what was passed over is no such node.
+TEST(CssReaderRule, WhatCouldNotBeReadIsNoRule) {
+    CssText reader("@m { h1 %");
+    EXPECT_EQ(reader->ReadRule(), "@m {  }");
+    EXPECT_EQ(reader->ReadRule(), "");
+    CssText other("@m { h1 %");
+    EXPECT_EQ(other->ReadRule(), "@m {  }");
+    EXPECT_EQ(other->ReadSelector(), "");
+}
+
 TEST(CssReaderRule, SemicolonsAreSteppedOverOnTheWay) {
     CssText reader("p{;a:b;/*1*/}");
     EXPECT_TRUE(reader->ReadProperty());

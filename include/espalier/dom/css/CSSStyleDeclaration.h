@@ -37,7 +37,8 @@ public:
     /// Makes an empty declaration.
     /// \param parentRule the rule that it belongs to; may be null
     explicit CSSStyleDeclaration(CSSRule* parentRule);
-    /// Copies the properties and their values; the parent rule is the same.
+    /// Copies the properties and their values; the parent rule is the same. It must be there when
+    /// the copy is changed, or merged into another one.
     CSSStyleDeclaration(const CSSStyleDeclaration& other);
     /// Copies the properties and their values; the parent rule stays.
     CSSStyleDeclaration& operator=(const CSSStyleDeclaration& other);

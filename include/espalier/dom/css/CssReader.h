@@ -63,7 +63,8 @@ public:
     /// of what was looked at in vain, and may be empty.
     /// @{
     CssNodeType NodeType() const { return nodeType_; }
-    /// Returns the name of a property; empty for other nodes.
+    /// Returns the name of a property, and in the block of an at-rule also one that is followed by
+    /// no ":"; empty for all other nodes.
     astring Name() const;
     /// Returns the value of a property, without comments; else the text of the node.
     astring Value() const;
@@ -118,6 +119,7 @@ private:
     void SkipSemicolon();
     bool ReadRestOfProperty();
     bool ReadCommentOrSpace();
+    bool IsAt(CssNodeType::NODE_TYPE type) const;
     bool ReadUpTo(CssNodeType::NODE_TYPE type);
     bool StepUpTo(CssNodeType::NODE_TYPE type);
     bool Found(CssNodeType::NODE_TYPE type);
@@ -126,7 +128,8 @@ private:
     void AppendDeclaration(astring& text);
 
     ReadState state_ = ReadState::Closed;
-    CssNodeType nodeType_;
+    CssNodeType nodeType_;   // of the last node
+    bool isAtNode_ = false;  // not when the last read has failed
     std::unique_ptr<detail::CssScanner> scanner_;
 };
 
