@@ -52,7 +52,7 @@ void Attr::SetValue(std::string_view value) {
     SetNodeValue(value);  // may be that of a child
     NodeAccess::DestroyChildren(*this);
     Set(ImpliedText);
-    ++NodeAccess::Data(*this).stamp;
+    NodeAccess::Data(*this).AttributesHaveChanged();
 }
 
 // Makes the text that holds the value, now that somebody asks for it.

@@ -41,12 +41,21 @@ public:
     NodeNames names{*this, pool};
     OtherLinks otherLinks;
     ListPlaces childListPlaces;
-    const std::uint64_t serial;  ///< another one for each document, from 1 on
-    std::uint64_t stamp = 0;     ///< raised by every change of the tree
-    std::size_t freeNodes = 0;   ///< nodes that are in no tree and no map; the document, too
-    std::size_t ownMemory = 0;   ///< nodes that are not freed with the pool alone
+    const std::uint64_t serial;          ///< another one for each document, from 1 on
+    std::uint64_t stamp = 0;             ///< raised by every change of the tree
+    std::uint64_t attributeChanges = 0;  ///< how many of the changes touched attributes alone
+    std::size_t freeNodes = 0;  ///< nodes that are in no tree and no map; the document, too
+    std::size_t ownMemory = 0;  ///< nodes that are not freed with the pool alone
     /// Attributes that name an element although another attribute has taken their place.
     std::unordered_map<const Element*, std::vector<Attr*>> orphans;
+
+    /// Raises the stamp for a change of attributes and what is in them.
+    void AttributesHaveChanged() noexcept {
+        ++stamp;
+        ++attributeChanges;
+    }
+    /// Returns what is raised by every change of the tree but that of attributes.
+    std::uint64_t ChildStamp() const noexcept { return stamp - attributeChanges; }
 
     const NodeName* Name(FixedName name);
 

@@ -161,7 +161,7 @@ NamedNodeMap* NamedNodeMap::CloneAttributes(Element* newOwner) const {
         NodeAccess::SetOwnerElement(attribute, newOwner);
         NodeAccess::SetHeld(attribute, true);
     }
-    ++NodeAccess::Data(*newOwner).stamp;
+    NodeAccess::Data(*newOwner).AttributesHaveChanged();
     return newOwner->Attributes();
 }
 

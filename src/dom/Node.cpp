@@ -86,7 +86,9 @@ void Node::AppendNodeValue(std::string_view value) {
 void Node::ValueHasChanged() {
     if (rest_.value->capacity() > astring().capacity()) NodeAccess::MarkOwnMemory(*this);
     // Lists of form controls look at the values of attributes.
-    if (parent_ != nullptr && parent_->NodeType() == ATTRIBUTE_NODE) ++name_->data->stamp;
+    if (parent_ != nullptr && parent_->NodeType() == ATTRIBUTE_NODE) {
+        name_->data->AttributesHaveChanged();
+    }
 }
 
 void Node::SetPrefix(std::string_view prefix) {

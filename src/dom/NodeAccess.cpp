@@ -185,7 +185,7 @@ Attr* NodeAccess::MakeAttribute(Element& owner, const NodeName* name, astring* v
 void NodeAccess::SetHeld(Attr& attribute, bool isHeld) {
     DocumentData& data = Data(attribute);
     attribute.Set(Node::InMap, isHeld);
-    ++data.stamp;
+    data.AttributesHaveChanged();
     if (attribute.parent_ != nullptr) return;
     if (isHeld) {
         --data.freeNodes;

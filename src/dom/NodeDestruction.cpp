@@ -84,7 +84,11 @@ Node::~Node() {
     NodeAccess::DestroyChildren(*this);
     if (NodeAccess::HasOtherLinks(*this)) data.otherLinks.Forget(*this);
     if (NodeType() != ELEMENT_NODE) NodeAccess::DropValue(*this);
-    ++data.stamp;
+    if (NodeType() == ATTRIBUTE_NODE) {
+        data.AttributesHaveChanged();
+    } else {
+        ++data.stamp;
+    }
     if (Has(NeedsDestruction)) --data.ownMemory;
     if (!Has(InPool)) data.Release();
 }

@@ -48,7 +48,7 @@ const Node* Neighbour(const Node& node, bool backwards) {
     return backwards ? NodeAccess::Previous(node) : NodeAccess::Next(node);
 }
 
-// A position that is known. It stays right as long as the document has the same stamp.
+// A position that is known. It stays right as long as the document has the same stamp of children.
 struct KnownPosition {
     std::uint64_t document = 0;
     std::uint64_t stamp = 0;
@@ -99,16 +99,16 @@ long CountOn(const KnownPosition& from, const Element& element) {
 }
 
 // The positions of elements that were far from what was known, and of their siblings. They stay
-// right as long as the document has the same stamp.
+// right as long as the document has the same stamp of children.
 class FarPositions {
 public:
     // Returns a position; 0 when it is better counted: only one is asked for until the next change,
     // or there is no memory.
     long Find(const DocumentData& data, const Element& element, Counting counting) noexcept {
-        if (document_ != data.serial || stamp_ != data.stamp) {
+        if (document_ != data.serial || stamp_ != data.ChildStamp()) {
             positions_ = {};
             document_ = data.serial;
-            stamp_ = data.stamp;
+            stamp_ = data.ChildStamp();
             return 0;
         }
         try {
@@ -170,7 +170,7 @@ long PositionAmongSiblings(const Element& element, Counting counting) {
     const DocumentData& data = NodeAccess::Data(element);
     const NodeName* const name = CountsType(counting) ? &NodeAccess::Name(element) : nullptr;
     KnownPosition& place = PlaceFor(*parent, name, counting);
-    const bool isKnown = place.document == data.serial && place.stamp == data.stamp &&
+    const bool isKnown = place.document == data.serial && place.stamp == data.ChildStamp() &&
                          place.parent == parent && place.name == name && place.counting == counting;
     long position = isKnown ? CountOn(place, element) : 0;
     if (position == 0) position = CountToEnd(element, counting, kNear);
@@ -180,7 +180,7 @@ long PositionAmongSiblings(const Element& element, Counting counting) {
     if (position == 0) {
         position = CountToEnd(element, counting, std::numeric_limits<std::size_t>::max());
     }
-    place = {data.serial, data.stamp, parent, name, counting, &element, position};
+    place = {data.serial, data.ChildStamp(), parent, name, counting, &element, position};
     return position;
 }
 

@@ -302,6 +302,27 @@ TEST(MatchesHostile, PositionsAmongManySiblingsTakeLinearTime) {
         EXPECT_EQ(counts[i], expected[i]) << selectors[i].Text();
 }
 
+// Rows are given classes one after the other as they match; attributes are not in the way.
+TEST(MatchesHostile, PositionsStayKnownWhileAttributesChange) {
+    constexpr int kMany = 100'000;
+    Dom::Document document;
+    Dom::Element* const root = support::AddElement(document, "root");
+    for (int i = 0; i < kMany; ++i)
+        support::AddElement(*root, "row")->SetAttribute("class", "old");
+    const Selector odd("row:nth-child(odd)");
+    int count = 0;
+    for (Dom::Node& child : root->Children()) {
+        auto& row = static_cast<Dom::Element&>(child);
+        if (!odd.Matches(row)) continue;
+        ++count;
+        row.SetAttribute("class", "odd");
+        row.GetAttributeNode("class")->SetValue("very odd");
+        row.RemoveAttribute("class");
+        row.SetAttributeNode(document.CreateAttribute("id"));
+    }
+    EXPECT_EQ(count, kMany / 2);
+}
+
 // Each element is far from the one before, and of a type of its own.
 TEST(MatchesHostile, PositionsInAnyOrderTakeLinearTime) {
     constexpr std::size_t kMany = 200'000;
