@@ -12,8 +12,8 @@ inline constexpr bool kAddressSanitizer = __has_feature(address_sanitizer);
 inline constexpr bool kAddressSanitizer = false;
 #endif
 
-/// Tests of very many like cases take every `kStride`th where a sanitizer makes them slow; the other
-/// builds take them all.
+/// Tests of very many like cases take every `kStride`th where a sanitizer makes them slow; the
+/// other builds take them all.
 inline constexpr unsigned kStride = kAddressSanitizer ? 7 : 1;
 
 }  // namespace support
