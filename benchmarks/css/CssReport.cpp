@@ -20,14 +20,13 @@ struct SheetReader {
     bool isBare;  // it gets the sheet without its comments
 };
 
-enum SheetReaderIndex { kEspalier, kLitehtml, kLitehtmlBare, kLitehtmlWhole };
+enum SheetReaderIndex { kEspalier, kEspalierMade, kLitehtml, kLitehtmlBare, kLitehtmlWhole };
 
 // litehtml goes through the text from its begin for each comment. So that not only this is
 // measured, it gets a sheet without comments, too.
 constexpr SheetReader kReaders[] = {
-    {"espalier", ReadEspalierSheet, false},
-    {"litehtml", ReadLitehtmlSheet, false},
-    {"bare", ReadLitehtmlSheet, true},
+    {"espalier", ReadEspalierSheet, false},  {"made", ReadEspalierSheetWhole, false},
+    {"litehtml", ReadLitehtmlSheet, false},  {"bare", ReadLitehtmlSheet, true},
     {"whole", ReadLitehtmlSheetWhole, true},
 };
 
@@ -95,6 +94,7 @@ std::string FormatSheets(const std::vector<SheetResult>& results, TableFormat fo
         head.emplace_back(reader.title);
     for (std::size_t i = 1; i < std::size(kReaders); ++i)
         head.push_back(std::string("/") + kReaders[i].title);
+    head.emplace_back("made/whole");
     head.emplace_back("spread %");
     std::vector<TableRow> rows = {head};
     for (const SheetResult& result : results) {
@@ -103,6 +103,8 @@ std::string FormatSheets(const std::vector<SheetResult>& results, TableFormat fo
             row.push_back(FormatNumber(speed, speed < 10 ? 1 : 0));
         for (std::size_t i = 1; i < result.ratios.size(); ++i)
             row.push_back(FormatNumber(result.ratios[i], 2));
+        row.push_back(
+            FormatNumber(result.ratios[kLitehtmlWhole] / result.ratios[kEspalierMade], 2));
         row.push_back(FormatNumber(result.spread * 100, 0));
         rows.push_back(row);
     }

@@ -13,8 +13,13 @@ namespace bench {
 /// Reads a sheet with our library: rule by rule with CssReader, into a CSSStyleSheet.
 std::unique_ptr<Dom::CSS::CSSStyleSheet> LoadEspalierSheet(const std::string& text);
 
-/// Reads a sheet with our library, selectors, declarations and values, and frees it again.
+/// Reads a sheet with our library, and frees it again. Selectors and declarations are checked; the
+/// properties are left for when somebody asks.
 SheetTotals ReadEspalierSheet(const std::string& text);
+
+/// As ReadEspalierSheet(); then asks for the properties of each rule, which makes them with their
+/// values.
+SheetTotals ReadEspalierSheetWhole(const std::string& text);
 
 /// Reads a sheet with litehtml, which parses the selectors and keeps the declarations as text, and
 /// frees it again. Rules are told apart by their declarations.

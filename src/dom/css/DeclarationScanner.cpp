@@ -26,6 +26,28 @@ std::string_view ReadValue(TextCursor& cursor) {
     return Trimmed(cursor.Since(begin));
 }
 
+// Returns where the properties end that have plain names and values and no importance; what comes
+// there is for a DeclarationScanner.
+const char* BehindPlainProperties(const char* at, const char* end) {
+    const auto skipBlanks = [&at, end] {
+        while (at != end && Is(*at, kBlank))
+            ++at;
+        return at != end;
+    };
+    while (true) {
+        const char* const begin = at;
+        if (!skipBlanks() || !Is(*at, kNameStart)) return begin;
+        at = BehindRun<NameRun>(at, end);
+        if (!skipBlanks() || *at != ':') return begin;
+        ++at;
+        if (!skipBlanks()) return begin;
+        const char* const value = at;
+        at = BehindRun<ValueRun>(at, end);
+        if (at == value || at == end || *at != ';') return begin;
+        ++at;
+    }
+}
+
 }  // namespace
 
 bool DeclarationScanner::Next() {
@@ -59,7 +81,9 @@ bool DeclarationScanner::ReadImportance() {
 
 // Only a shorthand without a value is refused besides.
 bool IsSurelyDeclaration(std::string_view text) {
-    DeclarationScanner scanner(text);
+    const char* const end = text.data() + text.size();
+    const char* const rest = BehindPlainProperties(text.data(), end);
+    DeclarationScanner scanner({rest, static_cast<std::size_t>(end - rest)});
     while (scanner.Next()) {
         if (scanner.Value().empty()) return false;
     }
