@@ -34,17 +34,15 @@ void LoadStream(Document& document, IO::Stream& stream, std::string_view uri) {
 
 void Document::Load(Xml::XmlTextReader& reader, std::string_view uri) {
     SetDocumentURI(uri);
-    detail::DocumentData& data = detail::NodeAccess::Data(*this);
-    if (!data.GoesWithPool()) detail::NodeAccess::DestroyChildren(*this);
-    data.ClearWhenUnused();
-    // Once for all nodes, and again for lists that somebody has looked at meanwhile: a stream may.
+    detail::NodeAccess::Clear(*this);
+    // Once for all nodes, for lists that somebody has looked at meanwhile: a stream may.
     struct Change {
         std::uint64_t& stamp;
-        explicit Change(std::uint64_t& counter) : stamp(counter) { ++stamp; }
+        explicit Change(std::uint64_t& counter) : stamp(counter) {}
         ~Change() { ++stamp; }
         Change(const Change&) = delete;
         Change& operator=(const Change&) = delete;
-    } const change(data.stamp);
+    } const change(detail::NodeAccess::Data(*this).stamp);
     if (typeid(*this) == typeid(Document)) {
         detail::TreeLoader<detail::DirectBuilder>(*this, reader).Load();
     } else {

@@ -54,7 +54,8 @@ protected:
         InMap = 2048,             // of an attribute: its element's map holds it
         IsOrphan = 4096,          // of an attribute: its owner element has another in its place
         HasOrphans = 8192,        // of an element that some orphans name
-        NeedsDestruction = 16384  // counted by the document: to be destroyed one by one
+        NeedsDestruction = 16384,  // counted by the document: to be destroyed one by one
+        HasOverrides = 32768       // of an element that a program has given styles
     };
 
     bool Has(Flag flag) const { return (flags_ & flag) != 0; }
