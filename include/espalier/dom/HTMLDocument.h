@@ -11,10 +11,11 @@ namespace Dom {
 
 /// A document of XHTML.
 ///
-/// Its elements are HTMLElements, also those that it loads: "style", "link" and "meta" without a
-/// namespace or in that of XHTML are HTMLStyleElement, HTMLLinkElement and HTMLMetaElement. It is
-/// XML that is loaded; names are compared exactly, so "STYLE" is any element. Elements that are
-/// looked for here count by their local name, whatever their namespace.
+/// Its elements are HTMLElements, also those that it loads; "style", "link" and "meta" in the
+/// namespace of XHTML are HTMLStyleElement, HTMLLinkElement and HTMLMetaElement. So a page wants
+/// xmlns="http://www.w3.org/1999/xhtml", as XHTML does, for its sheets to be found. It is XML that
+/// is loaded; names are compared exactly, so "STYLE" is any element. Elements that are looked for
+/// here count by their local name, whatever their namespace.
 ///
 /// \code
 ///     Dom::HTMLDocument page;
