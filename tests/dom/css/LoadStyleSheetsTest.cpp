@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/dom/css/LoadStyleSheets.h>
+#include <espalier/io/FileMode.h>
+#include <espalier/io/FileStream.h>
 
 #include "dom/HtmlPage.h"
 #include "support/PrintAstring.h"
@@ -55,6 +57,16 @@ std::string Sheets(Dom::Document& document) {
 
 std::string Page(const std::string& prolog, const std::string& content) {
     return prolog + "<html xmlns='http://www.w3.org/1999/xhtml'>" + content + "</html>";
+}
+
+// What a file beside a sample holds.
+std::optional<astring> ReadSample(const astring& address, const astring& encoding) {
+    EXPECT_EQ(encoding, "UTF-8");
+    IO::FileStream file(address, IO::FileMode::Open, 1, 1);
+    astring bytes;
+    for (int byte = file.ReadByte(); byte >= 0; byte = file.ReadByte())
+        bytes += static_cast<char>(byte);
+    return bytes;
 }
 
 }  // namespace
@@ -254,6 +266,28 @@ TEST(LoadStyleSheets, WhatTheHostThrowsPasses) {
     };
     EXPECT_THROW(LoadStyleSheets(page, throwing), std::runtime_error);
     EXPECT_EQ(Sheets(page), "[p { a: b }]");
+}
+
+TEST(LoadStyleSheets, ReadsTheSamples) {
+    HTMLDocument page;
+    page.Load(ESPALIER_SAMPLES "/page.xhtml");
+    LoadStyleSheets(page, ReadSample);
+    ASSERT_EQ(page.StyleSheets().Length(), 2U);
+    const auto rulesOf = [](const Dom::Document& document, unsigned long index) {
+        return static_cast<CSSStyleSheet*>(document.StyleSheets().Item(index))->CssRules().Length();
+    };
+    // The first rule of the sheet stands behind "@charset", which takes it; one is refused.
+    EXPECT_EQ(rulesOf(page, 0), 8U);
+    EXPECT_EQ(rulesOf(page, 1), 3U);
+    EXPECT_EQ(page.StyleSheets().Item(0)->GetMediaList().MediaText(), "screen, print");
+    auto* const last = support::AsHtml(page.Body()->LastChild());
+    EXPECT_EQ(last->Style().GetPropertyValue("font-size"), "0.9em");
+
+    Dom::Document drawing;
+    drawing.Load(ESPALIER_SAMPLES "/drawing.svg");
+    LoadStyleSheets(drawing, ReadSample);
+    ASSERT_EQ(drawing.StyleSheets().Length(), 1U);
+    EXPECT_EQ(rulesOf(drawing, 0), 5U);
 }
 
 TEST(LoadStyleSheets, AnEmptyDocumentHasNone) {
