@@ -7,10 +7,10 @@
 #include <espalier/dom/Text.h>
 #include <espalier/dom/css/CSSStyleDeclaration.h>
 
+#include "dom/HtmlElements.h"
 #include "dom/InterfaceName.h"
 #include "dom/NodeAccess.h"
 #include "dom/UriReference.h"
-#include "dom/XhtmlNames.h"
 
 #include <memory>
 #include <utility>  // std::move
@@ -21,14 +21,6 @@ using detail::DocumentData;
 using detail::NodeAccess;
 
 namespace {
-
-// Makes an element of the class that a local name tells.
-Element* MakeElement(DocumentData& data, const detail::NodeName* name, std::string_view className) {
-    if (className == "style") return NodeAccess::Make<HTMLStyleElement>(data, name);
-    if (className == "link") return NodeAccess::Make<HTMLLinkElement>(data, name);
-    if (className == "meta") return NodeAccess::Make<HTMLMetaElement>(data, name);
-    return NodeAccess::Make<HTMLElement>(data, name);
-}
 
 bool IsElement(const Node& node, std::string_view localName) {
     return node.NodeType() == Node::ELEMENT_NODE && node.LocalNameView() == localName;
@@ -53,6 +45,14 @@ Element& InsertLike(Element& root, std::string_view localName, Node& parent, Nod
 }
 
 }  // namespace
+
+HTMLElement* detail::MakeHtmlElement(DocumentData& data, const NodeName* name,
+                                     std::string_view className) {
+    if (className == "style") return NodeAccess::MakeLinked<HTMLStyleElement>(data, name);
+    if (className == "link") return NodeAccess::MakeLinked<HTMLLinkElement>(data, name);
+    if (className == "meta") return NodeAccess::MakeLinked<HTMLMetaElement>(data, name);
+    return NodeAccess::MakeLinked<HTMLElement>(data, name);
+}
 
 HTMLDocument::HTMLDocument() : HTMLDocument(nullptr, nullptr) {}
 
@@ -88,15 +88,18 @@ Node* HTMLDocument::CloneNode(bool /*deep*/) {
 
 Element* HTMLDocument::CreateElement(std::string_view name) {
     DocumentData& data = NodeAccess::Data(*this);
-    return MakeElement(data, data.names.Intern({}, name), name);
+    Element* const made = detail::MakeHtmlElement(data, data.names.Intern({}, name), name);
+    ++data.freeNodes;
+    return made;
 }
 
 Element* HTMLDocument::CreateElementNS(std::string_view namespaceURI,
                                        std::string_view qualifiedName) {
     DocumentData& data = NodeAccess::Data(*this);
     const detail::NodeName* const name = data.names.Intern(namespaceURI, qualifiedName);
-    const bool isXhtml = namespaceURI == detail::kXhtmlUri;
-    return MakeElement(data, name, isXhtml ? name->LocalName() : std::string_view());
+    Element* const made = detail::MakeHtmlElement(data, name, detail::ClassNameOf(*name));
+    ++data.freeNodes;
+    return made;
 }
 
 // Parts of the page.
@@ -120,7 +123,7 @@ void HTMLDocument::SetTitle(std::string_view text) {
     if (root == nullptr) return;
     NodePtr content(CreateTextNode(text));  // first, as the text may be in the old one
     Element* head = ChildElement(root, "head");
-    // Deliberate: not by InsertBefore(), which would hide the head from who walks forward.
+    // Not by InsertBefore(), which would hide the head from whoever walks forward.
     if (head == nullptr) head = &InsertLike(*root, "head", *root, ChildElement(root, "body"));
     Element* title = ChildElement(head, "title");
     if (title == nullptr) title = &InsertLike(*root, "title", *head, nullptr);

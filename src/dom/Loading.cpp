@@ -4,6 +4,7 @@
 /// How a document is loaded.
 
 #include <espalier/dom/Document.h>
+#include <espalier/dom/HTMLDocument.h>
 #include <espalier/io/FileMode.h>
 #include <espalier/io/FileStream.h>
 #include <espalier/io/MemoryStream.h>
@@ -43,7 +44,7 @@ void Document::Load(Xml::XmlTextReader& reader, std::string_view uri) {
         Change(const Change&) = delete;
         Change& operator=(const Change&) = delete;
     } const change(detail::NodeAccess::Data(*this).stamp);
-    if (typeid(*this) == typeid(Document)) {
+    if (typeid(*this) == typeid(Document) || typeid(*this) == typeid(HTMLDocument)) {
         detail::TreeLoader<detail::DirectBuilder>(*this, reader).Load();
     } else {
         detail::TreeLoader<detail::FactoryBuilder>(*this, reader).Load();

@@ -62,7 +62,6 @@ const Work kWorks[] = {
             delete page.CreateElementNS(support::kXhtml, astring(LONG("prefix") ":") + name);
     },
     [](HTMLDocument& page) { delete page.DocumentElement()->CloneTree(); },
-    [](HTMLDocument& page) { delete Body(page).CloneNode(false); },
     [](HTMLDocument& page) { delete page.CloneNode(false); },
     [](HTMLDocument& page) { page.SetTitle(LONG("title")); },
     [](HTMLDocument& page) { (void)page.Title(); },

@@ -218,6 +218,45 @@ TEST(HTMLDocument, LoadsElementsOfItsClasses) {
     EXPECT_EQ(ClassOf(plainHead->NextSibling()->FirstChild()), "HTMLElement");
 }
 
+// Pages make their own elements quickly, those of derived documents by the factory.
+TEST(HTMLDocument, ADerivedDocumentLoadsTheSame) {
+    const char* const kPages[] = {
+        "<html xmlns='http://www.w3.org/1999/xhtml'><link/><style/><meta/><LINK/><p/></html>",
+        "<html><link/><style/><meta/></html>",
+        "<h:html xmlns:h='http://www.w3.org/1999/xhtml'><h:link/><link/><h:STYLE/></h:html>",
+        "<html xmlns='http://www.w3.org/1999/xhtml'><link xmlns=''/><link xmlns='urn:x'/><link/>"
+        "<x:meta xmlns:x='http://www.w3.org/1999/xhtml'/></html>",
+        "<style/>",
+    };
+    for (const char* const xml : kPages) {
+        for (const bool namespaces : {true, false}) {
+            SCOPED_TRACE(std::string(xml) + (namespaces ? "" : " without namespaces"));
+            HTMLDocument page;
+            Fetched derived;
+            for (HTMLDocument* const one : {&page, static_cast<HTMLDocument*>(&derived)}) {
+                Xml::XmlTextReader reader;
+                IO::MemoryStream stream = support::StreamOf(xml);
+                reader.SetStream(&stream, false);
+                reader.SetNamespaces(namespaces);
+                one->Load(reader, "");
+            }
+            EXPECT_EQ(ClassOf(page.DocumentElement()), ClassOf(derived.DocumentElement()));
+            Dom::Node* other = derived.DocumentElement()->FirstChild();
+            for (Dom::Node& child : page.DocumentElement()->Children()) {
+                ASSERT_NE(other, nullptr);
+                EXPECT_EQ(ClassOf(&child), ClassOf(other));
+                EXPECT_EQ(child.NodeName(), other->NodeName());
+                EXPECT_EQ(child.NamespaceURI(), other->NamespaceURI());
+                other = other->NextSibling();
+            }
+            EXPECT_EQ(other, nullptr);
+            if (namespaces) {
+                EXPECT_EQ(Written(page), Written(derived));
+            }
+        }
+    }
+}
+
 TEST(HTMLDocument, CopiesOfTreesAreOfItsClasses) {
     HTMLDocument page;
     page.LoadXml("<html xmlns='http://www.w3.org/1999/xhtml'><link/><style/><meta/><p/></html>");
@@ -314,7 +353,7 @@ TEST(HTMLDocument, SetsTheTitle) {
 }
 
 // A head that only some links lead to would be missed, and made again.
-TEST(HTMLDocument, DeliberateAllLinksLeadToAHeadThatIsMade) {
+TEST(HTMLDocument, AllLinksLeadToAHeadThatIsMade) {
     HTMLDocument page;
     page.LoadXml("<html xmlns='http://www.w3.org/1999/xhtml'><p/><body/></html>");
     page.SetTitle("1");
