@@ -10,8 +10,6 @@
 
 namespace Dom {
 
-using detail::NodeAccess;
-
 namespace {
 
 bool IsElementNamed(const Node& node, std::string_view name) {

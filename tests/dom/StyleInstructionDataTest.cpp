@@ -3,6 +3,7 @@
 #include <espalier/dom/StyleProcessingInstruction.h>
 
 #include "dom/HtmlPage.h"
+#include "dom/SheetCases.h"
 #include "support/FailingStream.h"
 #include "support/PrintAstring.h"
 
@@ -308,20 +309,7 @@ TEST(StyleInstructionSheet, HasWhatTheInstructionSays) {
 }
 
 TEST(StyleInstructionSheet, LeavesOutWhatTheSheetRefuses) {
-    const struct {
-        const char* text;
-        const char* rules;
-    } kCases[] = {
-        {"", ""},
-        {"p { a: b }", "[p { a: b }]"},
-        // White space at the end is read as a rule without a text, which no sheet takes.
-        {"p { a: b }\n", "[p { a: b }]"},
-        {" p { a: b } \n\n q { c: d } \n", "[p { a: b }][q { c: d }]"},
-        {"p { a: b } q~r { c: d } s { e: f }", "[p { a: b }][s { e: f }]"},
-        {"q~r { c: d }", ""},
-        {"/* c */", ""},
-    };
-    for (const auto& c : kCases) {
+    for (const auto& c : support::kSheetCases) {
         SCOPED_TRACE(c.text);
         Instruction instruction("type='text/css' charset='UTF-8'");
         EXPECT_EQ(Rules(instruction.Create(c.text)), c.rules);
@@ -329,35 +317,7 @@ TEST(StyleInstructionSheet, LeavesOutWhatTheSheetRefuses) {
 }
 
 TEST(StyleInstructionSheet, TheCharsetNamesTheEncoding) {
-    using namespace std::string_literals;
-    const std::string utf8 = ".\xC3\xA9{a:b}";
-    const std::string asLatin1 = "[.\xC3\x83\xC2\xA9 { a: b }]";
-    const std::string little = ".\0\xE9\0{\0a\0:\0b\0}\0"s;
-    const std::string big = "\0.\0\xE9\0{\0a\0:\0b\0}"s;
-    const std::string latin1 = ".\xE9{a:b}";
-    const std::string expected = "[.\xC3\xA9 { a: b }]";
-    const struct {
-        const char* charset;
-        const std::string bytes;
-        const std::string rules;
-    } kCases[] = {
-        {"", utf8, asLatin1},
-        {"ISO-8859-1", latin1, expected},
-        {"ASCII", latin1, expected},
-        {"LATIN1", latin1, expected},
-        {"LATIN-1", latin1, expected},
-        {"ISO-10646", little, expected},
-        {"UNICODE", little, expected},
-        {"UTF-16", little, expected},
-        {"UTF-16LE", little, expected},
-        {"UTF-16BE", little, expected},
-        {"utf-16", "\xFF\xFE" + little, expected},
-        {"utf-16", "\xFE\xFF" + big, expected},
-        {"UTF-8", utf8, expected},
-        {"windows-1252", utf8, expected},
-        {"anything", utf8, expected},
-    };
-    for (const auto& c : kCases) {
+    for (const support::CharsetCase& c : support::CharsetCases()) {
         SCOPED_TRACE(c.charset);
         Instruction instruction(std::string("type='text/css' charset='") + c.charset + "'");
         EXPECT_EQ(Rules(instruction.Create(c.bytes)), c.rules);
