@@ -224,8 +224,8 @@ TEST(HTMLDocument, ADerivedDocumentLoadsTheSame) {
         "<html xmlns='http://www.w3.org/1999/xhtml'><link/><style/><meta/><LINK/><p/></html>",
         "<html><link/><style/><meta/></html>",
         "<h:html xmlns:h='http://www.w3.org/1999/xhtml'><h:link/><link/><h:STYLE/></h:html>",
-        "<html xmlns='http://www.w3.org/1999/xhtml'><link xmlns=''/><link xmlns='urn:x'/><link/>"
-        "<x:meta xmlns:x='http://www.w3.org/1999/xhtml'/></html>",
+        ("<html xmlns='http://www.w3.org/1999/xhtml'><link xmlns=''/><link xmlns='urn:x'/><link/>"
+         "<x:meta xmlns:x='http://www.w3.org/1999/xhtml'/></html>"),
         "<style/>",
     };
     for (const char* const xml : kPages) {
