@@ -22,6 +22,7 @@
 #include <espalier/dom/css/ElementCSSInlineStyle.h>
 #include <espalier/dom/css/Forward.h>
 #include <espalier/dom/css/LinkStyle.h>
+#include <espalier/dom/css/LoadStyleSheets.h>
 #include <espalier/dom/css/MediaList.h>
 #include <espalier/dom/css/RGBColor.h>
 #include <espalier/dom/css/Rect.h>

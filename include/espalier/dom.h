@@ -22,7 +22,12 @@
 #include <espalier/dom/Element.h>
 #include <espalier/dom/EntityReference.h>
 #include <espalier/dom/Forward.h>
+#include <espalier/dom/HTMLCollection.h>
 #include <espalier/dom/HTMLDocument.h>
+#include <espalier/dom/HTMLElement.h>
+#include <espalier/dom/HTMLLinkElement.h>
+#include <espalier/dom/HTMLMetaElement.h>
+#include <espalier/dom/HTMLStyleElement.h>
 #include <espalier/dom/NamedNodeMap.h>
 #include <espalier/dom/Node.h>
 #include <espalier/dom/NodeList.h>

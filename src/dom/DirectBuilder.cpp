@@ -6,17 +6,20 @@
 #include <espalier/dom/Comment.h>
 #include <espalier/dom/Element.h>
 #include <espalier/dom/EntityReference.h>
+#include <espalier/dom/HTMLDocument.h>
 #include <espalier/dom/ProcessingInstruction.h>
 #include <espalier/dom/Text.h>
 
 #include "dom/AttributeTable.h"
 #include "dom/FactoryBuilder.h"
+#include "dom/HtmlElements.h"
 #include "dom/NodeAccess.h"
 #include "dom/StyleTarget.h"
 #include "xml/HashIndex.h"
 
 #include <atomic>
 #include <memory>
+#include <typeinfo>
 
 namespace Dom::detail {
 
@@ -38,6 +41,7 @@ DirectBuilder::DirectBuilder(Document& document, Xml::XmlTextReader& reader)
       reader_(reader),
       core_(Xml::detail::ReaderAccess::Core(reader)),
       data_(NodeAccess::Data(document)),
+      isPage_(typeid(document) == typeid(HTMLDocument)),
       serial_(NextSerial()) {}
 
 inline const NodeName* DirectBuilder::NameOf(Xml::detail::XmlName::Counterpart& counterpart,
@@ -65,11 +69,17 @@ inline astring* DirectBuilder::AttributeValue(const NodeName& name, std::string_
 }
 
 template <bool kNamespaces>
+inline Element* DirectBuilder::MakeElement(const NodeName* name) {
+    if (!isPage_) return NodeAccess::MakeLinked<Element>(data_, name);
+    return MakeHtmlElement(data_, name, kNamespaces ? ClassNameOf(*name) : name->qualified.view());
+}
+
+template <bool kNamespaces>
 Node& DirectBuilder::AddElement(Node& parent) {
     Xml::detail::XmlName& name = core_.ElementName();
     const std::string_view uri = kNamespaces ? reader_.NamespaceURI().view() : std::string_view();
-    Element* const element = NodeAccess::MakeLinked<Element>(
-        data_, NameOf(name.elementCounterpart, uri, name.qualified));
+    Element* const element =
+        MakeElement<kNamespaces>(NameOf(name.elementCounterpart, uri, name.qualified));
     NodeAccess::LinkNew(parent, *element);
     const int count = core_.AttributeCount();
     if (count > 0) AddAttributes<kNamespaces>(*element, count);

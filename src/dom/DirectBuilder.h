@@ -18,6 +18,7 @@ namespace Dom::detail {
 /// that are no nodes yet.
 class DirectBuilder {
 public:
+    /// \param document exactly a Document or an HTMLDocument
     DirectBuilder(Document& document, Xml::XmlTextReader& reader);
 
     template <bool kNamespaces>
@@ -29,6 +30,8 @@ public:
     void AddInstruction(Node& parent);
 
 private:
+    template <bool kNamespaces>
+    Element* MakeElement(const NodeName* name);
     template <bool kNamespaces>
     void AddAttributes(Element& element, int count);
     template <bool kNamespaces>
@@ -43,6 +46,7 @@ private:
     Xml::XmlTextReader& reader_;
     Xml::detail::ReaderCore& core_;
     DocumentData& data_;
+    const bool isPage_;     // whether elements are those of an HTMLDocument
     std::uint64_t serial_;  // of this load, for what the reader's names remember
 };
 

@@ -68,6 +68,7 @@ void DocumentData::ClearWhenUnused() {
     if (freeNodes != 1) return;
     names.Clear();
     orphans.clear();
+    overrides.clear();
     pool.Clear();
     fixedNames_.fill(nullptr);
     shared_.fill(nullptr);

@@ -4,6 +4,7 @@
 #include <espalier/base/astring.h>
 #include <espalier/dom/Forward.h>
 #include <espalier/dom/NodeParts.h>
+#include <espalier/dom/css/CSSStyleDeclaration.h>
 
 #include "dom/ListPlace.h"
 #include "dom/NodeNames.h"
@@ -13,12 +14,16 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>  // std::less
+#include <map>
 #include <memory>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
 namespace Dom::detail {
+
+using OverrideStyles = std::map<astring, CSS::CSSStyleDeclaration, std::less<>>;
 
 /// What the nodes of a document share: memory, names, and what is remembered beside the tree. It
 /// lives as long as the document and, after that, as long as there are nodes that were not in its
@@ -48,6 +53,8 @@ public:
     std::size_t ownMemory = 0;  ///< nodes that are not freed with the pool alone
     /// Attributes that name an element although another attribute has taken their place.
     std::unordered_map<const Element*, std::vector<Attr*>> orphans;
+    /// What HTMLDocument::GetOverrideStyle() has made, by pseudo-element.
+    std::unordered_map<const Element*, OverrideStyles> overrides;
 
     /// Raises the stamp for a change of attributes and what is in them.
     void AttributesHaveChanged() noexcept {

@@ -55,12 +55,7 @@ AttributeTable& Element::Table() {
     return *rest_.attributes;
 }
 
-Node* Element::CloneNode(bool /*deep*/) {
-    std::unique_ptr<Element> clone(
-        NodeAccess::Make<Element>(NodeAccess::Data(*this), &NodeAccess::Name(*this)));
-    if (HasAttributes()) Attributes()->CloneAttributes(clone.get());
-    return clone.release();
-}
+Node* Element::CloneNode(bool /*deep*/) { return NodeAccess::CloneElement(*this); }
 
 const astring& Element::GetAttribute(std::string_view name) const {
     const std::size_t index = Find(rest_.attributes, name);

@@ -4,6 +4,7 @@
 /// How a document is loaded.
 
 #include <espalier/dom/Document.h>
+#include <espalier/dom/HTMLDocument.h>
 #include <espalier/io/FileMode.h>
 #include <espalier/io/FileStream.h>
 #include <espalier/io/MemoryStream.h>
@@ -34,18 +35,16 @@ void LoadStream(Document& document, IO::Stream& stream, std::string_view uri) {
 
 void Document::Load(Xml::XmlTextReader& reader, std::string_view uri) {
     SetDocumentURI(uri);
-    detail::DocumentData& data = detail::NodeAccess::Data(*this);
-    if (!data.GoesWithPool()) detail::NodeAccess::DestroyChildren(*this);
-    data.ClearWhenUnused();
-    // Once for all nodes, and again for lists that somebody has looked at meanwhile: a stream may.
+    detail::NodeAccess::Clear(*this);
+    // Once for all nodes, for lists that somebody has looked at meanwhile: a stream may.
     struct Change {
         std::uint64_t& stamp;
-        explicit Change(std::uint64_t& counter) : stamp(counter) { ++stamp; }
+        explicit Change(std::uint64_t& counter) : stamp(counter) {}
         ~Change() { ++stamp; }
         Change(const Change&) = delete;
         Change& operator=(const Change&) = delete;
-    } const change(data.stamp);
-    if (typeid(*this) == typeid(Document)) {
+    } const change(detail::NodeAccess::Data(*this).stamp);
+    if (typeid(*this) == typeid(Document) || typeid(*this) == typeid(HTMLDocument)) {
         detail::TreeLoader<detail::DirectBuilder>(*this, reader).Load();
     } else {
         detail::TreeLoader<detail::FactoryBuilder>(*this, reader).Load();

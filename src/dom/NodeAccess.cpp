@@ -217,4 +217,8 @@ void NodeAccess::ForgetOrphan(Attr& attribute) noexcept {
     attribute.Set(Node::IsOrphan, false);
 }
 
+void NodeAccess::ForgetOverrides(Element& element) noexcept {
+    Data(element).overrides.erase(&element);
+}
+
 }  // namespace Dom::detail

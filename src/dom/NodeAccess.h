@@ -4,6 +4,7 @@
 #include <espalier/dom/Attr.h>
 #include <espalier/dom/Document.h>
 #include <espalier/dom/Element.h>
+#include <espalier/dom/NamedNodeMap.h>
 
 #include "dom/AttributeTable.h"
 #include "dom/DocumentData.h"
@@ -125,6 +126,13 @@ public:
         SetValue(*node, value);
         return node.release();
     }
+    /// Makes an element of a derived class with the name and the attributes of another one.
+    template <typename T>
+    static T* CloneElement(T& element) {
+        std::unique_ptr<T> clone(Make<T>(Data(element), &Name(element)));
+        if (element.HasAttributes()) element.Attributes()->CloneAttributes(clone.get());
+        return clone.release();
+    }
     static Attr* MakeAttribute(Element& owner, const NodeName* name, astring* value,
                                bool fieldIsEmpty);
     /// Gives a node that has none a value that is freed with all others.
@@ -151,6 +159,8 @@ public:
     static void MakeOrphan(Attr& attribute, Element& element);
     static void ForgetOrphans(Element& element) noexcept;
     static void ForgetOrphan(Attr& attribute) noexcept;
+    static void MarkOverrides(Element& element) { element.Set(Node::HasOverrides); }
+    static void ForgetOverrides(Element& element) noexcept;
     /// @}
 
     static void SetLoadedProperties(Document& document, std::string_view version,
@@ -165,6 +175,9 @@ public:
     static void SetInputEncoding(Document& document, std::string_view encoding) {
         document.inputEncoding_ = encoding;
     }
+    /// Destroys all that a document holds. Lists that are looked at meanwhile want another change
+    /// of the stamp behind it.
+    static void Clear(Document& document) noexcept;
     static void CheckVersion(const Document& document, std::string_view version) {
         document.CheckVersion(version);
     }

@@ -74,6 +74,13 @@ void NodeAccess::DestroyChildren(Node& node) noexcept {
     if (node.Has(Node::OtherFirst)) data.otherLinks.SetFirst(node, nullptr);
 }
 
+void NodeAccess::Clear(Document& document) noexcept {
+    DocumentData& data = Data(document);
+    if (!data.GoesWithPool()) DestroyChildren(document);
+    data.ClearWhenUnused();
+    ++data.stamp;
+}
+
 }  // namespace detail
 
 using detail::NodeAccess;
@@ -103,6 +110,7 @@ Attr::~Attr() {
 
 Element::~Element() {
     if (Has(HasOrphans)) NodeAccess::ForgetOrphans(*this);
+    if (Has(HasOverrides)) NodeAccess::ForgetOverrides(*this);
     detail::AttributeTable* const table = NodeAccess::Table(*this);
     if (table == nullptr) return;
     NodeAccess::SetTable(*this, nullptr);

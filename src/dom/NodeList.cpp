@@ -4,6 +4,7 @@
 #include <espalier/dom/Node.h>
 #include <espalier/dom/NodeList.h>
 
+#include "dom/CollectionMembers.h"
 #include "dom/NodeAccess.h"
 
 #include <algorithm>
@@ -20,8 +21,10 @@ struct NodeList::Filter {
     astring filter;
     astring filter2;
     mutable detail::ListPlace place;
+    mutable detail::AppletHolders holders;
 
     bool Accepts(const Node& node) const;
+    Node* First() const;
     Node* FirstFrom(Node* node) const;
     Node* Behind(const Node* node) const;
 };
@@ -42,18 +45,25 @@ bool NodeList::Filter::Accepts(const Node& node) const {
     case ByFormName:
         return IsFormControl(node) &&
                static_cast<const Element&>(node).GetAttribute("name") == filter;
-    default: return node.NodeName() == filter;
+    case ByName:
+    case Children: return node.NodeName() == filter;
+    default: return detail::IsCollectionMember(*root, node, kind, holders);
     }
 }
 
 // Deliberate: behind the root's last descendant the walk goes on with the root's own next sibling.
 // Only when it gets to the root again, which has none, or to a node that leads nowhere, it ends.
 Node* NodeList::Filter::Behind(const Node* node) const {
+    if (detail::IsCollection(kind)) return NodeAccess::NextBelow(*root, *node);
     if (Node* const child = node->FirstChild()) return child;
     while (node != nullptr && node->NextSibling() == nullptr) {
         node = node == root ? nullptr : node->ParentNode();
     }
     return node == nullptr ? nullptr : node->NextSibling();
+}
+
+Node* NodeList::Filter::First() const {
+    return FirstFrom(detail::IsCollection(kind) ? NodeAccess::First(*root) : root->FirstChild());
 }
 
 Node* NodeList::Filter::FirstFrom(Node* node) const {
@@ -67,7 +77,7 @@ NodeList::NodeList(Node* root) : word_(reinterpret_cast<std::uintptr_t>(root)) {
 NodeList::NodeList(Node* root, Kind kind, std::string_view filter, std::string_view filter2)
     : NodeList(root) {
     if (kind == Children || root == nullptr) return;
-    auto* const made = new Filter{root, kind, astring(filter), astring(filter2), {}};
+    auto* const made = new Filter{root, kind, astring(filter), astring(filter2), {}, {}};
     word_ = reinterpret_cast<std::uintptr_t>(made) | IsFilter;
 }
 
@@ -100,9 +110,7 @@ Node* NodeList::Root() const {
 }
 
 Node* NodeList::First() const {
-    if (const Filter* const filter = GetFilter()) {
-        return filter->FirstFrom(filter->root->FirstChild());
-    }
+    if (const Filter* const filter = GetFilter()) return filter->First();
     const Node* const root = Root();
     return root == nullptr ? nullptr : root->FirstChild();
 }

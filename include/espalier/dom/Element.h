@@ -93,6 +93,7 @@ public:
     /// @}
 
 private:
+    friend class HTMLElement;
     friend class NamedNodeMap;
     friend class Node;
     friend class detail::NodeAccess;

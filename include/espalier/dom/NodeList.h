@@ -28,7 +28,13 @@ public:
         Children = 1,     ///< the children of the root
         ByName = 2,       ///< descendants whose node name is the first filter
         ByNamespace = 3,  ///< descendants with that namespace URI and local name
-        ByFormName = 4    ///< form controls whose attribute "name" is the first filter
+        ByFormName = 4,   ///< form controls whose attribute "name" is the first filter
+        // What an HTMLCollection may hold, which goes by local names and true links.
+        Forms = 5,    ///< elements "form"
+        Images = 6,   ///< elements "img"
+        Applets = 7,  ///< elements "applet", and elements "object" with one below them
+        Links = 8,    ///< elements "a" and "area" with an attribute "href"
+        Anchors = 9   ///< elements "a" with an attribute "name"
     };
 
     /// Makes an empty list.

@@ -44,17 +44,18 @@ protected:
         OtherFirst = 4,    // FirstChild() differs from the true first child
         ImpliedText = 8,   // an attribute whose single text child has not been asked for
         SlowFirst = OtherFirst | ImpliedText,
-        OtherPrevious = 16,       // PreviousSibling() differs from the true one
-        OtherNext = 32,           // NextSibling() differs from the true one
-        IsTarget = 64,            // some other node's link differs and leads here
-        InPool = 128,             // the memory is the document's
-        SharedValue = 256,        // the value is not the node's own
-        OwnsBuffer = 512,         // the value may hold memory outside of the pool
-        IsSpecified = 1024,       // of an attribute
-        InMap = 2048,             // of an attribute: its element's map holds it
-        IsOrphan = 4096,          // of an attribute: its owner element has another in its place
-        HasOrphans = 8192,        // of an element that some orphans name
-        NeedsDestruction = 16384  // counted by the document: to be destroyed one by one
+        OtherPrevious = 16,        // PreviousSibling() differs from the true one
+        OtherNext = 32,            // NextSibling() differs from the true one
+        IsTarget = 64,             // some other node's link differs and leads here
+        InPool = 128,              // the memory is the document's
+        SharedValue = 256,         // the value is not the node's own
+        OwnsBuffer = 512,          // the value may hold memory outside of the pool
+        IsSpecified = 1024,        // of an attribute
+        InMap = 2048,              // of an attribute: its element's map holds it
+        IsOrphan = 4096,           // of an attribute: its owner element has another in its place
+        HasOrphans = 8192,         // of an element that some orphans name
+        NeedsDestruction = 16384,  // counted by the document: to be destroyed one by one
+        HasOverrides = 32768       // of an element that a program has given styles
     };
 
     bool Has(Flag flag) const { return (flags_ & flag) != 0; }

@@ -13,4 +13,6 @@ void* ElementCSSInlineStyle::QueryInterface(const char* className) {
     return Dom::detail::IsInterface(className, "Dom::CSS::ElementCSSInlineStyle") ? this : nullptr;
 }
 
+void ElementCSSInlineStyle::UpdateStyle() {}
+
 }  // namespace Dom::CSS

@@ -22,7 +22,18 @@ public:
     virtual ~ElementCSSInlineStyle();
 
     /// Returns the style, to look at or to change.
-    CSSStyleDeclaration& Style() { return style_; }
+    CSSStyleDeclaration& Style() {
+        UpdateStyle();
+        return style_;
+    }
+
+protected:
+    /// Brings the style up to date before Style() returns it. An element that has it in an
+    /// attribute reads that; here nothing happens.
+    virtual void UpdateStyle();
+
+    /// Returns the style as it is.
+    CSSStyleDeclaration& CurrentStyle() { return style_; }
 
 private:
     CSSStyleDeclaration style_;
