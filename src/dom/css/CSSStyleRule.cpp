@@ -113,7 +113,17 @@ std::unique_ptr<CSSStyleRule> CSSStyleRule::Make(CSSStyleSheet* sheet, CSSRule* 
     return rule;
 }
 
+void* CSSStyleRule::operator new(std::size_t size) { return ::operator new(size); }
+
+void* CSSStyleRule::operator new(std::size_t size, std::align_val_t alignment) {
+    return ::operator new(size, alignment);
+}
+
 void CSSStyleRule::operator delete(void* memory) { ::operator delete(memory); }
+
+void CSSStyleRule::operator delete(void* memory, std::align_val_t alignment) {
+    ::operator delete(memory, alignment);
+}
 
 void CSSStyleRule::SetSelectors(astring&& selectors) noexcept {
     selectorText_ = std::move(selectors);

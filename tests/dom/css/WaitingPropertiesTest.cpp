@@ -11,7 +11,9 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
+#include <memory>
 #include <string>
 
 namespace {
@@ -104,6 +106,30 @@ TEST(WaitingProperties, AreReplacedChangedAndCopied) {
     CSSStyleDeclaration& refused = insert("p { a: b }");
     EXPECT_NE(MessageOf(refused, "c: d; e"), "");
     EXPECT_EQ(refused.CssText(), "c: d") << "what stands before the fault stays";
+}
+
+class alignas(64) AlignedRule : public CSSStyleRule {
+public:
+    AlignedRule() : CSSStyleRule(nullptr, nullptr, CSSRule::Author) {}
+};
+
+TEST(WaitingProperties, AreTheSameWithRulesOfAnyOrigin) {
+    const auto expectStyle = [](CSSStyleRule& rule) {
+        rule.SetCssText("p-that-has-a-name-of-some-length { a: b }");
+        EXPECT_EQ(rule.Style().CssText(), "a: b");
+        rule.SetCssText("q { c: d }");
+    };
+    CSSStyleRule onTheStack(nullptr, nullptr, CSSRule::Author);
+    expectStyle(onTheStack);
+    expectStyle(*std::make_unique<CSSStyleRule>(nullptr, nullptr, CSSRule::Author));
+    const std::unique_ptr<CSSStyleRule> aligned = std::make_unique<AlignedRule>();
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(aligned.get()) % alignof(AlignedRule), 0U);
+    expectStyle(*aligned);
+    CSSStyleSheet sheet(CSSRule::Author, nullptr, "", "");
+    sheet.InsertRule("selectors-that-a-string-does-not-keep-inside { e: f }", 0);
+    const std::unique_ptr<CSSRule> removed(sheet.CssRules().Item(0));
+    sheet.CssRules().RemoveItemAt(0);
+    expectStyle(static_cast<CSSStyleRule&>(*removed));
 }
 
 }  // namespace

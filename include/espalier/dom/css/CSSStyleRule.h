@@ -8,7 +8,9 @@
 #include <espalier/dom/css/CSSStyleDeclaration.h>
 
 #include <atomic>
+#include <cstddef>
 #include <memory>
+#include <new>
 
 namespace Dom::CSS {
 
@@ -58,8 +60,14 @@ public:
     bool MatchesSelector(const astring& elementName, const astring& id,
                          const astring& classes) const;
 
-    /// Frees the memory of a rule, which may be larger than the rule.
+    /// \cond
+    // Memory: rules that a sheet makes have their texts behind them. Derived classes may have an
+    // alignment of their own.
+    static void* operator new(std::size_t size);
+    static void* operator new(std::size_t size, std::align_val_t alignment);
     static void operator delete(void* memory);
+    static void operator delete(void* memory, std::align_val_t alignment);
+    /// \endcond
 
 private:
     friend class RuleIndex;
