@@ -55,10 +55,10 @@ bool ReadEscape(TextCursor& cursor, astring& result);
 /// Returns the place behind the bytes that stand in names.
 inline const char* BehindName(const TextCursor& cursor) {
     if (cursor.end != nullptr) return BehindRun<NameRun>(cursor.at, cursor.end);
-    const char* at = cursor.at;
-    while (Is(*at, kName))
-        ++at;
-    return at;
+    TextCursor next = cursor;
+    while (next.IsAt(kName))
+        ++next.at;
+    return next.at;
 }
 
 /// Reads what begins otherwise than with a letter, or has escapes, as ReadIdent() does.
