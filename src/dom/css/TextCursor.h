@@ -6,6 +6,7 @@
 #include "dom/css/ByteRun.h"
 #include "dom/css/CharacterFlags.h"
 
+#include <cassert>
 #include <optional>
 #include <string_view>
 
@@ -55,10 +56,11 @@ bool ReadEscape(TextCursor& cursor, astring& result);
 /// Returns the place behind the bytes that stand in names.
 inline const char* BehindName(const TextCursor& cursor) {
     if (cursor.end != nullptr) return BehindRun<NameRun>(cursor.at, cursor.end);
-    TextCursor next = cursor;
-    while (next.IsAt(kName))
-        ++next.at;
-    return next.at;
+    const char* at = cursor.at;
+    assert(at != nullptr);  // without an end there is a NUL
+    while (Is(*at, kName))
+        ++at;
+    return at;
 }
 
 /// Reads what begins otherwise than with a letter, or has escapes, as ReadIdent() does.
