@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/dom/css/CSSStyleRule.h>
 #include <espalier/dom/css/CssReader.h>
+#include <espalier/dom/css/ParseStyleSheet.h>
 #include <espalier/io/MemoryStream.h>
 
 #include "css/SheetReading.h"
@@ -46,6 +47,10 @@ SheetTotals ForEachRule(const CSSStyleSheet& sheet, Visit visit) {
 
 SheetTotals ReadEspalierSheet(const std::string& text) {
     return ForEachRule(*LoadEspalierSheet(text), [](const CSSStyleRule&) {});
+}
+
+SheetTotals ParseEspalierSheet(const std::string& text) {
+    return ForEachRule(*Dom::CSS::ParseStyleSheet(text), [](const CSSStyleRule&) {});
 }
 
 SheetTotals ReadEspalierSheetWhole(const std::string& text) {

@@ -20,6 +20,8 @@ SheetTotals ReadEspalierSheet(const std::string& text);
 /// As ReadEspalierSheet(); then asks for the properties of each rule, which makes them with their
 /// values.
 SheetTotals ReadEspalierSheetWhole(const std::string& text);
+/// As ReadEspalierSheet(), with ParseStyleSheet().
+SheetTotals ParseEspalierSheet(const std::string& text);
 
 /// Reads a sheet with litehtml, which parses the selectors and keeps the declarations as text, and
 /// frees it again. Rules are told apart by their declarations.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Our reader, with the settings it has when it is made; documents with entities are read with all
-// references replaced.
+// Our reader, with the settings it has when it is made, and in standard mode; documents with
+// entities are read with all references replaced.
 #include <espalier/io/MemoryStream.h>
 #include <espalier/xml/XmlTextReader.h>
 
@@ -12,7 +12,8 @@ namespace {
 
 class EspalierVisitor final : public Visitor {
 public:
-    explicit EspalierVisitor(CorpusGroup group) {
+    EspalierVisitor(CorpusGroup group, Xml::XmlConformance conformance) {
+        reader_.SetConformance(conformance);
         if (group == CorpusGroup::Entities) {
             reader_.SetEntityHandling(Xml::XmlEntityHandling::ExpandEntities);
         }
@@ -79,7 +80,11 @@ private:
 }  // namespace
 
 std::unique_ptr<Visitor> MakeEspalier(CorpusGroup group) {
-    return std::make_unique<EspalierVisitor>(group);
+    return std::make_unique<EspalierVisitor>(group, Xml::XmlConformance::Compatible);
+}
+
+std::unique_ptr<Visitor> MakeEspalierStandard(CorpusGroup group) {
+    return std::make_unique<EspalierVisitor>(group, Xml::XmlConformance::Standard);
 }
 
 }  // namespace bench

@@ -11,6 +11,7 @@ namespace {
 
 constexpr Library kLibraries[kLibraryCount] = {
     {"Espalier", "espalier", MakeEspalier, EspalierVersion},
+    {"EspalierStandard", "espalier, standard mode", MakeEspalierStandard, EspalierVersion},
     {"LibxmlReader", "libxml2 reader", MakeLibxmlReader, LibxmlVersion},
     {"LibxmlSax2", "libxml2 SAX2", MakeLibxmlSax2, LibxmlVersion},
     {"Expat", "expat", MakeExpat, ExpatVersion},

@@ -25,6 +25,7 @@ public:
 /// The libraries, in the order of Libraries().
 enum LibraryIndex {
     kEspalier,
+    kEspalierStandard,
     kLibxmlReader,
     kLibxmlSax2,
     kExpat,
@@ -42,6 +43,7 @@ struct Library {
 
 // One file each. The visitor is set up for files of that group.
 std::unique_ptr<Visitor> MakeEspalier(CorpusGroup group);
+std::unique_ptr<Visitor> MakeEspalierStandard(CorpusGroup group);
 std::unique_ptr<Visitor> MakeLibxmlReader(CorpusGroup group);
 std::unique_ptr<Visitor> MakeLibxmlSax2(CorpusGroup group);
 std::unique_ptr<Visitor> MakeExpat(CorpusGroup group);
@@ -49,7 +51,7 @@ std::unique_ptr<Visitor> MakeExpatNamespaces(CorpusGroup group);
 std::string LibxmlVersion();
 std::string ExpatVersion();
 
-/// Returns all libraries, ours first.
+/// Returns all libraries, ours in both modes first.
 std::span<const Library, kLibraryCount> Libraries();
 
 /// Visits all documents of `file` once.

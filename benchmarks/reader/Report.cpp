@@ -12,7 +12,11 @@ namespace bench {
 
 namespace {
 
-constexpr const char* kShort[kLibraryCount] = {"espalier", "reader", "SAX2", "expat", "expat ns"};
+constexpr const char* kShort[kLibraryCount] = {"espalier", "standard", "reader",
+                                               "SAX2",     "expat",    "expat ns"};
+
+// How much of the time of the default mode the standard mode may take.
+constexpr double kMostOfStandard = 1.05;
 
 std::vector<TableRow> ResultRows(const std::vector<FileResult>& results) {
     std::vector<TableRow> rows = {RatioHead(kShort)};
@@ -28,6 +32,28 @@ std::vector<FileResult> WithoutEntities(const std::vector<FileResult>& results) 
         if (result.entry->group != CorpusGroup::Entities) chosen.push_back(result);
     }
     return chosen;
+}
+
+// The results with the standard mode in the place of the default one.
+std::vector<FileResult> OfStandardMode(std::vector<FileResult> results) {
+    for (FileResult& result : results) {
+        const double standard = result.ratios[kEspalierStandard];
+        for (double& ratio : result.ratios)
+            ratio /= standard;
+    }
+    return results;
+}
+
+void AddStandardBars(const std::vector<FileResult>& results, std::vector<Bar>& bars) {
+    const std::string files = " of " + std::to_string(results.size()) + " files";
+    bars.push_back({"time of the standard mode, geometric mean" + files, kMostOfStandard,
+                    MeanRatio(results, kEspalierStandard), "times that of the default one", true});
+    const std::vector<FileResult> utf8 = OnlyOf(CorpusGroup::Utf8, OfStandardMode(results));
+    if (utf8.empty()) return;
+    const std::string over = " in standard mode, " + std::to_string(utf8.size()) + " files";
+    bars.push_back({"libxml2's reader" + over, 5, MeanRatio(utf8, kLibxmlReader)});
+    bars.push_back({"expat with namespaces" + over, 3, MeanRatio(utf8, kExpatNamespaces)});
+    bars.push_back({"libxml2 SAX2" + over, 2, MeanRatio(utf8, kLibxmlSax2)});
 }
 
 }  // namespace
@@ -89,6 +115,7 @@ std::vector<Bar> JudgeBars(const std::vector<FileResult>& allResults) {
         bars.push_back({std::string("expat with namespaces, ") + result.entry->title, 3,
                         result.ratios[kExpatNamespaces]});
     }
+    if (!results.empty()) AddStandardBars(results, bars);
     return bars;
 }
 

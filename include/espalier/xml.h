@@ -14,6 +14,7 @@
 #include <espalier/xml/WriteState.h>
 #include <espalier/xml/XmlAttributeRange.h>
 #include <espalier/xml/XmlAttributeRef.h>
+#include <espalier/xml/XmlConformance.h>
 #include <espalier/xml/XmlEntityHandling.h>
 #include <espalier/xml/XmlEntityLimits.h>
 #include <espalier/xml/XmlHash.h>

@@ -207,4 +207,9 @@ NodeList Document::GetElementsByName(std::string_view name) const {
     return {const_cast<Document*>(this), NodeList::ByFormName, name};
 }
 
+void Document::SetDocumentURI(std::string_view uri) {
+    documentURI_ = uri;
+    ++NodeAccess::Data(*this).valueChanges;
+}
+
 }  // namespace Dom

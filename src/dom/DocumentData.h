@@ -49,6 +49,7 @@ public:
     const std::uint64_t serial;          ///< another one for each document, from 1 on
     std::uint64_t stamp = 0;             ///< raised by every change of the tree
     std::uint64_t attributeChanges = 0;  ///< how many of the changes touched attributes alone
+    std::uint64_t valueChanges = 0;      ///< of texts, and of the address of the document
     std::size_t freeNodes = 0;  ///< nodes that are in no tree and no map; the document, too
     std::size_t ownMemory = 0;  ///< nodes that are not freed with the pool alone
     /// Attributes that name an element although another attribute has taken their place.

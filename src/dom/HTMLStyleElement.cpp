@@ -6,6 +6,7 @@
 #include "dom/InterfaceName.h"
 #include "dom/NodeAccess.h"
 #include "dom/XhtmlNames.h"
+#include "dom/css/SheetLink.h"
 #include "dom/css/SheetMaking.h"
 
 #include <memory>
@@ -13,26 +14,6 @@
 namespace Dom {
 
 using detail::NodeAccess;
-
-namespace {
-
-// Returns the texts below an element, joined. Of what is below other nodes only that of references
-// to entities counts.
-astring TextOf(const Element& element) {
-    astring text;
-    const Node* node = NodeAccess::First(element);
-    while (node != nullptr) {
-        const bool isReference = node->NodeType() == Node::ENTITY_REFERENCE_NODE;
-        if (node->NodeType() == Node::TEXT_NODE || node->NodeType() == Node::CDATA_SECTION_NODE) {
-            text += node->NodeValue();
-        }
-        node = isReference ? NodeAccess::NextBelow(element, *node)
-                           : NodeAccess::NextBehind(element, *node);
-    }
-    return text;
-}
-
-}  // namespace
 
 HTMLStyleElement::HTMLStyleElement(std::string_view namespaceURI, std::string_view qualifiedName,
                                    Document* ownerDocument)
@@ -61,7 +42,7 @@ bool HTMLStyleElement::Disabled() const {
 CSS::CSSStyleSheet* HTMLStyleElement::CreateStyleSheet() {
     delete Sheet();
     if (!Type().empty() && Type() != CSS::detail::kSheetType) return nullptr;
-    const astring text = TextOf(*this);
+    const astring text = CSS::detail::TextIn(*this);
     IO::MemoryStream stream(reinterpret_cast<const unsigned char*>(text.data()),
                             static_cast<long>(text.size()));
     auto sheet = CSS::detail::MakeSheet({*this, {}, Title(), Media()}, &stream, "UTF-8");

@@ -88,6 +88,8 @@ void Node::ValueHasChanged() {
     // Lists of form controls look at the values of attributes.
     if (parent_ != nullptr && parent_->NodeType() == ATTRIBUTE_NODE) {
         name_->data->AttributesHaveChanged();
+    } else {
+        ++name_->data->valueChanges;
     }
 }
 

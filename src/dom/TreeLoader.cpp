@@ -45,16 +45,23 @@ void TreeLoader<Builder>::Load() {
     if (!reader_.Eof()) ThrowNotWellFormed();
 }
 
-// Reads what comes first. The implementation decides on the version that a declaration gives.
+template <typename Builder>
+bool TreeLoader<Builder>::IsJudgedByStandard() const {
+    return reader_.Conformance() == Xml::XmlConformance::Standard;
+}
+
+// Reads what comes first. The implementation decides on the version that a declaration gives, but
+// by the standard all of them can be read that it lets a declaration give.
 template <typename Builder>
 bool TreeLoader<Builder>::ReadFirst() {
     struct AnyVersion {
         bool& setting;
-        explicit AnyVersion(bool& reads) : setting(reads) { setting = true; }
+        AnyVersion(bool& reads, bool isAny) : setting(reads) { setting = isAny; }
         ~AnyVersion() { setting = false; }
         AnyVersion(const AnyVersion&) = delete;
         AnyVersion& operator=(const AnyVersion&) = delete;
-    } const anyVersion(Xml::detail::ReaderAccess::Core(reader_).readsAnyVersion);
+    } const anyVersion(Xml::detail::ReaderAccess::Core(reader_).readsAnyVersion,
+                       !IsJudgedByStandard());
     return reader_.Read();
 }
 
@@ -69,7 +76,7 @@ void TreeLoader<Builder>::ReadDeclaration() {
                                     reader_.GetAttribute("standalone") == "yes");
     if (version.empty()) {
         NodeAccess::SetLoadedVersion(document_, "1.0");
-    } else {
+    } else if (!IsJudgedByStandard()) {
         NodeAccess::CheckVersion(document_, version);
     }
     reader_.Read();
@@ -142,10 +149,19 @@ void TreeLoader<Builder>::ReadContent(Node& parent) {
     case XmlNodeType::ProcessingInstruction:
         if constexpr (kNamespaces) builder_.AddInstruction(parent);
         break;
+    case XmlNodeType::EndEntity:
+        if constexpr (kNamespaces) RequireStandard();
+        break;
     default:
         if constexpr (kNamespaces) ThrowNotWellFormed();
         break;
     }
+}
+
+// Refuses what only a reader that keeps to the standard may tell in a document.
+template <typename Builder>
+void TreeLoader<Builder>::RequireStandard() const {
+    if (!IsJudgedByStandard()) ThrowNotWellFormed();
 }
 
 template class TreeLoader<DirectBuilder>;

@@ -22,6 +22,7 @@ public:
     void Load();
 
 private:
+    bool IsJudgedByStandard() const;
     bool ReadFirst();
     void ReadDeclaration();
     void ReadMiscellany();
@@ -30,6 +31,7 @@ private:
     void ReadElement();
     template <bool kNamespaces>
     void ReadContent(Node& parent);
+    void RequireStandard() const;
 
     Document& document_;
     Xml::XmlTextReader& reader_;

@@ -25,4 +25,8 @@ const CharCodec& Windows1257Codec();
 const CharCodec& Gb2312Codec();
 const CharCodec& EucKrCodec();
 
+/// Returns the codec of the same name that gives characters above U+07FF as UTF-8, too; most codecs
+/// do so themselves.
+const CharCodec& ExactCodec(const CharCodec& codec);
+
 }  // namespace Xml::detail

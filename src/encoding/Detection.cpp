@@ -3,6 +3,9 @@
 
 #include "encoding/Codecs.h"
 
+#include <algorithm>
+#include <iterator>  // std::begin, std::end
+
 namespace Xml::detail {
 
 // Detection (XML 1.0, Appendix F):
@@ -84,6 +87,7 @@ enum class NameGroup : unsigned char {
     Windows1254,
     Windows1257,
     Utf16,
+    Baltic,
     Utf16Le,
     Utf16Be,
     Ucs2,
@@ -192,10 +196,10 @@ constexpr EncodingName kNames[] = {
     {"UTF-16", NameGroup::Utf16},
     {"utf-16", NameGroup::Utf16},
     // Deliberate: the Baltic names are taken only in a UTF-16 document, and change nothing there.
-    {"iso-8859-13", NameGroup::Utf16},
-    {"ISO-8859-13", NameGroup::Utf16},
-    {"latin7", NameGroup::Utf16},
-    {"latin-7", NameGroup::Utf16},
+    {"iso-8859-13", NameGroup::Baltic},
+    {"ISO-8859-13", NameGroup::Baltic},
+    {"latin7", NameGroup::Baltic},
+    {"latin-7", NameGroup::Baltic},
 
     {"UTF-16LE", NameGroup::Utf16Le},
     {"utf-16le", NameGroup::Utf16Le},
@@ -243,7 +247,8 @@ const CharCodec* ResolveGroup(NameGroup group, const CharCodec& detected) {
     case NameGroup::Windows1252: return &Windows1252Codec();
     case NameGroup::Windows1254: return &Windows1254Codec();
     case NameGroup::Windows1257: return &Windows1257Codec();
-    case NameGroup::Utf16: return When(utf16Be || utf16Le, detected);
+    case NameGroup::Utf16:
+    case NameGroup::Baltic: return When(utf16Be || utf16Le, detected);
     case NameGroup::Utf16Le: return When(utf16Le, detected);
     case NameGroup::Utf16Be: return When(utf16Be, detected);
     case NameGroup::Ucs2:
@@ -263,6 +268,31 @@ const CharCodec* ResolveEncodingName(std::string_view name, const CharCodec& det
         if (entry.name == name) return ResolveGroup(entry.group, detected);
     }
     return &detected;
+}
+
+namespace {
+
+bool EqualsWithoutCase(std::string_view left, std::string_view right) {
+    const auto lower = [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
+    };
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [lower](char a, char b) { return lower(a) == lower(b); });
+}
+
+}  // namespace
+
+NamedEncoding FindNamedEncoding(std::string_view name, const CharCodec& detected, bool hasMark) {
+    const auto* const entry = std::find_if(
+        std::begin(kNames), std::end(kNames),
+        [name](const EncodingName& known) { return EqualsWithoutCase(known.name, name); });
+    if (entry == std::end(kNames) || entry->group == NameGroup::Baltic) return {nullptr, false};
+    const CharCodec* const codec = ResolveGroup(entry->group, detected);
+    // Units of several bytes, and a mark, tell what the encoding is.
+    const bool isBytes = detected.Kind() == CodecKind::Utf8;
+    const bool isSettled = hasMark || !isBytes;
+    const bool fits = codec != nullptr && (!isSettled || codec->Kind() == detected.Kind());
+    return {fits ? &ExactCodec(*codec) : nullptr, true};
 }
 
 }  // namespace Xml::detail

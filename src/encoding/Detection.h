@@ -24,4 +24,15 @@ Detection DetectEncoding(const unsigned char* bytes, std::size_t count, const Ch
 /// compare with case.
 const CharCodec* ResolveEncodingName(std::string_view name, const CharCodec& detected);
 
+/// What a document that is read by the standard declares its encoding to be.
+struct NamedEncoding {
+    const CharCodec* codec;  ///< null when it is not known, or contradicts the first bytes
+    bool isKnown;
+};
+
+/// Finds the encoding of a declaration. Names compare without case (XML 1.0 section 4.3.3).
+/// \param detected what the first bytes show
+/// \param hasMark whether a byte-order mark is among them
+NamedEncoding FindNamedEncoding(std::string_view name, const CharCodec& detected, bool hasMark);
+
 }  // namespace Xml::detail

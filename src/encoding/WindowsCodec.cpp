@@ -38,22 +38,39 @@ struct ByteOfCode {
 struct WindowsPage {
     const std::uint16_t* codes;  // of the bytes 80 to FF
     const signed char* classes;
-    std::array<ByteOfCode, kUpperBytes> bytes{};                // sorted by their codes
-    std::array<std::array<unsigned char, 2>, 256> sequences{};  // what becomes of a byte
+    std::array<ByteOfCode, kUpperBytes> bytes{};                 // sorted by their codes
+    std::array<std::array<unsigned char, 2>, 256> sequences{};   // what becomes of a byte
+    std::array<std::array<unsigned char, 4>, 256> characters{};  // the same in UTF-8
+    std::array<unsigned char, 256> lengths{};                    // of that
 
     consteval WindowsPage(const std::uint16_t (&pageCodes)[kUpperBytes],
                           const signed char (&pageClasses)[kUpperBytes])
         : codes(pageCodes), classes(pageClasses) {
-        for (unsigned byte = 0; byte < 0x80; ++byte)
+        for (unsigned byte = 0; byte < 0x80; ++byte) {
             sequences[byte] = {static_cast<unsigned char>(byte), 0};
+            characters[byte] = {static_cast<unsigned char>(byte)};
+            lengths[byte] = 1;
+        }
         for (unsigned byte = 0x80; byte <= 0xFF; ++byte) {
             const unsigned code = codes[byte - 0x80];
             bytes[byte - 0x80] = {static_cast<std::uint16_t>(code),
                                   static_cast<std::uint16_t>(byte)};
             sequences[byte] = {static_cast<unsigned char>(0xC0 | code >> 6),
                                static_cast<unsigned char>(0x80 | (code & 0x3F))};
+            Spell(byte, code);
         }
         std::sort(bytes.begin(), bytes.end());
+    }
+
+    consteval void Spell(unsigned byte, unsigned code) {
+        const auto last = static_cast<unsigned char>(0x80 | (code & 0x3F));
+        const auto middle = static_cast<unsigned char>(0x80 | (code >> 6 & 0x3F));
+        lengths[byte] = code < 0x800 ? 2 : 3;
+        if (code < 0x800) {
+            characters[byte] = {static_cast<unsigned char>(0xC0 | code >> 6), last};
+        } else {
+            characters[byte] = {static_cast<unsigned char>(0xE0 | code >> 12), middle, last};
+        }
     }
 
     int CodeOf(unsigned char byte) const { return byte < 0x80 ? byte : codes[byte - 0x80]; }
@@ -76,7 +93,67 @@ constexpr WindowsPage kPage1252(kWindows1252Codes, kWindows1252Classes);
 constexpr WindowsPage kPage1254(kWindows1254Codes, kWindows1254Classes);
 constexpr WindowsPage kPage1257(kWindows1257Codes, kWindows1257Classes);
 
-class WindowsCharCodec final : public CharCodec {
+// What text a byte becomes: two bytes, as said above.
+struct KeptSpelling {
+    static constexpr int kStored = 2;
+    const std::array<unsigned char, 2>* sequences;
+
+    static int LengthOf(unsigned char byte) { return 1 + (byte >> 7); }
+    const unsigned char* Of(unsigned char byte) const { return sequences[byte].data(); }
+};
+
+// The same in UTF-8.
+struct ExactSpelling {
+    static constexpr int kStored = 4;
+    const std::array<unsigned char, 4>* characters;
+    const unsigned char* lengths;
+
+    int LengthOf(unsigned char byte) const { return lengths[byte]; }
+    const unsigned char* Of(unsigned char byte) const { return characters[byte].data(); }
+};
+
+// Decodes as many blocks as there are and as there is certainly room for. Runs of ASCII are copied;
+// the other bytes are written without a branch on their length, which in mixed text nothing
+// predicts.
+template <typename Spelling>
+void DecodeBlocks(const Spelling spelling, const unsigned char*& source, const unsigned char* end,
+                  unsigned char*& target, const unsigned char* targetEnd) {
+    constexpr std::ptrdiff_t kBlock = 32;
+    constexpr std::ptrdiff_t kRoom = (1 + Spelling::kStored) * kBlock;  // one of ASCII, one mixed
+    // Copies: the bytes written might be those of the arguments, for all the compiler knows.
+    const unsigned char* position = source;
+    unsigned char* destination = target;
+    while (end - position >= kBlock && targetEnd - destination >= kRoom) {
+        const std::size_t ascii = CopyAscii(position, destination, kBlock);
+        position += ascii;
+        destination += ascii;
+        if (ascii == kBlock || end - position < kBlock) continue;
+        for (std::ptrdiff_t i = 0; i < kBlock; ++i) {
+            const unsigned char byte = position[i];
+            std::memcpy(destination, spelling.Of(byte), Spelling::kStored);
+            destination += spelling.LengthOf(byte);
+        }
+        position += kBlock;
+    }
+    source = position;
+    target = destination;
+}
+
+template <typename Spelling>
+DecodeEnd DecodePage(const Spelling spelling, const unsigned char*& position,
+                     const unsigned char* end, unsigned char*& destination,
+                     unsigned char* destinationEnd) {
+    DecodeBlocks(spelling, position, end, destination, destinationEnd);
+    for (; position < end; ++position) {
+        const int length = spelling.LengthOf(*position);
+        if (destinationEnd - destination < length) return DecodeEnd::NoRoom;
+        const unsigned char* const bytes = spelling.Of(*position);
+        destination = std::copy(bytes, bytes + length, destination);
+    }
+    return DecodeEnd::SourceUsed;
+}
+
+class WindowsCharCodec : public CharCodec {
 public:
     constexpr WindowsCharCodec(const char* name, const WindowsPage& page)
         : CharCodec(name, CodecKind::SingleByte), page_(page) {}
@@ -149,15 +226,8 @@ public:
 
     DecodeEnd DecodeRun(const unsigned char*& position, const unsigned char* end,
                         unsigned char*& destination, unsigned char* destinationEnd) const override {
-        DecodeBlocks(position, end, destination, destinationEnd);
-        while (position < end) {
-            const int length = LengthOf(*position);
-            if (destinationEnd - destination < length) return DecodeEnd::NoRoom;
-            const auto& sequence = page_.sequences[*position++];
-            *destination++ = sequence[0];
-            if (length == 2) *destination++ = sequence[1];
-        }
-        return DecodeEnd::SourceUsed;
+        return DecodePage(KeptSpelling{page_.sequences.data()}, position, end, destination,
+                          destinationEnd);
     }
 
     // The code is one that text has, so it may be that of a character above U+07FF without its high
@@ -176,38 +246,34 @@ public:
         return utf8::CountCharacters(begin, end).all;
     }
 
+protected:
+    const WindowsPage& Page() const { return page_; }
+
 private:
-    static int LengthOf(unsigned char byte) { return 1 + (byte >> 7); }
-
-    // Decodes as many blocks as there are and as there is certainly room for. Runs of ASCII are
-    // copied; the other bytes are written without a branch on their length, which in mixed text
-    // nothing predicts.
-    void DecodeBlocks(const unsigned char*& source, const unsigned char* end,
-                      unsigned char*& target, const unsigned char* targetEnd) const {
-        constexpr std::ptrdiff_t kBlock = 32;
-        constexpr std::ptrdiff_t kRoom = 3 * kBlock;  // a block of ASCII and a mixed one
-        // Copies: the bytes written might be those of the arguments, for all the compiler knows.
-        const unsigned char* position = source;
-        unsigned char* destination = target;
-        const auto* const sequences = page_.sequences.data();
-        while (end - position >= kBlock && targetEnd - destination >= kRoom) {
-            const std::size_t ascii = CopyAscii(position, destination, kBlock);
-            position += ascii;
-            destination += ascii;
-            if (ascii == kBlock || end - position < kBlock) continue;
-            for (std::ptrdiff_t i = 0; i < kBlock; ++i) {
-                const unsigned char byte = position[i];
-                std::memcpy(destination, sequences + byte, 2);
-                destination += LengthOf(byte);
-            }
-            position += kBlock;
-        }
-        source = position;
-        target = destination;
-    }
-
     const WindowsPage& page_;
 };
+
+// A page as others read it: each byte becomes the character that it is.
+class ExactWindowsCodec final : public WindowsCharCodec {
+public:
+    using WindowsCharCodec::WindowsCharCodec;
+    // NOLINTNEXTLINE(modernize-use-equals-default): g++ 12 refuses a constant with a defaulted one
+    constexpr ~ExactWindowsCodec() override {}
+
+    DecodeEnd DecodeRun(const unsigned char*& position, const unsigned char* end,
+                        unsigned char*& destination, unsigned char* destinationEnd) const override {
+        return DecodePage(ExactSpelling{Page().characters.data(), Page().lengths.data()}, position,
+                          end, destination, destinationEnd);
+    }
+
+    int ClassOfScalar(int code) const override { return ClassOfScalarValue(code); }
+};
+
+constexpr ExactWindowsCodec kExact1250Codec("Windows-1250", kPage1250);
+constexpr ExactWindowsCodec kExact1251Codec("Windows-1251", kPage1251);
+constexpr ExactWindowsCodec kExact1252Codec("Windows-1252", kPage1252);
+constexpr ExactWindowsCodec kExact1254Codec("Windows-1254", kPage1254);
+constexpr ExactWindowsCodec kExact1257Codec("Windows-1257", kPage1257);
 
 constexpr WindowsCharCodec kWindows1250Codec("Windows-1250", kPage1250);
 constexpr WindowsCharCodec kWindows1251Codec("Windows-1251", kPage1251);
@@ -222,5 +288,14 @@ const CharCodec& Windows1251Codec() { return kWindows1251Codec; }
 const CharCodec& Windows1252Codec() { return kWindows1252Codec; }
 const CharCodec& Windows1254Codec() { return kWindows1254Codec; }
 const CharCodec& Windows1257Codec() { return kWindows1257Codec; }
+
+const CharCodec& ExactCodec(const CharCodec& codec) {
+    if (&codec == &kWindows1250Codec) return kExact1250Codec;
+    if (&codec == &kWindows1251Codec) return kExact1251Codec;
+    if (&codec == &kWindows1252Codec) return kExact1252Codec;
+    if (&codec == &kWindows1254Codec) return kExact1254Codec;
+    if (&codec == &kWindows1257Codec) return kExact1257Codec;
+    return codec;
+}
 
 }  // namespace Xml::detail

@@ -3,7 +3,9 @@
 
 #include <espalier/xml/XmlTextReader.h>
 
+#include "sax/SkippedEntity.h"
 #include "sax/ViewOf.h"
+#include "xml/AttributeLists.h"
 
 #include <algorithm>
 #include <string_view>
@@ -44,10 +46,13 @@ void AttributeHandler::Resolve(int index) {
     while (reader_.ReadAttributeValue()) {
         switch (reader_.NodeType()) {
         case XmlNodeType::Text: resolved.value += reader_.Value(); break;
-        case XmlNodeType::EntityReference: reader_.ResolveEntity(); break;
+        case XmlNodeType::EntityReference:
+            if (!IsSkipped(core_, reader_.Name())) reader_.ResolveEntity();
+            break;
         default: break;
         }
     }
+    if (core_.AttributeAt(index).isTokens) Xml::detail::TrimTokens(resolved.value);
     reader_.MoveToElement();
 }
 

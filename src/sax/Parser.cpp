@@ -16,6 +16,7 @@
 #include "sax/AttributeHandler.h"
 #include "sax/LocatorHandler.h"
 #include "sax/Messages.h"
+#include "sax/SkippedEntity.h"
 #include "sax/TextParts.h"
 #include "xml/ReaderAccess.h"
 #include "xml/ReaderCore.h"
@@ -334,11 +335,7 @@ bool Parser::DispatchRare(Run& run) {
     case XmlNodeType::SignificantWhitespace:
         ReportText(run.reader.Value(), &ContentHandler::characters);
         return true;
-    case XmlNodeType::EntityReference:
-        return AskReader(run, [&run] {
-            run.reader.ResolveEntity();
-            return true;
-        });
+    case XmlNodeType::EntityReference: return EnterEntity(run);
     case XmlNodeType::ProcessingInstruction: ReportInstruction(run); return true;
     case XmlNodeType::XmlDeclaration:
         standalone_ = run.reader.GetAttribute("standalone") == "yes";
@@ -360,6 +357,20 @@ bool Parser::DispatchRare(Run& run) {
     isParsing_ = false;
     ReportFatal(Message::kInternal, run.locator);
     return false;
+}
+
+// Goes on with the text of the entity that the current node refers to, if that can be read.
+bool Parser::EnterEntity(Run& run) {
+    if (IsSkipped(run.core, run.reader.Name())) {
+        const astring name = run.reader.Name();  // a handler may move a reader that is its own
+        if (settings.contentHandler != nullptr)
+            settings.contentHandler->skippedEntity(name.c_str());
+        return true;
+    }
+    return AskReader(run, [&run] {
+        run.reader.ResolveEntity();
+        return true;
+    });
 }
 
 [[gnu::always_inline]] inline bool Parser::ReportStart(Run& run) {

@@ -49,6 +49,7 @@ private:
     bool IsOnNodeElse(const Run& run) const;
     bool Dispatch(Run& run);
     bool DispatchRare(Run& run);
+    bool EnterEntity(Run& run);
     bool ReportStart(Run& run);
     bool ReportEnd(Run& run);
     void ReportText(const astring& text, TextEvent event) const;

@@ -8,6 +8,7 @@
 #include <algorithm>  // std::max
 #include <cstring>
 #include <limits>
+#include <utility>  // std::exchange
 #include <vector>
 
 namespace Xml::detail {
@@ -58,6 +59,7 @@ EntityRecord* EntityTable::Declare(EntityKind kind, std::string_view name) {
     record.kind = kind;
     record.name = name;
     byKey_.Insert(key.data(), static_cast<unsigned>(key.length()), &record);
+    if (kind == EntityKind::General && std::exchange(missed_, false)) ++generation_;
     return &record;
 }
 
@@ -65,7 +67,7 @@ EntityRecord* EntityTable::Declare(EntityKind kind, std::string_view name) {
 
 // Returns the next declared entity that the text of `record` refers to, and advances behind the
 // reference; null when there is no more.
-EntityRecord* EntityTable::NextReference(const EntityRecord& record, std::size_t& position) const {
+EntityRecord* EntityTable::NextReference(EntityRecord& record, std::size_t& position) {
     const std::string_view text = record.text;
     while (position < text.size()) {
         const std::size_t start = text.find('&', position);
@@ -77,7 +79,9 @@ EntityRecord* EntityTable::NextReference(const EntityRecord& record, std::size_t
         const std::string_view name = reference.substr(0, length);
         if (PredefinedCharacter(name) != 0) continue;  // whatever is declared for it
         EntityRecord* const found = FindGeneral(name);
+        if (standard_ && (found == nullptr || found->isExternal)) record.isMarkup = true;
         if (found != nullptr) return found;
+        missed_ = true;
     }
     return nullptr;
 }
@@ -94,6 +98,7 @@ void EntityTable::NotePlain(const EntityRecord& record) {
     const std::size_t length = record.name.length();
     if (length > PackedName::kMostBytes || record.name.find(':') != astring::npos) return;
     if (record.isMarkup || record.text.empty() || record.text.find('&') != astring::npos) return;
+    if (record.text.find("]]>") != astring::npos) return;  // refused by the standard
     unsigned char bytes[PackedName::kMostBytes] = {};
     std::memcpy(bytes, record.name.data(), length);
     const PackedName name = LoadName(bytes);
@@ -107,13 +112,16 @@ const EntityRecord& EntityTable::Measure(EntityRecord& record) {
         EntityRecord* record;
         std::size_t position;
     };
-    const auto begin = [](EntityRecord& entity) {
+    const auto begin = [this](EntityRecord& entity) {
         entity.measured = EntityRecord::Measured::Begun;
+        entity.leadsBack = false;
+        entity.nesting = 1;
         entity.isMarkup = entity.text.find('<') != astring::npos;
         entity.cost = static_cast<long long>(entity.text.length());
+        measuredBytes_ += entity.cost;
         return Frame{&entity, 0};
     };
-    if (record.measured == EntityRecord::Measured::Yes) return record;
+    if (IsMeasured(record)) return record;
     std::vector<Frame> frames{begin(record)};
     // Adds what a reference in the entity on top leads to; behind one that leads back is nothing.
     const auto add = [&frames](const EntityRecord& inner) {
@@ -126,16 +134,17 @@ const EntityRecord& EntityTable::Measure(EntityRecord& record) {
         EntityRecord* const inner = NextReference(current, frames.back().position);
         if (inner == nullptr) {
             current.measured = EntityRecord::Measured::Yes;
+            current.generation = generation_;
             NotePlain(current);
             frames.pop_back();
             if (!frames.empty()) add(current);
-        } else if (inner->measured == EntityRecord::Measured::No) {
-            frames.push_back(begin(*inner));
-        } else if (inner->measured == EntityRecord::Measured::Yes) {
-            add(*inner);
-        } else {
+        } else if (inner->measured == EntityRecord::Measured::Begun) {
             current.leadsBack = true;
             frames.back().position = current.text.length();
+        } else if (IsMeasured(*inner)) {
+            add(*inner);
+        } else {
+            frames.push_back(begin(*inner));
         }
     }
     return record;

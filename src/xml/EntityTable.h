@@ -29,17 +29,23 @@ struct EntityRecord {
     astring text;  ///< the replacement text; empty for an external entity
     astring publicId;
     astring systemId;
-    astring notation;    ///< of an unparsed entity
-    Place place{0, 0};   ///< where the declaration starts
-    bool inUse = false;  ///< it is being expanded, so a reference to it would never end
+    astring notation;              ///< of an unparsed entity
+    bool isExternal = false;       ///< it has a system identifier, and no text
+    bool isInParameter = false;    ///< it is declared in the text of a parameter entity
+    bool isProvenContent = false;  ///< its text is known to be well-formed content ...
+    unsigned long provenIn = 0;    ///< ... with the namespaces of this generation
+    bool isProvenValue = false;    ///< its text is known to be well-formed in a value
+    Place place{0, 0};             ///< where the declaration starts
+    bool inUse = false;            ///< it is being expanded, so a reference to it would never end
 
     // What Measure() finds out.
     enum class Measured : unsigned char { No, Begun, Yes };
     Measured measured = Measured::No;
-    bool leadsBack = false;  ///< its text leads to a reference to an entity that is being expanded
-    bool isMarkup = false;   ///< its text, or that of an entity it refers to, has a "<"
-    int nesting = 1;         ///< how many entities deep its text goes, itself included
-    long long cost = 0;      ///< bytes of its text and of all that is expanded in it
+    unsigned generation = 0;  ///< of the table, when it was measured
+    bool leadsBack = false;   ///< its text leads to a reference to an entity that is being expanded
+    bool isMarkup = false;    ///< its text, or that of an entity it refers to, has a "<"
+    int nesting = 1;          ///< how many entities deep its text goes, itself included
+    long long cost = 0;       ///< bytes of its text and of all that is expanded in it
 };
 
 /// The entities and notations of a document. The first declaration of a name is the one that
@@ -50,6 +56,10 @@ struct EntityRecord {
 class EntityTable {
 public:
     EntityTable();
+
+    /// Measures by the standard from now on: an entity that is external or not declared is a node
+    /// by itself, so that the text of one that refers to it counts as markup.
+    void SetStandard() { standard_ = true; }
 
     /// Adds a record.
     /// \return null when there is one of that kind and name already
@@ -74,11 +84,17 @@ public:
 
     /// Returns the record with what it leads to: up to the first reference that leads back, if
     /// there is one, because nothing is expanded behind that. Entities that are not declared count
-    /// for nothing.
+    /// for nothing. When they are declared later, what was measured before is measured anew.
     const EntityRecord& Measure(EntityRecord& record);
 
+    /// Returns how many bytes of texts have been measured, those measured anew each time.
+    long long MeasuredBytes() const { return measuredBytes_; }
+
 private:
-    EntityRecord* NextReference(const EntityRecord& record, std::size_t& position) const;
+    EntityRecord* NextReference(EntityRecord& record, std::size_t& position);
+    bool IsMeasured(const EntityRecord& record) const {
+        return record.measured == EntityRecord::Measured::Yes && record.generation == generation_;
+    }
     static void AddMeasures(EntityRecord& record, const EntityRecord& inner);
 
     // The plain entities that were measured last, each in the one slot that its name has.
@@ -94,6 +110,12 @@ private:
     }
     void NotePlain(const EntityRecord& record);
 
+    bool standard_ = false;
+    long long measuredBytes_ = 0;
+
+    // Measures hold as long as the entities are the same that were looked for.
+    bool missed_ = false;      // one was not there
+    unsigned generation_ = 0;  // counts the declarations since then
     std::deque<EntityRecord> records_;
     std::array<PlainSlot, kPlainSlots> plain_;
     Xml::HashMap byKey_;

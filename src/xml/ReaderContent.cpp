@@ -3,21 +3,14 @@
 // What stands between tags: text with its references, white space, CDATA sections, comments and
 // processing instructions.
 
+#include "xml/DeclarationScanner.h"
 #include "xml/Messages.h"
 #include "xml/ReaderCore.h"
+#include "xml/StandardMessages.h"
 #include "xml/Utf8Append.h"
 #include "xml/XmlCharacters.h"
 
 namespace Xml::detail {
-
-namespace {
-
-bool EqualsXmlWithoutCase(std::string_view text) {
-    return text.size() == 3 && (text[0] | 0x20) == 'x' && (text[1] | 0x20) == 'm' &&
-           (text[2] | 0x20) == 'l';
-}
-
-}  // namespace
 
 // Makes a node with a name and the value value_ the current one.
 ReaderCore::Pass ReaderCore::ReportNamed(XmlNodeType::XML_NODE_TYPE type, std::string_view name) {
@@ -56,7 +49,8 @@ ReaderCore::Pass ReaderCore::ParseTag() {
     case XmlToken::PI: return ParsePI();
     case XmlToken::COMMENT: return ParseComment();
     case XmlToken::CDATA: return ParseCData();
-    default: return ParseDoctype();
+    default:
+        return conformance == XmlConformance::Standard ? ParseStandardDoctype() : ParseDoctype();
     }
 }
 
@@ -72,7 +66,7 @@ ReaderCore::Pass ReaderCore::ParseText(XmlToken token) {
         case XmlToken::CHARREF:
         case XmlToken::ENTITYREF:
             if (ReplaceReference(token, value_, nullptr)) break;
-            switch (TakeReference(false)) {
+            switch (standard_ ? TakeStandardReference(false) : TakeReference(false)) {
             case Reference::Taken: break;
             case Reference::Reported: return Pass::Node;
             case Reference::Pushed: return Pass::Repeat;
@@ -91,7 +85,7 @@ ReaderCore::Pass ReaderCore::ParseText(XmlToken token) {
 ReaderCore::Pass ReaderCore::ParsePendingReference() {
     parseState_ = ParseState::PsContent;
     value_.clear();
-    const Reference reference = TakeReference(true);
+    const Reference reference = standard_ ? TakeStandardReference(true) : TakeReference(true);
     if (reference == Reference::Reported) return Pass::Node;
     if (reference == Reference::Pushed) return Pass::Repeat;
     scanner_.MarkNodeAt(referencePlace_);
@@ -139,9 +133,14 @@ bool ReaderCore::ReplacePredefined(astring& text, astring* raw) {
 
 void ReaderCore::ScanGeneralReference() {
     const ScannedName& name = scanner_.ScanName();
-    if (name.token == XmlToken::ERROR) scanner_.Throw(Message::kBadName);
+    if (name.token == XmlToken::ERROR) {
+        scanner_.Throw(standard_ ? Message::kExpectedEntityName : Message::kBadName);
+    }
     referenceName_ = name.text;
-    if (!scanner_.Accept(";")) scanner_.Throw(Message::kInvalidNamedEntity);
+    if (standard_ && name.colon >= 0) scanner_.Throw(Message::kColonInEntity, referenceName_);
+    if (!scanner_.Accept(";")) {
+        scanner_.Throw(standard_ ? Message::kExpectedSemicolon : Message::kInvalidNamedEntity);
+    }
 }
 
 // Returns where the general reference starts that has just been scanned.
@@ -174,30 +173,43 @@ ReaderCore::Pass ReaderCore::ParseComment() {
 }
 
 ReaderCore::Pass ReaderCore::ParseCData() {
-    if (Depth() == 0) scanner_.Throw(Message::kUnexpectedToken, scanner_.TokenText());
+    if (Depth() == 0) {
+        scanner_.Throw(standard_ ? Message::kTextOutsideRoot : Message::kUnexpectedToken,
+                       scanner_.TokenText());
+    }
     value_.clear();
     scanner_.ScanCData(value_);
     return ReportValue(XmlNodeType::CDATA);
 }
 
+// [17] PITarget ::= Name - (('X' | 'x') ('M' | 'm') ('L' | 'l')); with namespaces it has no colon.
+void ReaderCore::RefuseTarget(const ScannedName& target) const {
+    const bool isReserved = IsXmlInAnyCase(target.text);
+    if (!isReserved && target.colon < 0) return;
+    if (!standard_) scanner_.Throw(Message::kInvalidPIName);
+    scanner_.Throw(isReserved ? Message::kReservedTarget : Message::kColonInTarget, target.text);
+}
+
 // [16] PI ::= '<?' PITarget (S (Char* - (Char* '?>' Char*)))? '?>'
 ReaderCore::Pass ReaderCore::ParsePI() {
     const ScannedName& target = scanner_.ScanName();
-    if (target.token != XmlToken::NAME) scanner_.Throw(Message::kUnexpectedToken);
+    if (standard_ && target.token == XmlToken::ENDOFFILE) scanner_.Throw(Message::kUnexpectedEof);
+    if (target.token != XmlToken::NAME) {
+        scanner_.Throw(standard_ ? Message::kExpectedPITarget : Message::kUnexpectedToken);
+    }
     if (target.text == "xml") {
         if (contentSeen_) scanner_.Throw(Message::kUnexpectedDeclaration);
-        return ParseXmlDecl();
+        return standard_ ? ParseStandardXmlDecl() : ParseXmlDecl();
     }
-    if (EqualsXmlWithoutCase(target.text) || target.colon >= 0) {
-        scanner_.Throw(Message::kInvalidPIName);
-    }
+    if (standard_ && !contentSeen_) SettleStandardEncoding(false);
+    RefuseTarget(target);
     const astring name(target.text);
     value_.clear();
     const bool isSeparated = scanner_.SkipWhitespace();
     if (isSeparated || scanner_.AtEnd()) {
         scanner_.ScanPI(value_);
     } else if (!scanner_.Accept("?>")) {
-        scanner_.Throw(Message::kUnexpectedTokenInPI);
+        scanner_.Throw(standard_ ? Message::kExpectedPIEnd : Message::kUnexpectedTokenInPI);
     }
     return ReportNamed(XmlNodeType::ProcessingInstruction, name);
 }

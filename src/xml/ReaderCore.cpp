@@ -26,7 +26,9 @@
 
 #include "xml/LineEndScan.h"
 #include "xml/Messages.h"
+#include "xml/RunScan.h"
 
+#include <algorithm>  // std::replace_if
 #include <memory>
 #include <utility>
 
@@ -81,7 +83,11 @@ void ReaderCore::Close() {
     nsSupport_.Reset();
     entityChain_.clear();
     entities_.reset();
-    expandedBytes_ = pushedBytes_ = 0;
+    floors_.clear();
+    floor_ = 0;
+    doctype_ = DoctypeFacts();
+    attributeLists_.reset();
+    expandedBytes_ = pushedBytes_ = suppliedBytes_ = 0;
     contentSeen_ = doctypeSeen_ = standalone_ = false;
     rootCount_ = 0;
     parseState_ = ParseState::PsClosed;
@@ -103,6 +109,14 @@ bool ReaderCore::ReadFromOutside() {
         return Read();
     }
     return parseState_ != ParseState::PsEnd && ReadCarefully();
+}
+
+void ReaderCore::SetNormalization(bool normalization) {
+    normalization_ = normalization;
+    // The standard mode has the line ends of texts from the scanner, and leaves the blanks in
+    // values until somebody asks.
+    normalizesTexts_ = normalization && !standard_;
+    normalizesValues_ = normalization || standard_;
 }
 
 // Leaves the reader in a state that can be closed, whatever it was doing.
@@ -144,11 +158,16 @@ ReaderCore::Pass ReaderCore::Step() {
 }
 
 ReaderCore::Pass ReaderCore::Start() {
+    const bool isStandard = conformance == XmlConformance::Standard;
+    scanner_.SetStandard(isStandard);
     scanner_.AttachStream();
     scanner_.SetNamespaces(namespaces);
-    if (namesSplit_ != namespaces || namesOfOneByte_) ForgetNames();
+    if (namesSplit_ != namespaces || standard_ != isStandard || namesOfOneByte_) ForgetNames();
     namesSplit_ = namespaces;
+    standard_ = isStandard;
+    SetNormalization(normalization_);
     parseState_ = ParseState::PsProlog;
+    if (standard_ && !scanner_.LookingAt("<?xml")) SettleStandardEncoding(false);
     return Pass::Repeat;
 }
 
@@ -277,8 +296,21 @@ void ReaderCore::NormalizeLineEnds(astring& value, bool isAttribute) {
     value.resize(static_cast<std::size_t>(to - value.begin()));
 }
 
-const astring& ReaderCore::NormalizedValue(XmlAttribute& attribute) {
-    if (std::exchange(attribute.isRaw, false)) NormalizeLineEnds(attribute.value, true);
+// XML 1.0 section 3.3.3, where line ends are normalized already: each blank becomes a space.
+void ReaderCore::NormalizeBlanks(astring& value, std::size_t from) {
+    std::replace_if(
+        value.begin() + from, value.end(),
+        [](char c) { return IsLineBlank(static_cast<unsigned char>(c)); }, ' ');
+}
+
+const astring& ReaderCore::NormalizedValue(XmlAttribute& attribute) const {
+    if (std::exchange(attribute.isRaw, false)) {
+        if (standard_) {
+            NormalizeBlanks(attribute.value, 0);
+        } else {
+            NormalizeLineEnds(attribute.value, true);
+        }
+    }
     return attribute.value;
 }
 

@@ -4,14 +4,17 @@
 #include <espalier/base/astring.h>
 #include <espalier/xml/HashMap.h>
 #include <espalier/xml/NodeView.h>
+#include <espalier/xml/XmlConformance.h>
 #include <espalier/xml/XmlEntityHandling.h>
 #include <espalier/xml/XmlEntityLimits.h>
 #include <espalier/xml/XmlNsSupport.h>
 #include <espalier/xml/XmlSpace.h>
 #include <espalier/xml/XmlTextReader.h>
 
+#include "xml/AttributeLists.h"
 #include "xml/EntityTable.h"
 #include "xml/NameTable.h"
+#include "xml/SubsetParser.h"
 #include "xml/XmlScanner.h"
 
 #include <array>
@@ -55,6 +58,8 @@ struct XmlAttribute {
     char quote = '"';
     bool isRaw = false;            ///< white space in the value is still to be normalized
     bool holdsReferences = false;  ///< the value has references that were not replaced
+    bool isDefault = false;        ///< the document type supplies it
+    bool isTokens = false;         ///< its declared type is another than CDATA
     int rawIndex = 0;              ///< of the value as it is written, when it holds references
 };
 
@@ -68,11 +73,11 @@ struct ElementEntry {
 };
 
 /// The reader behind XmlTextReader: its fields, its state machine and its parsing.
-class ReaderCore {
+class ReaderCore : private SubsetHost {
 public:
     /// \param node the properties of the reader, which are filled for each node
     explicit ReaderCore(NodeView& node);
-    ~ReaderCore();
+    ~ReaderCore() override;
     ReaderCore(const ReaderCore&) = delete;
     ReaderCore& operator=(const ReaderCore&) = delete;
 
@@ -83,12 +88,14 @@ public:
     // State and settings.
     XmlTextReader::XmlReadStateEnum readState = XmlTextReader::Closed;
     bool namespaces = true;
-    bool normalization = false;
     XmlTextReader::XmlWsHandlingEnum whitespaceHandling = XmlTextReader::WsAll;
+    XmlConformance conformance;
     XmlEntityHandling entityHandling = XmlEntityHandling::ExpandCharEntities;
     XmlEntityLimits entityLimits;
     bool readsAnyVersion = false;  ///< whoever reads decides on the version of XML himself
 
+    bool Normalization() const { return normalization_; }
+    void SetNormalization(bool normalization);
     const char* EncodingName() const;
     Place NodePlace() const;
     const astring& Language() const;
@@ -104,6 +111,8 @@ public:
     const XmlAttribute& AttributeAt(int i) const {
         return attributes_[static_cast<std::size_t>(i)];
     }
+    /// Tells whether the document is read in standard mode.
+    bool IsStandard() const { return standard_; }
     bool IsOnElement() const {
         return node_.type == XmlNodeType::Element || node_.type == XmlNodeType::Attribute;
     }
@@ -171,8 +180,16 @@ private:
     Pass ParseXmlDecl();
     void ParseDeclarationPart();
     void HandleDeclarationPart(DeclarationPart part, const astring& value);
+    void ScanDeclarationValue(XmlAttribute& attribute);
     void SwitchEncoding(const astring& name);
     void ForgetNames();
+
+    // ReaderStandardProlog.cpp: the same by the standard.
+    Pass ParseStandardXmlDecl();
+    bool ParseStandardPart(DeclarationPart part, bool isSeparated);
+    void HandleStandardPart(DeclarationPart part, const astring& value);
+    void SettleStandardEncoding(bool isDeclared);
+    [[noreturn]] void ThrowInProlog(XmlToken token) const;
 
     // ReaderDoctype.cpp: the document type declaration.
     Pass ParseDoctype();
@@ -191,6 +208,14 @@ private:
     void ExpectDtdToken(XmlToken token, XmlToken expected) const;
     [[noreturn]] void ThrowUnexpected(XmlToken token) const;
     EntityRecord* Declare(EntityKind kind, std::string_view name, Place place);
+
+    // ReaderStandardDoctype.cpp: the document type declaration by the standard.
+    Pass ParseStandardDoctype();
+    void ParseStandardDoctypeParts(DeclarationScanner& parts);
+
+    // What the declarations of the internal subset ask for.
+    void AppendEntity(astring& value, std::string_view name) override;
+    void CountParameter(const EntityRecord& record) override;
 
     // ReaderContent.cpp: what stands inside of elements.
     Pass ParseBeginTag();
@@ -216,13 +241,29 @@ private:
     EntityRecord& FindEntity(std::string_view name) const;
     void Charge(EntityRecord& record);
     void CountExpanded(long long& sum, long long bytes, const EntityRecord& record);
+    bool IsAmplified(long long& sum, long long bytes) const;
     void CheckCycle(const EntityRecord& record) const;
     void PushEntity(EntityRecord& record);
+    void EnterText(EntityRecord* record, std::string_view text);
     void PopEntity();
     void PopEntitiesTo(int count);
-    void AppendExpansion(astring& text, std::string_view source);
-    void ExpandEntity(astring& text, EntityRecord& record);
+    /// Where an entity is expanded, which decides what its text may hold.
+    enum class Around : unsigned char { Text, Value };
+    void AppendExpansion(astring& text, std::string_view source, Around around);
+    EntityRecord* FindExpandable(std::string_view name, Around around);
+    void ExpandEntity(astring& text, EntityRecord& record, Around around);
     astring ExpandEntities(std::string_view text);
+
+    // ReaderStandardEntities.cpp: what the standard asks of references.
+    bool IsReadable(const EntityRecord* record, std::string_view name) const;
+    Reference TakeStandardReference(bool isPending);
+    Reference ReportReference(bool isPending);
+    void ProveContent(EntityRecord& record);
+    EntityRecord* FindMissing(std::string_view name);
+    void ProveMarkup(EntityRecord& record);
+    void RequireWholeElements() const;
+    void CheckEntityText(const EntityRecord& record, Around around) const;
+    void ExpandStandardReference(XmlAttribute& attribute);
 
     // ReaderParts.cpp: the value of an attribute, part by part, and the markup of whole elements.
     astring CaptureRest(bool withEndTag);
@@ -238,6 +279,7 @@ private:
     Pass ParseComment();
     Pass ParseCData();
     Pass ParsePI();
+    void RefuseTarget(const ScannedName& target) const;
     Pass ReportValue(XmlNodeType::XML_NODE_TYPE type);
     Pass ReportNamed(XmlNodeType::XML_NODE_TYPE type, std::string_view name);
 
@@ -253,6 +295,7 @@ private:
     // ReaderQuick.cpp: nodes that lie in the window and are made of the usual.
     template <Use kUse>
     bool ReadNode();
+    void ReadToTextEnd(int around);
     template <Use kUse>
     Quick ReadQuickly();
     template <Use kUse>
@@ -277,6 +320,8 @@ private:
     // ReaderElement.cpp: tags, elements and attributes.
     Pass ParseElement();
     void ScanElementCarefully(XmlName*& name, bool& isEmpty);
+    void RequireAttributeOrEnd(bool isSeparated);
+    void ScanEquals();
     void SetAttributeValues(Place place);
     void ExpandLiteral(XmlAttribute& attribute);
     void KeepRawValue(XmlAttribute& attribute);
@@ -299,12 +344,25 @@ private:
     void ForgetAttributes();
     void ResetAttributes();
     Place PlaceOf(const XmlAttribute& attribute) const;
-    static const astring& NormalizedValue(XmlAttribute& attribute);
+    const astring& NormalizedValue(XmlAttribute& attribute) const;
     static void NormalizeLineEnds(astring& value, bool isAttribute);
+    static void NormalizeBlanks(astring& value, std::size_t from);
+
+    // ReaderStandardElement.cpp: attribute lists and the constraints of namespaces.
+    void ApplyAttributeLists(const XmlName& element);
+    void SupplyAttribute(const AttributeDeclaration& declaration);
+    void CheckDeclaration(const XmlAttribute& attribute, std::string_view prefix,
+                          std::string_view uri) const;
+    void CheckElementPrefix(const XmlName& name, const astring& uri) const;
+    [[noreturn]] void ThrowAt(const XmlAttribute& attribute, const char* message,
+                              std::string_view argument) const;
 
     // ReaderNamespaces.cpp: declarations, duplicates and lookup by name.
     void DeclareNamespaces();
+    bool DeclareNamespace(const XmlAttribute& attribute, std::string_view prefix,
+                          const astring& uri);
     astring ExpandedValue(const XmlAttribute& attribute);
+    astring ValueInForce(XmlAttribute& attribute);
     void ResolveAttributes();
     const astring* UriOf(XmlName& prefix);
     void CheckExpandedDuplicates();
@@ -375,7 +433,13 @@ private:
     bool namesOfUnicode_ = false;  // some are names by those of the others
     XmlName noPrefix_;             // remembers the default namespace as names do their prefix
 
+    // Which values are normalized when they are asked for.
+    bool normalization_ = false;  // the setting
+    bool normalizesTexts_ = false;
+    bool normalizesValues_ = false;
+
     // The state machine.
+    bool standard_ = false;  // the document is judged by the standard
     ParseState parseState_ = ParseState::PsClosed;
     bool contentSeen_ = false;  // anything has been read, so a declaration comes too late
     bool doctypeSeen_ = false;
@@ -385,10 +449,16 @@ private:
     // References. The chain holds what the scanner's pushed texts are: entities, or null for the
     // value of an attribute, which is below those that its references push.
     std::unique_ptr<EntityTable> entities_;  // null without a declaration
+    DoctypeFacts doctype_;
+    std::unique_ptr<AttributeLists> attributeLists_;  // null without a declaration that matters
+    EntityRecord missing_;  // for the entity that is not declared and was resolved last
     std::vector<EntityRecord*> entityChain_;
+    std::vector<int> floors_;  // of the texts below those that are pushed
+    int floor_ = 0;            // the elements that were open where the text pushed last began
     std::vector<std::string_view> waitingTexts_;  // around the text that is being expanded
     long long expandedBytes_ = 0;                 // what the references lead to
     long long pushedBytes_ = 0;                   // what has been put into the scanner
+    long long suppliedBytes_ = 0;                 // of the attributes that the type supplied
     astring referenceName_;                       // of the general reference that was scanned last
     Place referencePlace_{0, 0};                  // while it is pending
 
@@ -404,104 +474,6 @@ private:
     astring digits_;  // of the character reference that is being scanned
 };
 
-// What every node goes through is inline.
-
-// Makes value_ the current node, without a name, at the place that was marked.
-inline ReaderCore::Pass ReaderCore::ReportValue(XmlNodeType::XML_NODE_TYPE type) {
-    node_.type = type;
-    node_.depth = Depth() + 1;
-    node_.charsRead = 0;
-    node_.name = &noName_;
-    node_.namespaceUri = &empty_;
-    node_.value = &value_;
-    node_.isRaw = normalization;
-    return Pass::Node;
-}
-
-// Makes the properties those of the element on top.
-inline void ReaderCore::ShowElement() {
-    node_.type = XmlNodeType::Element;
-    node_.depth = Depth();
-    node_.charsRead = 0;
-    node_.name = Top().name;
-    node_.namespaceUri = Top().uri;
-    node_.value = &noValue_;
-    node_.isRaw = false;
-}
-
-inline XmlSpace ReaderCore::Space() const {
-    return elements_.empty() ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
-}
-
-// Returns as what white space is reported here; None when it is not.
-inline XmlNodeType::XML_NODE_TYPE ReaderCore::WhitespaceType() const {
-    if (whitespaceHandling == XmlTextReader::WsNone) return XmlNodeType::None;
-    if (Space() == XmlSpace::SpacePreserve) return XmlNodeType::SignificantWhitespace;
-    return whitespaceHandling == XmlTextReader::WsAll ? XmlNodeType::Whitespace : XmlNodeType::None;
-}
-
-inline void ReaderCore::PopElement() {
-    if (Top().ownsLanguage) --languageCount_;
-    elements_.pop_back();
-    if (namespaces) nsSupport_.PopContext();
-    parseState_ = elements_.empty() ? ParseState::PsProlog : ParseState::PsContent;
-}
-
-// Makes the end of the element on top the current node and closes it.
-inline void ReaderCore::FinishEndElement() {
-    ShowElement();
-    node_.type = XmlNodeType::EndElement;
-    node_.isEmptyElement = false;
-    PopElement();
-}
-
-// Returns the object for the next attribute, with all but its value, quote and place filled.
-inline XmlAttribute& ReaderCore::AddAttribute(XmlName& name) {
-    if (static_cast<std::size_t>(attributeCount_) == attributes_.size()) attributes_.emplace_back();
-    XmlAttribute& attribute = attributes_[static_cast<std::size_t>(attributeCount_)];
-    attribute.name = &name;
-    attribute.uri = &empty_;
-    attribute.isRaw = normalization;
-    attribute.holdsReferences = false;
-    const bool isDuplicate = name.usedBy == elementSerial_;
-    name.usedBy = elementSerial_;
-    if (name.isUnusual || isDuplicate) NoteUnusual(name, isDuplicate);
-    ++attributeCount_;
-    return attribute;
-}
-
-inline void ReaderCore::ForgetAttributes() {
-    if (attributeCount_ > 0) ResetAttributes();
-}
-
-// Returns what a prefix is bound to, from the name itself while no declaration has changed.
-inline const astring* ReaderCore::UriOf(XmlName& prefix) {
-    const unsigned long generation = nsSupport_.Generation();
-    if (prefix.generation != generation) {
-        prefix.uri = &nsSupport_.GetURI(prefix.qualified);
-        prefix.generation = generation;
-    }
-    return prefix.uri;
-}
-
-// Opens the element whose tag has been scanned and makes it the current node.
-inline void ReaderCore::FinishElement(XmlName& name, bool isEmpty) {
-    attributeIndex_ = 0;
-    // What is inherited is copied one by one: a copy of the whole entry would wait for the entry
-    // to be written, when it is that of the last start tag.
-    const bool isRoot = elements_.empty();
-    const astring* const language = isRoot ? &empty_ : Top().language;
-    const XmlSpace space = isRoot ? XmlSpace(XmlSpace::SpaceNone) : Top().space;
-    elements_.push_back({&name, &empty_, language, space, false});
-    if (namespaces) {
-        nsSupport_.PushContext();
-        if ((asks_ & AsksDeclaration) != 0) DeclareNamespaces();
-        elements_.back().uri = UriOf(name.prefixName != nullptr ? *name.prefixName : noPrefix_);
-    }
-    if (asks_ != 0) GrantUnusual();
-    ShowElement();
-    node_.isEmptyElement = isEmpty;
-    parseState_ = isEmpty ? ParseState::PsEmptyEnd : ParseState::PsContent;
-}
-
 }  // namespace Xml::detail
+
+#include "xml/ReaderInline.h"  // what every node goes through

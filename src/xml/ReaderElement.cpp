@@ -8,6 +8,7 @@
 
 #include "xml/Messages.h"
 #include "xml/ReaderCore.h"
+#include "xml/StandardMessages.h"
 
 #include <algorithm>  // std::any_of
 
@@ -41,7 +42,10 @@ bool IsLanguage(std::string_view language) {
 
 // Parses a start tag, with the position at its name.
 ReaderCore::Pass ReaderCore::ParseElement() {
-    if (Depth() == 0) ++rootCount_;
+    if (Depth() == 0) {
+        if (standard_ && rootCount_ > 0) scanner_.Throw(Message::kSecondRoot);
+        ++rootCount_;
+    }
     contentSeen_ = true;
     XmlName* name = nullptr;
     bool isEmpty = false;
@@ -85,7 +89,13 @@ ReaderCore::Pass ReaderCore::ParseEndTag() {
 
 void ReaderCore::ScanEndTagCarefully(const XmlName* open) {
     const ScannedName& name = scanner_.ScanName();
-    if (name.token != XmlToken::NAME) scanner_.Throw(Message::kUnexpectedToken);
+    if (standard_ && name.token == XmlToken::ENDOFFILE) scanner_.Throw(Message::kUnexpectedEof);
+    if (name.token != XmlToken::NAME) {
+        scanner_.Throw(standard_ ? Message::kExpectedEndTagName : Message::kUnexpectedToken);
+    }
+    if (open != nullptr && Depth() == floor_) {
+        scanner_.Throw(Message::kEndTagOfOuterElement, name.text);
+    }
     if (open == nullptr || name.text != open->qualified) {
         const astring argument = "</" + astring(name.text) + ">";
         if (open == nullptr) scanner_.Throw(Message::kUnexpectedEndTag, argument);
@@ -94,7 +104,10 @@ void ReaderCore::ScanEndTagCarefully(const XmlName* open) {
         const Place place = scanner_.CurrentPlace();
         Exception::ThrowException(message, argument, place.line, place.column);
     }
-    if (scanner_.NextMarkupToken() != XmlToken::TAGEND) {
+    if (standard_) {
+        scanner_.SkipWhitespace();
+        if (!scanner_.Accept(">")) scanner_.Throw(Message::kExpectedEndTagEnd);
+    } else if (scanner_.NextMarkupToken() != XmlToken::TAGEND) {
         scanner_.Throw(Message::kUnexpectedToken);
     }
 }
@@ -103,11 +116,14 @@ void ReaderCore::ScanEndTagCarefully(const XmlName* open) {
 
 void ReaderCore::ScanElementCarefully(XmlName*& name, bool& isEmpty) {
     const ScannedName& scanned = scanner_.ScanName();
-    if (scanned.token != XmlToken::NAME) scanner_.Throw(Message::kUnexpectedToken);
+    if (scanned.token != XmlToken::NAME) {
+        scanner_.Throw(standard_ ? Message::kUnexpectedEof : Message::kUnexpectedToken);
+    }
     name = InternName(scanned.text, scanned.colon);
     for (;;) {
-        scanner_.SkipWhitespace();
+        const bool isSeparated = scanner_.SkipWhitespace();
         const Place place = scanner_.SettledPlace();
+        if (standard_) RequireAttributeOrEnd(isSeparated);
         switch (scanner_.NextMarkupToken()) {
         case XmlToken::TAGEND: isEmpty = false; return;
         case XmlToken::EMPTYTAGEND: isEmpty = true; return;
@@ -119,18 +135,44 @@ void ReaderCore::ScanElementCarefully(XmlName*& name, bool& isEmpty) {
     }
 }
 
+// [40] STag ::= '<' Name (S Attribute)* S? '>'
+void ReaderCore::RequireAttributeOrEnd(bool isSeparated) {
+    if (scanner_.AtEnd()) scanner_.Throw(Message::kUnexpectedEof);
+    const unsigned char c = *scanner_.Position();
+    if (c == '>' || scanner_.LookingAt("/>")) return;
+    if (scanner_.Accept("/")) {
+        scanner_.Throw(scanner_.AtEnd() ? Message::kUnexpectedEof : Message::kExpectedTagEnd);
+    }
+    if (!scanner_.StartsName(scanner_.Position())) scanner_.Throw(Message::kExpectedTagEnd);
+    if (!isSeparated) scanner_.Throw(Message::kExpectedSpaceBeforeAttribute);
+}
+
+// Scans "=" and the quotation mark that opens the value.
+void ReaderCore::ScanEquals() {
+    if (standard_) {
+        scanner_.SkipWhitespace();
+        if (!scanner_.Accept("=")) scanner_.Throw(Message::kExpectedEquals);
+        scanner_.SkipWhitespace();
+        if (!scanner_.LookingAt("\"") && !scanner_.LookingAt("'")) {
+            scanner_.Throw(Message::kExpectedAttributeValue);
+        }
+        scanner_.NextMarkupToken();
+    } else if (scanner_.NextMarkupToken() != XmlToken::EQUALS ||
+               scanner_.NextMarkupToken() != XmlToken::QUOTE) {
+        scanner_.Throw(Message::kUnexpectedToken);
+    }
+}
+
 // Parses an attribute at `place` behind its name.
 void ReaderCore::SetAttributeValues(Place place) {
     XmlName& name = *InternName(scanner_.Name().text, scanner_.Name().colon);
     XmlAttribute& attribute = AddAttribute(name);
     attribute.place = place;
     attribute.hasPlace = true;
-    if (scanner_.NextMarkupToken() != XmlToken::EQUALS ||
-        scanner_.NextMarkupToken() != XmlToken::QUOTE) {
-        scanner_.Throw(Message::kUnexpectedToken);
-    }
+    ScanEquals();
     attribute.quote = scanner_.QuoteChar();
     ExpandLiteral(attribute);
+    if (standard_) return;
     const char* const error = SpecialAttributeError(name.meaning, attribute.value);
     if (error != nullptr) scanner_.Throw(error);
 }
@@ -139,6 +181,7 @@ void ReaderCore::SetAttributeValues(Place place) {
 // written is kept beside what it means.
 void ReaderCore::ExpandLiteral(XmlAttribute& attribute) {
     attribute.value.clear();
+    attribute.isRaw = attribute.isRaw && !standard_;  // the standard tells blanks from references
     bool hasReference = false;
     for (;;) {
         const std::size_t before = attribute.value.length();
@@ -146,6 +189,7 @@ void ReaderCore::ExpandLiteral(XmlAttribute& attribute) {
         switch (token) {
         case XmlToken::TEXT:
             if (hasReference) rawValue_ += attribute.value.view().substr(before);
+            if (standard_) NormalizeBlanks(attribute.value, before);
             break;
         case XmlToken::CHARREF:
         case XmlToken::ENTITYREF:
@@ -156,7 +200,9 @@ void ReaderCore::ExpandLiteral(XmlAttribute& attribute) {
         case XmlToken::ENDQUOTE:
             if (attribute.holdsReferences) KeepRawValue(attribute);
             return;
-        default: scanner_.Throw(Message::kMissingCloseQuote);
+        case XmlToken::NONE:
+            scanner_.Throw(standard_ ? Message::kLessInValue : Message::kMissingCloseQuote);
+        default: scanner_.Throw(standard_ ? Message::kEofInValue : Message::kMissingCloseQuote);
         }
     }
 }
@@ -173,10 +219,12 @@ void ReaderCore::ExpandReference(XmlAttribute& attribute, XmlToken token) {
         const bool isKept =
             token == XmlToken::CHARREF && entityHandling == XmlEntityHandling::ExpandNothing;
         attribute.holdsReferences = attribute.holdsReferences || isKept;
+    } else if (standard_) {
+        ExpandStandardReference(attribute);
     } else if (entityHandling == XmlEntityHandling::ExpandEntities) {
         EntityRecord& record = FindEntity(referenceName_);
         Charge(record);
-        ExpandEntity(attribute.value, record);
+        ExpandEntity(attribute.value, record, Around::Value);
     } else {
         AppendReference(attribute.value, "&", referenceName_);
         attribute.holdsReferences = true;
@@ -194,16 +242,23 @@ const char* ReaderCore::SpecialAttributeError(NameMeaning meaning, std::string_v
     return nullptr;
 }
 
+// Returns what the value means, whatever is left of its references.
+astring ReaderCore::ValueInForce(XmlAttribute& attribute) {
+    if (!standard_) return attribute.value;
+    return attribute.holdsReferences ? ExpandedValue(attribute) : NormalizedValue(attribute);
+}
+
 // Puts the values of xml:space and xml:lang in force for the element on top.
 void ReaderCore::ApplySpecialAttributes() {
     ElementEntry& entry = elements_.back();
-    for (const XmlAttribute& attribute : Attributes()) {
+    for (XmlAttribute& attribute : Attributes()) {
         if (attribute.name->meaning == NameMeaning::Space) {
-            entry.space =
-                attribute.value == "default" ? XmlSpace::SpaceDefault : XmlSpace::SpacePreserve;
+            const astring value = ValueInForce(attribute);
+            if (value == "default") entry.space = XmlSpace::SpaceDefault;
+            if (value == "preserve") entry.space = XmlSpace::SpacePreserve;
         } else if (attribute.name->meaning == NameMeaning::Language && !entry.ownsLanguage) {
             if (languageCount_ == languages_.size()) languages_.emplace_back();
-            languages_[languageCount_] = attribute.value;
+            languages_[languageCount_] = ValueInForce(attribute);
             entry.language = &languages_[languageCount_++];
             entry.ownsLanguage = true;
         }

@@ -11,6 +11,9 @@
 
 #include "xml/Messages.h"
 #include "xml/ReaderCore.h"
+#include "xml/RunScan.h"
+#include "xml/StandardMessages.h"
+#include "xml/StandardNames.h"
 #include "xml/Utf8Append.h"
 #include "xml/XmlCharacters.h"
 
@@ -28,11 +31,7 @@ ReaderCore::Reference ReaderCore::TakeReference(bool isPending) {
     case XmlEntityHandling::ExpandNothing:
         AppendReference(value_, "&", referenceName_);
         return Reference::Taken;
-    case XmlEntityHandling::ExpandCharEntities:
-        if (!value_.empty()) return Reference::Waits;
-        scanner_.MarkNodeAt(isPending ? referencePlace_ : ReferencePlace());
-        ReportNamed(XmlNodeType::EntityReference, referenceName_);
-        return Reference::Reported;
+    case XmlEntityHandling::ExpandCharEntities: return ReportReference(isPending);
     default: break;
     }
     EntityRecord& record = FindEntity(referenceName_);
@@ -43,12 +42,20 @@ ReaderCore::Reference ReaderCore::TakeReference(bool isPending) {
         PushEntity(record);
         return Reference::Pushed;
     }
-    ExpandEntity(value_, record);
+    ExpandEntity(value_, record, Around::Text);
     return Reference::Taken;
+}
+
+ReaderCore::Reference ReaderCore::ReportReference(bool isPending) {
+    if (!value_.empty()) return Reference::Waits;
+    scanner_.MarkNodeAt(isPending ? referencePlace_ : ReferencePlace());
+    ReportNamed(XmlNodeType::EntityReference, referenceName_);
+    return Reference::Reported;
 }
 
 ReaderCore::Pass ReaderCore::ReportEntityEnd() {
     const astring& name = entityChain_.back()->name;
+    if (standard_) RequireWholeElements();
     PopEntity();
     value_.clear();
     return ReportNamed(XmlNodeType::EndEntity, name);
@@ -59,7 +66,8 @@ void ReaderCore::ResolveEntity() {
         Exception::ThrowException(Message::kInvalidOperation, "ResolveEntity", -1, -1);
     }
     try {
-        EntityRecord& record = FindEntity(ownName_.qualified);
+        EntityRecord* const missing = standard_ ? FindMissing(ownName_.qualified) : nullptr;
+        EntityRecord& record = missing != nullptr ? *missing : FindEntity(ownName_.qualified);
         Charge(record);
         PushEntity(record);
     } catch (...) {
@@ -82,6 +90,11 @@ void ReaderCore::Charge(EntityRecord& record) {
     const EntityRecord& measured = entities_->Measure(record);
     const bool isInValue = entityChain_.size() == 1 && entityChain_[0] == nullptr;
     if (!entityChain_.empty() && !isInValue) return;
+    // What is measured anew, because more has been declared since, must not go on for ever.
+    long long work = 0;
+    if (standard_ && IsAmplified(work, entities_->MeasuredBytes())) {
+        scanner_.Throw(Message::kExpansionLimit, record.name);
+    }
     if (measured.nesting > entityLimits.nesting) {
         scanner_.Throw(Message::kNestingLimit, record.name);
     }
@@ -90,14 +103,17 @@ void ReaderCore::Charge(EntityRecord& record) {
 
 // Adds to one of the sums that the limit on expanded bytes holds for.
 void ReaderCore::CountExpanded(long long& sum, long long bytes, const EntityRecord& record) {
+    if (IsAmplified(sum, bytes)) scanner_.Throw(Message::kExpansionLimit, record.name);
+}
+
+// Returns whether the sum passes the limit with the bytes that are added.
+bool ReaderCore::IsAmplified(long long& sum, long long bytes) const {
     constexpr long long kMost = std::numeric_limits<long long>::max() / 2;
     sum = std::min(kMost, sum + bytes);
-    if (sum <= entityLimits.expandedBytes) return;
+    if (sum <= entityLimits.expandedBytes) return false;
     const long long input = scanner_.BytesRead();
     const long long factor = entityLimits.amplification;
-    const bool isAmplified =
-        factor <= 0 || sum / factor > input || (sum / factor == input && sum % factor != 0);
-    if (isAmplified) scanner_.Throw(Message::kExpansionLimit, record.name);
+    return factor <= 0 || sum / factor > input || (sum / factor == input && sum % factor != 0);
 }
 
 // The place in the message is that of the entity in whose text the reference stands.
@@ -117,9 +133,16 @@ void ReaderCore::CheckCycle(const EntityRecord& record) const {
 void ReaderCore::PushEntity(EntityRecord& record) {
     CheckCycle(record);
     CountExpanded(pushedBytes_, static_cast<long long>(record.text.length()), record);
-    entityChain_.push_back(&record);
-    scanner_.PushString(record.text);
+    EnterText(&record, record.text);
     record.inUse = true;
+}
+
+// Goes on in the text of an entity, or of a value without one.
+void ReaderCore::EnterText(EntityRecord* record, std::string_view text) {
+    entityChain_.push_back(record);
+    floors_.push_back(floor_);
+    scanner_.PushString(text);
+    if (standard_) floor_ = Depth();
 }
 
 void ReaderCore::PopEntity() {
@@ -127,6 +150,8 @@ void ReaderCore::PopEntity() {
     EntityRecord* const record = entityChain_.back();
     if (record != nullptr) record->inUse = false;
     entityChain_.pop_back();
+    floor_ = floors_.back();
+    floors_.pop_back();
 }
 
 void ReaderCore::PopEntitiesTo(int count) {
@@ -162,24 +187,35 @@ int CodeOf(std::string_view digits) {
     return IsXmlCharacter(code) ? code : -1;
 }
 
+// Returns whether a character may stand in a name, or begin one.
+bool IsNameCharacter(std::string_view character, bool isFirst, bool isStandard) {
+    const auto* const at = reinterpret_cast<const unsigned char*>(character.data());
+    if (isStandard && *at >= 0x80) {
+        const int length = SequenceLength(at, at + character.size());
+        if (length <= 0) return false;
+        const int code = utf8::Combine(at, length);
+        return isFirst ? StartsStandardName(code) : IsInStandardName(code);
+    }
+    return isFirst ? XmlTextReader::IsName(character, true) : XmlTextReader::IsNameToken(character);
+}
+
 // Returns the length of the name that `text` starts with.
-std::size_t NameLength(std::string_view text) {
+std::size_t NameLength(std::string_view text, bool isStandard) {
     std::size_t length = 0;
     while (length < text.size()) {
         std::size_t next = length + 1;
         while (next < text.size() && utf8::IsContinuation(static_cast<unsigned char>(text[next])))
             ++next;
         const std::string_view character = text.substr(length, next - length);
-        const bool fits = length == 0 ? XmlTextReader::IsName(character, true)
-                                      : XmlTextReader::IsNameToken(character);
-        if (!fits) break;
+        if (!IsNameCharacter(character, length == 0, isStandard)) break;
         length = next;
     }
     return length;
 }
 
 // Reads the reference that `text` starts with. Errors have the scanner's place.
-StoredReference ReadStoredReference(const XmlScanner& scanner, std::string_view text) {
+StoredReference ReadStoredReference(const XmlScanner& scanner, std::string_view text,
+                                    bool isStandard) {
     StoredReference reference;
     if (text.substr(1, 1) == "#") {
         const std::size_t end = text.find(';');
@@ -188,10 +224,12 @@ StoredReference ReadStoredReference(const XmlScanner& scanner, std::string_view 
         reference.length = end + 1;
         return reference;
     }
-    reference.name = text.substr(1, NameLength(text.substr(1)));
-    if (reference.name.empty()) scanner.Throw(Message::kBadName);
+    reference.name = text.substr(1, NameLength(text.substr(1), isStandard));
+    if (reference.name.empty()) {
+        scanner.Throw(isStandard ? Message::kExpectedEntityName : Message::kBadName);
+    }
     if (text.substr(1 + reference.name.size(), 1) != ";") {
-        scanner.Throw(Message::kInvalidNamedEntity);
+        scanner.Throw(isStandard ? Message::kExpectedSemicolon : Message::kInvalidNamedEntity);
     }
     reference.code = PredefinedCharacter(reference.name);
     reference.length = reference.name.size() + 2;
@@ -202,13 +240,15 @@ StoredReference ReadStoredReference(const XmlScanner& scanner, std::string_view 
 
 // Appends `source` with all references replaced, those in the texts of entities too. The chain says
 // which entities these are; on top of it stands the one whose text `source` is, if any.
-void ReaderCore::AppendExpansion(astring& text, std::string_view source) {
+void ReaderCore::AppendExpansion(astring& text, std::string_view source, Around around) {
     const std::size_t outer = entityChain_.size();
     std::vector<std::string_view>& waiting = waitingTexts_;
     waiting.clear();
     for (;;) {
         const std::size_t at = std::min(source.find('&'), source.size());
+        const std::size_t before = text.length();
         text.append(source.substr(0, at));
+        if (standard_ && around == Around::Value) NormalizeBlanks(text, before);
         source.remove_prefix(at);
         if (source.empty()) {
             if (waiting.empty()) return;
@@ -218,35 +258,37 @@ void ReaderCore::AppendExpansion(astring& text, std::string_view source) {
             entityChain_.pop_back();
             continue;
         }
-        const StoredReference reference = ReadStoredReference(scanner_, source);
+        const StoredReference reference = ReadStoredReference(scanner_, source, standard_);
         source.remove_prefix(reference.length);
         if (reference.code != 0) {
             AppendUtf8(text, reference.code);
             continue;
         }
-        EntityRecord& record = FindEntity(reference.name);
-        if (entityChain_.size() == outer) Charge(record);
-        CheckCycle(record);
+        EntityRecord* const record =
+            standard_ ? FindExpandable(reference.name, around) : &FindEntity(reference.name);
+        if (record == nullptr) continue;
+        if (entityChain_.size() == outer) Charge(*record);
+        CheckCycle(*record);
         waiting.push_back(source);
-        entityChain_.push_back(&record);
-        record.inUse = true;
-        source = record.text;
+        entityChain_.push_back(record);
+        record->inUse = true;
+        source = record->text;
     }
 }
 
 // Appends what a reference to the entity stands for.
-void ReaderCore::ExpandEntity(astring& text, EntityRecord& record) {
+void ReaderCore::ExpandEntity(astring& text, EntityRecord& record, Around around) {
     CheckCycle(record);
     entityChain_.push_back(&record);
     record.inUse = true;
-    AppendExpansion(text, record.text);
+    AppendExpansion(text, record.text, around);
     record.inUse = false;
     entityChain_.pop_back();
 }
 
 astring ReaderCore::ExpandEntities(std::string_view text) {
     astring expanded;
-    AppendExpansion(expanded, text);
+    AppendExpansion(expanded, text, Around::Value);
     return expanded;
 }
 

@@ -2,11 +2,10 @@
 
 // Namespaces of elements and attributes: declarations, duplicates, and lookup by name.
 
-#include <espalier/io/Exception.h>
-
 #include "xml/Messages.h"
 #include "xml/ReaderCore.h"
 #include "xml/SeededHash.h"
+#include "xml/StandardMessages.h"
 
 #include <algorithm>  // std::sort, std::max
 #include <new>        // std::bad_alloc
@@ -19,17 +18,25 @@ void ReaderCore::DeclareNamespaces() {
         if (meaning != NameMeaning::DefaultNamespace && meaning != NameMeaning::Namespace) continue;
         const std::string_view prefix =
             meaning == NameMeaning::Namespace ? attribute.name->local.view() : std::string_view();
-        const bool isDeclared = attribute.holdsReferences
-                                    ? nsSupport_.DeclarePrefix(prefix, ExpandedValue(attribute))
-                                    : nsSupport_.DeclarePrefix(prefix, NormalizedValue(attribute));
+        const bool isDeclared =
+            attribute.holdsReferences
+                ? DeclareNamespace(attribute, prefix, ExpandedValue(attribute))
+                : DeclareNamespace(attribute, prefix, NormalizedValue(attribute));
         if (!isDeclared) throw std::bad_alloc();
     }
+}
+
+bool ReaderCore::DeclareNamespace(const XmlAttribute& attribute, std::string_view prefix,
+                                  const astring& uri) {
+    if (standard_) CheckDeclaration(attribute, prefix, uri);
+    return nsSupport_.DeclarePrefix(prefix, uri) != nullptr;
 }
 
 // The URI of a declaration whose value holds references.
 astring ReaderCore::ExpandedValue(const XmlAttribute& attribute) {
     astring value = ExpandEntities(RawValue(attribute));
-    if (normalization) NormalizeLineEnds(value, true);
+    if (normalization_ && !standard_) NormalizeLineEnds(value, true);
+    if (attribute.isTokens) TrimTokens(value);
     return value;
 }
 
@@ -38,6 +45,9 @@ void ReaderCore::ResolveAttributes() {
         const XmlName& name = *attribute.name;
         if (name.prefixName == nullptr || name.meaning == NameMeaning::Namespace) continue;
         attribute.uri = UriOf(*name.prefixName);
+        if (standard_ && attribute.uri->empty()) {
+            ThrowAt(attribute, Message::kUndeclaredPrefix, name.qualified);
+        }
     }
 }
 
@@ -82,8 +92,8 @@ void ReaderCore::CheckExpandedDuplicates() {
 }
 
 void ReaderCore::ThrowDuplicate(const XmlAttribute& attribute) const {
-    const Place place = PlaceOf(attribute);
-    Exception::ThrowException(Message::kDuplicateAttribute, astring(), place.line, place.column);
+    ThrowAt(attribute, Message::kDuplicateAttribute,
+            standard_ ? attribute.name->qualified.view() : std::string_view());
 }
 
 // Lookup by name.

@@ -35,8 +35,7 @@ void ReaderCore::EnterValue() {
     partWaits_ = false;
     if (attribute.holdsReferences) {
         if (!attribute.hasPlace) KeepPlaces();
-        entityChain_.push_back(nullptr);
-        scanner_.PushString(RawValue(attribute));
+        EnterText(nullptr, RawValue(attribute));
     } else {
         value_ = NormalizedValue(attribute);
     }
@@ -68,7 +67,9 @@ bool ReaderCore::NextPart() {
         return ReportPart(XmlNodeType::EntityReference, referenceName_);
     }
     for (;;) {
+        const std::size_t before = value_.length();
         const XmlToken token = scanner_.ScanValuePart(value_);
+        if (standard_) NormalizeBlanks(value_, before);
         if (token == XmlToken::TEXT) continue;
         const bool isReference = token == XmlToken::CHARREF || token == XmlToken::ENTITYREF;
         if (isReference && ReplaceReference(token, value_, nullptr)) continue;

@@ -20,6 +20,7 @@ ReaderCore::Pass ReaderCore::ParseRoot() {
     case XmlToken::ENDENTITY: return ReportEntityEnd();
     default: break;
     }
+    if (standard_) ThrowInProlog(token);
     scanner_.Throw(Message::kUnexpectedToken,
                    token == XmlToken::TEXT ? value_.view() : scanner_.TokenText());
 }
@@ -66,6 +67,12 @@ void ReaderCore::ParseDeclarationPart() {
         scanner_.NextMarkupToken() != XmlToken::QUOTE) {
         scanner_.Throw(Message::kUnexpectedToken);
     }
+    ScanDeclarationValue(attribute);
+    HandleDeclarationPart(part, attribute.value);
+}
+
+// Scans a value behind its quotation mark.
+void ReaderCore::ScanDeclarationValue(XmlAttribute& attribute) {
     attribute.place = scanner_.NodePlace();  // the parts are not visited one by one
     attribute.hasPlace = true;
     attribute.quote = scanner_.QuoteChar();
@@ -75,7 +82,6 @@ void ReaderCore::ParseDeclarationPart() {
         scanner_.ScanValue(attribute.value) != XmlToken::ENDQUOTE) {
         scanner_.Throw(Message::kUnexpectedToken);
     }
-    HandleDeclarationPart(part, attribute.value);
 }
 
 void ReaderCore::HandleDeclarationPart(DeclarationPart part, const astring& value) {

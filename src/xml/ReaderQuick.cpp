@@ -180,6 +180,7 @@ inline const unsigned char* ReaderCore::ScanNameQuickly(const unsigned char* at,
 }
 
 [[gnu::always_inline]] inline ReaderCore::Quick ReaderCore::ReadEndTagQuickly() {
+    if (Depth() == floor_) return Quick::NeedsCare;
     const XmlName& name = *Top().name;
     const unsigned char* const begin = scanner_.Position() + 2;
     const std::size_t length = name.qualified.length();
@@ -211,9 +212,11 @@ ReaderCore::Quick ReaderCore::ReadStartTagQuickly() {
     bool isEmpty = false;
     for (;;) {
         if (*at != '>') {
+            const unsigned char* const behind = at;
             at = SkipBlanks(at);
             if (*at != '>' && *at != '/') {
-                const Quick result = ScanAttributeQuickly<kUse>(at);
+                const bool isJoined = at == behind && standard_ && *at != 0;
+                const Quick result = isJoined ? Quick::NeedsCare : ScanAttributeQuickly<kUse>(at);
                 if (result == Quick::Done) continue;
                 scanner_.Places().ForgetColonsFrom(begin);
                 ForgetAttributes();
@@ -253,7 +256,17 @@ ReaderCore::Quick ReaderCore::ScanAttributeQuickly(const unsigned char*& at) {
     const unsigned char quote = *end;
     if (quote != '"' && quote != '\'') return failure(end);
     const unsigned char* const value = end + 1;
-    end = quote == '"' ? scanner_.Find<'"', '<', '&'>(value) : scanner_.Find<'\'', '<', '&'>(value);
+    bool hasBlank = false;
+    const auto find = [this, quote, &hasBlank](const unsigned char* from) {
+        const bool isDouble = quote == '"';
+        const unsigned char* const stop = isDouble
+                                              ? scanner_.Find<'"', '<', '&', Blanks::Stop>(from)
+                                              : scanner_.Find<'\'', '<', '&', Blanks::Stop>(from);
+        if (!IsLineBlank(*stop)) return stop;
+        hasBlank = true;
+        return isDouble ? scanner_.Find<'"', '<', '&'>(stop) : scanner_.Find<'\'', '<', '&'>(stop);
+    };
+    end = find(value);
     if (*end != quote && *end != '&') return failure(end);
     XmlAttribute& attribute = AddAttribute(*name);
     attribute.at = begin;
@@ -270,13 +283,19 @@ ReaderCore::Quick ReaderCore::ScanAttributeQuickly(const unsigned char*& at) {
     }
     while (*end == '&') {
         if (!AppendReferenceQuickly(attribute.value, end)) return WhyNoReference(end);
+        if (IsLineBlank(static_cast<unsigned char>(attribute.value.view().back()))) {
+            // The standard tells it from one that becomes a space.
+            if (standard_) return Quick::NeedsCare;
+            hasBlank = true;
+        }
         const unsigned char* const from = end;
-        end =
-            quote == '"' ? scanner_.Find<'"', '<', '&'>(from) : scanner_.Find<'\'', '<', '&'>(from);
+        end = find(from);
         attribute.value.append(Chars(from), Distance(from, end));
     }
+    // A value without tabs and line ends is normalized as it is.
+    attribute.isRaw = attribute.isRaw && hasBlank;
     if (*end != quote) return failure(end);
-    if (name->meaning != NameMeaning::Ordinary &&
+    if (name->meaning != NameMeaning::Ordinary && !standard_ &&
         SpecialAttributeError(name->meaning, attribute.value) != nullptr) {
         return Quick::NeedsCare;
     }
@@ -290,6 +309,7 @@ const unsigned char* ReaderCore::ScanNewName(const unsigned char* at, XmlName*& 
     const unsigned char* end = scanner_.SkipNameCharacters(at);
     if (*end == ':' && namespaces) {
         colon = static_cast<int>(end - at);
+        if (standard_ && !scanner_.StartsName(end + 1)) return nullptr;
         end = scanner_.SkipNameCharacters(end + 1);
         if (*end == ':') return nullptr;
     }
@@ -331,6 +351,12 @@ void ReaderCore::ReadToEndTag() {
     const int depth = Depth();
     while (ReadNode<Use::Pass>() && Depth() >= depth) {
     }
+}
+
+// Reads until only the first `around` of the texts that are pushed are left.
+void ReaderCore::ReadToTextEnd(int around) {
+    while (scanner_.PushedCount() > around)
+        ReadNode<Use::Pass>();
 }
 
 // Says what to do where no name that could be taken quickly stands at `at`. More input is asked for

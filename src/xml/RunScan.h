@@ -41,13 +41,17 @@ constexpr bool IsForbiddenControl(unsigned char byte) {
     return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
 }
 
+/// What a scan does at tabs and line ends.
+enum class Blanks : unsigned char { Pass, Stop };
+
 /// The bytes at which a scan stops: `A`, `B`, `C` and the control characters that XML forbids,
 /// among them the zero at the end.
-template <char A, char B = A, char C = A>
+template <char A, char B = A, char C = A, Blanks kBlanks = Blanks::Pass>
 struct Stops {
     static constexpr bool Has(unsigned char byte) {
         return byte == static_cast<unsigned char>(A) || byte == static_cast<unsigned char>(B) ||
-               byte == static_cast<unsigned char>(C) || IsForbiddenControl(byte);
+               byte == static_cast<unsigned char>(C) ||
+               (kBlanks == Blanks::Stop ? byte < 0x20 : IsForbiddenControl(byte));
     }
 };
 
@@ -72,9 +76,11 @@ public:
     __m128i IsLineBlank() const { return _mm_or_si128(Is('\t'), _mm_or_si128(Is('\n'), Is('\r'))); }
     __m128i IsBlank() const { return _mm_or_si128(IsLineBlank(), Is(' ')); }
 
-    template <char A, char B, char C>
+    template <char A, char B, char C, Blanks kBlanks = Blanks::Pass>
     __m128i IsStop() const {
-        __m128i stops = _mm_or_si128(_mm_andnot_si128(IsLineBlank(), IsAtMost(0x1F)), Is(A));
+        __m128i stops = IsAtMost(0x1F);
+        if (kBlanks == Blanks::Pass) stops = _mm_andnot_si128(IsLineBlank(), stops);
+        stops = _mm_or_si128(stops, Is(A));
         if (B != A) stops = _mm_or_si128(stops, Is(B));
         if (C != A) stops = _mm_or_si128(stops, Is(C));
         return stops;
@@ -120,7 +126,7 @@ inline BlockCheck CheckBlock(const ByteBlock& block) {
 #endif
 
 /// Does the work of FindStop() from the first byte above ASCII on.
-template <char A, char B, char C>
+template <char A, char B, char C, Blanks kBlanks = Blanks::Pass>
 [[gnu::noinline]] const unsigned char* FindStopInMixed(const unsigned char* p,
                                                        const unsigned char* end) {
     for (;;) {
@@ -128,7 +134,7 @@ template <char A, char B, char C>
 #if defined(ESPALIER_BLOCK_SCAN)
         const ByteBlock block(p);
         const BlockCheck check = CheckBlock(block);
-        const unsigned stops = ByteBlock::Mask(block.template IsStop<A, B, C>());
+        const unsigned stops = ByteBlock::Mask(block.template IsStop<A, B, C, kBlanks>());
         const unsigned events = stops | check.doubtful;
         if (events == 0) {
             p += check.whole;
@@ -140,7 +146,7 @@ template <char A, char B, char C>
 #endif
         while (p < careful) {
             if (*p < 0x80) {
-                if (Stops<A, B, C>::Has(*p)) return p;
+                if (Stops<A, B, C, kBlanks>::Has(*p)) return p;
                 ++p;
             } else {
                 const int length = SequenceLength(p, end);
@@ -152,49 +158,51 @@ template <char A, char B, char C>
 }
 
 /// Returns the first position from `p` on that holds a stop, or a sequence that is invalid or cut.
-template <char A, char B = A, char C = A>
+template <char A, char B = A, char C = A, Blanks kBlanks = Blanks::Pass>
 inline const unsigned char* FindStop(const unsigned char* p, const unsigned char* end) {
 #if defined(ESPALIER_BLOCK_SCAN)
     for (;; p += ByteBlock::kSize) {
         const ByteBlock block(p);
         // A byte above ASCII has its highest bit set, as a mask has.
         const unsigned mask =
-            ByteBlock::Mask(_mm_or_si128(block.template IsStop<A, B, C>(), block.Bytes()));
+            ByteBlock::Mask(_mm_or_si128(block.template IsStop<A, B, C, kBlanks>(), block.Bytes()));
         if (mask != 0) {
             p += std::countr_zero(mask);
             break;
         }
     }
 #else
-    while (*p < 0x80 && !Stops<A, B, C>::Has(*p))
+    while (*p < 0x80 && !Stops<A, B, C, kBlanks>::Has(*p))
         ++p;
 #endif
-    return *p < 0x80 ? p : FindStopInMixed<A, B, C>(p, end);
+    return *p < 0x80 ? p : FindStopInMixed<A, B, C, kBlanks>(p, end);
 }
 
 /// Stands for bytes that are no character in text that is valid otherwise.
 inline constexpr unsigned char kInvalidByte = 0xFF;
 
 /// FindStop() for UTF-8 that is known to be valid and whole, except where kInvalidByte stands.
-template <char A, char B = A, char C = A>
+template <char A, char B = A, char C = A, Blanks kBlanks = Blanks::Pass>
 inline const unsigned char* FindStopInValid(const unsigned char* p) {
 #if defined(ESPALIER_BLOCK_SCAN)
     for (;; p += ByteBlock::kSize) {
         const ByteBlock block(p);
-        const unsigned mask =
-            ByteBlock::Mask(_mm_or_si128(block.template IsStop<A, B, C>(), block.Is(kInvalidByte)));
+        const unsigned mask = ByteBlock::Mask(
+            _mm_or_si128(block.template IsStop<A, B, C, kBlanks>(), block.Is(kInvalidByte)));
         if (mask != 0) return p + std::countr_zero(mask);
     }
 #else
-    while (*p != kInvalidByte && !Stops<A, B, C>::Has(*p))
+    while (*p != kInvalidByte && !Stops<A, B, C, kBlanks>::Has(*p))
         ++p;
     return p;
 #endif
 }
 
-constexpr bool IsBlank(unsigned char byte) {
-    return byte == ' ' || byte == '\n' || byte == '\t' || byte == '\r';
+constexpr bool IsLineBlank(unsigned char byte) {
+    return byte == '\n' || byte == '\t' || byte == '\r';
 }
+
+constexpr bool IsBlank(unsigned char byte) { return byte == ' ' || IsLineBlank(byte); }
 
 /// Advances over spaces, tabs and line ends.
 inline const unsigned char* SkipBlanks(const unsigned char* p) {

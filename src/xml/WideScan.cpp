@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// The scans of the writer for processors with AVX2. What is not 32 bytes long is copied first, with
-// blanks behind it.
+// The scans of the writer, and of the input of the reader, for processors with AVX2. What is not 32
+// bytes long is copied first, with blanks behind it.
 //
 // UTF-8 is checked by three tables: the first byte of a pair by its halves, the second by its upper
 // half, each give the mistakes that it can be part of, and what all three give is one (Keiser and
@@ -209,6 +209,39 @@ ESPALIER_AVX2 bool CopyPlain(unsigned char* to, std::string_view text, bool brea
     if (Mask(all) == 0) return true;
     std::memset(end, ' ', kBlock);
     return IsUtf8(begin, end);
+}
+
+ESPALIER_AVX2 const unsigned char* SkipUsual(const unsigned char* p, const unsigned char* end) {
+    const Bytes cr = Every('\r');
+    constexpr std::ptrdiff_t kStride = 4 * kBlock;
+    for (; end - p >= kStride; p += kStride) {
+        const Bytes first = Load(p);
+        const Bytes second = Load(p + kBlock);
+        const Bytes third = Load(p + 2 * kBlock);
+        const Bytes fourth = Load(p + 3 * kBlock);
+        const Bytes returns = _mm256_or_si256(
+            _mm256_or_si256(_mm256_cmpeq_epi8(first, cr), _mm256_cmpeq_epi8(second, cr)),
+            _mm256_or_si256(_mm256_cmpeq_epi8(third, cr), _mm256_cmpeq_epi8(fourth, cr)));
+        const Bytes high =
+            _mm256_or_si256(_mm256_or_si256(first, second), _mm256_or_si256(third, fourth));
+        if (Mask(_mm256_or_si256(returns, high)) != 0) return p;
+    }
+    for (; p < end; p += kBlock) {
+        const Bytes block = Load(p);
+        if (Mask(_mm256_or_si256(_mm256_cmpeq_epi8(block, cr), block)) != 0) return p;
+    }
+    return p;
+}
+
+ESPALIER_AVX2 const unsigned char* SkipToReturnOrLast(const unsigned char* p,
+                                                      const unsigned char* end) {
+    for (; p < end; p += kBlock) {
+        const Bytes block = Load(p);
+        const Bytes lasts = _mm256_and_si256(_mm256_cmpeq_epi8(block, Every(0xEF)),
+                                             _mm256_cmpeq_epi8(Load(p + 1), Every(0xBF)));
+        if (Mask(_mm256_or_si256(lasts, _mm256_cmpeq_epi8(block, Every('\r')))) != 0) return p;
+    }
+    return p;
 }
 
 ESPALIER_AVX2 std::uint64_t EscapesIn64(const char* at, bool breaksArePlain) {

@@ -13,7 +13,7 @@
 #    define ESPALIER_WIDE_SCAN 1
 #endif
 
-/// The scans of the writer, 32 bytes at a time.
+/// Scans of the writer, and of the input of the reader, 32 bytes at a time.
 namespace Xml::detail::wide {
 
 inline constexpr std::size_t kBlock = 32;
@@ -36,6 +36,15 @@ bool IsUtf8(const unsigned char* begin, const unsigned char* end);
 
 /// Returns a mask of the bytes to escape among the 64 from `at` on, the lowest bit for the first.
 std::uint64_t EscapesIn64(const char* at, bool breaksArePlain);
+
+/// Returns a position from `p` on that is at most 128 bytes before the first carriage return or
+/// byte above ASCII; one at `end` or behind it when there is none. \pre 32 zero bytes follow
+const unsigned char* SkipUsual(const unsigned char* p, const unsigned char* end);
+
+/// Returns a position from `p` on that is at most 32 bytes before the first carriage return, or EF
+/// with BF behind it; one at `end` or behind it when there is none.
+/// \pre 32 zero bytes follow
+const unsigned char* SkipToReturnOrLast(const unsigned char* p, const unsigned char* end);
 
 #endif
 

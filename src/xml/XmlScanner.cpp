@@ -13,9 +13,12 @@
 #include "xml/Messages.h"
 #include "xml/NameBytes.h"
 #include "xml/RunScan.h"
+#include "xml/StandardMessages.h"
+#include "xml/StandardNames.h"
 
 #include <algorithm>
 #include <cstring>
+#include <utility>  // std::exchange
 
 namespace Xml::detail {
 
@@ -48,6 +51,7 @@ void XmlScanner::SetStream(IO::Stream* stream) {
     filled_ = false;
     direct_ = true;
     badAhead_ = false;
+    filters_ = awaitsEncoding_ = endsInReturn_ = hasMark_ = countsColons_ = false;
     position_ = dataEnd_ = window_;
     window_[-1] = 0;
     rawLength_ = rawCut_ = 0;
@@ -64,9 +68,16 @@ void XmlScanner::AttachStream() {
     const auto count = static_cast<std::size_t>(dataEnd_ - position_);
     const Detection detection = DetectEncoding(position_, count, *codec_);
     if (detection.ebcdic) Throw(Message::kEbcdic);
-    position_ += detection.skip;
+    const bool isHalfMark = count >= 2 && position_[0] == 0xFE && position_[1] != 0xFF;
+    if (standard_ && isHalfMark) Throw(Message::kInvalidCharacter);
+    const bool isMarkAlone =
+        standard_ && count == 3 && std::memcmp(position_, "\xEF\xBB\xBF", 3) == 0;
+    position_ += isMarkAlone ? 3 : detection.skip;
+    hasMark_ = detection.skip > 0;
     places_.Start(position_);
+    filters_ = awaitsEncoding_ = standard_;
     InstallCodec(*detection.codec);
+    if (filters_ && direct_) TakeByStandard(position_);
 }
 
 void XmlScanner::SetNamespaces(bool namespaces) { namespaces_ = namespaces; }
@@ -74,7 +85,7 @@ void XmlScanner::SetNamespaces(bool namespaces) { namespaces_ = namespaces; }
 void XmlScanner::InstallCodec(const CharCodec& codec) {
     const CharCodec& old = *codec_;
     codec_ = &codec;
-    mostWhitespace_ = kBufferSize / UnitSize();
+    mostWhitespace_ = standard_ ? kMostBlanksInStandard : kBufferSize / UnitSize();
     const bool isPage =
         codec.Kind() == CodecKind::SingleByte || codec.Kind() == CodecKind::DoubleByte;
     const bool sameBytes = &codec == &old || (codec.Kind() == old.Kind() && !isPage);
@@ -96,7 +107,10 @@ void XmlScanner::InstallCodec(const CharCodec& codec) {
     position_ = dataEnd_ = window_;
     places_.Start(position_, place);
     captureFrom_ = position_;
+    // What was in the window has its line ends normalized already.
+    const bool endedInReturn = std::exchange(endsInReturn_, false);
     DecodeRaw();
+    endsInReturn_ = endsInReturn_ || endedInReturn;
 }
 
 // Makes the encoded bytes at `begin` the content of the raw buffer, none of them decoded yet.
@@ -113,8 +127,7 @@ XmlScanner::Fill XmlScanner::Refill() {
     FlushCapture();
     if (!saved_.empty()) return RefillPushed();
     const Fill fill = direct_ ? RefillDirect() : RefillDecoded();
-    filled_ = fill != Fill::More || streamEnded_ || badAhead_ || rawLength_ == kBufferSize ||
-              (direct_ && dataEnd_ - window_ == kBufferSize);
+    filled_ = fill != Fill::More || streamEnded_ || badAhead_ || rawLength_ == kBufferSize;
     return fill;
 }
 
@@ -135,9 +148,12 @@ XmlScanner::Fill XmlScanner::RefillDirect() {
     const int held = MoveToFront();
     if (streamEnded_) return Fill::End;
     if (held == kBufferSize) return Fill::Full;
+    const unsigned char* const from = dataEnd_;
     dataEnd_ += ReadStream(dataEnd_, kBufferSize - held);
+    rawLength_ = static_cast<int>(dataEnd_ - window_);
     CloseWindow();
-    return streamEnded_ ? Fill::End : Fill::More;
+    if (filters_) TakeByStandard(from);
+    return !streamEnded_ || MarkCutEnd() ? Fill::More : Fill::End;
 }
 
 XmlScanner::Fill XmlScanner::RefillDecoded() {
@@ -156,7 +172,7 @@ XmlScanner::Fill XmlScanner::RefillDecoded() {
     while (dataEnd_ == before) {
         if (rawLength_ == kBufferSize) return Fill::Full;
         const int count = ReadStream(raw + rawLength_, kBufferSize - rawLength_);
-        if (count == 0) return Fill::End;
+        if (count == 0) return MarkCutEnd() ? Fill::More : Fill::End;
         rawLength_ += count;
         rawCut_ += count;
         DecodeRaw();
@@ -168,6 +184,7 @@ XmlScanner::Fill XmlScanner::RefillDecoded() {
 DecodeEnd XmlScanner::DecodeRaw() {
     const unsigned char* from = rawStore_.get() + rawLength_ - rawCut_;
     const unsigned char* const end = rawStore_.get() + rawLength_;
+    const unsigned char* const begin = dataEnd_;
     const DecodeEnd result = codec_->DecodeRun(from, end, dataEnd_, window_ + kWindowSize);
     rawCut_ = static_cast<int>(end - from);
     if (result == DecodeEnd::Invalid) {
@@ -175,6 +192,7 @@ DecodeEnd XmlScanner::DecodeRaw() {
         badAhead_ = true;
     }
     CloseWindow();
+    if (filters_) TakeByStandard(begin);
     return result;
 }
 
@@ -259,6 +277,7 @@ int XmlScanner::NonAsciiClass(const unsigned char* at) const {
     if (length == 0) return ToInt(CharClass::Partial);
     if (length == 1) return ToInt(CharClass::Other);
     const int code = utf8::Combine(at, length);
+    if (standard_) return StandardClassOf(code);
     const CharCodec& codec = *StreamCodec();  // a pushed text has the letters of the document
     return codec.Kind() == CodecKind::SingleByte ? codec.ClassOfScalar(code)
                                                  : ClassOfScalarValue(code);
@@ -371,9 +390,13 @@ const ScannedName& XmlScanner::ScanName() {
         name_.token = XmlToken::NAME;
         if (colon != nullptr) {
             name_.colon = static_cast<int>(colon - position_);
-            places_.SkipColon(colon);
+            if (!countsColons_) places_.SkipColon(colon);
         }
         position_ = end;
+        if (colon != nullptr && standard_ && !StartsName(colon + 1)) {
+            position_ = colon + 1;
+            Throw(Message::kExpectedLocalName);
+        }
         if (colon != nullptr && *end == ':') Throw(Message::kSecondColon);
     }
     tokenText_ = name_.text;
@@ -397,10 +420,11 @@ void XmlScanner::ScanLongName() {
         if (*position_ == ':' && namespaces_) {
             if (name_.colon >= 0) Throw(Message::kSecondColon);
             name_.colon = static_cast<int>(longName_.length());
-            places_.SkipColon(position_);
+            if (!countsColons_) places_.SkipColon(position_);
             taken += static_cast<std::size_t>(UnitSize());
-            if (taken > kBufferSize) Throw(Message::kTokenOverflow);
+            if (taken > MostBytes()) Throw(Message::kTokenOverflow);
             Take(longName_, position_ + 1);
+            RequireLocalName();
         } else if (SkipNameCharacters(position_) == position_) {
             name_.token = XmlToken::NAME;
             break;
@@ -409,9 +433,16 @@ void XmlScanner::ScanLongName() {
     name_.text = longName_.view();
 }
 
+// Sees to it that behind the colon of a name another name follows, where the standard asks for it.
+void XmlScanner::RequireLocalName() {
+    if (standard_ && (!HaveCharacter() || !StartsName(position_))) {
+        Throw(Message::kExpectedLocalName);
+    }
+}
+
 void XmlScanner::TakeLongNamePart(std::size_t& taken) {
     const unsigned char* const end = SkipNameCharacters(position_);
-    const unsigned char* const reach = Within(end, kBufferSize - taken);
+    const unsigned char* const reach = Within(end, MostBytes() - taken);
     taken += codec_->EncodedLength(position_, reach);
     Take(longName_, reach);
     if (reach != end) Throw(Message::kTokenOverflow);

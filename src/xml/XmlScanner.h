@@ -53,6 +53,13 @@ public:
     /// The size of the raw buffer and the length limit of names and literals, in encoded bytes.
     static constexpr int kBufferSize = 1024;
 
+    /// The length limit of names and literals in standard mode, which sets them none.
+    static constexpr int kMostInStandard = 64 * kBufferSize;
+
+    /// Most characters of white space before a text in standard mode: what is white space must not
+    /// depend on the size of a buffer, since readers may leave it out.
+    static constexpr int kMostBlanksInStandard = 1 << 28;
+
     /// What a refill brought.
     enum class Fill : unsigned char {
         More,  ///< new characters
@@ -73,6 +80,21 @@ public:
 
     /// Splits names at their colon, or takes it for a letter.
     void SetNamespaces(bool namespaces);
+
+    /// Takes the input and its names as the standard has them; to be called before AttachStream().
+    /// Names are those of the fifth edition of XML 1.0; XmlScannerStandard.cpp tells the rest.
+    void SetStandard(bool standard) { standard_ = standard; }
+
+    /// Says whether the colons of names count as characters of the line. Only those of the names
+    /// that are reported do not.
+    void SetCountsColons(bool counts) { countsColons_ = counts; }
+
+    /// Says that no declaration of an encoding will come any more. Until then the bytes of a window
+    /// that shows them as they are may turn out to be something else than UTF-8.
+    void SettleEncoding();
+
+    /// Tells whether a byte-order mark begins the input.
+    bool HasMark() const { return hasMark_; }
 
     /// Returns the codec in use, null before AttachStream(). That of a pushed text is UTF-8.
     const CharCodec* Codec() const { return codec_; }
@@ -155,6 +177,9 @@ public:
     /// \return whether there was any
     bool SkipWhitespace();
 
+    /// Tells whether the input goes on with `literal`.
+    bool LookingAt(std::string_view literal);
+
     /// Steps over `literal` when the input goes on with it; otherwise stays.
     bool Accept(std::string_view literal);
 
@@ -210,6 +235,23 @@ public:
     /// Scans a public identifier and appends it to `text`. Stops at its quotation mark.
     void ScanPubidLiteral(astring& text);
 
+    /// As ScanLiteral() and ScanPubidLiteral(), for callers with a message of their own.
+    /// \return false when the input ends before the quotation mark
+    bool TakeLiteral(astring& text);
+    bool TakePubidLiteral(astring& text);
+
+    /// Steps over a name token, in which a colon is like any other character of a name.
+    /// \return false when there is none
+    bool SkipNameToken();
+
+    /// Steps over everything up to and with "-->".
+    /// \return false when the input ends before
+    bool SkipComment();
+
+    /// Steps over everything up to and with "?>".
+    /// \return false when the input ends before
+    bool SkipPI();
+
     /// Steps over the quotation mark that a literal ends with.
     void SkipEndQuote() { ++position_; }
 
@@ -260,9 +302,10 @@ public:
     PlaceCounter& Places() { return places_; }
 
     /// Returns the first position from `from` on that holds a stop, or no character, or a cut one.
-    template <char A, char B = A, char C = A>
+    template <char A, char B = A, char C = A, Blanks kBlanks = Blanks::Pass>
     const unsigned char* Find(const unsigned char* from) const {
-        return direct_ ? FindStop<A, B, C>(from, dataEnd_) : FindInDecoded<A, B, C>(from);
+        return direct_ ? FindStop<A, B, C, kBlanks>(from, dataEnd_)
+                       : FindInDecoded<A, B, C, kBlanks>(from);
     }
 
     /// Advances over characters that may stand in a name.
@@ -305,10 +348,18 @@ private:
     int ReadStream(unsigned char* buffer, int room);
     void TakeRaw(const unsigned char* begin, int length);
     void CloseWindow();
+    void TakeByStandard(const unsigned char* from);
+    void RemoveByte(const unsigned char* at);
+    void NormalizeReturns(const unsigned char* from);
+    void MarkInvalid(const unsigned char* from);
+    bool MarkCutEnd();
     void SettlePlaces();
     int UnitSize() const;
+    std::size_t MostBytes() const {
+        return static_cast<std::size_t>(standard_ ? kMostInStandard : kBufferSize);
+    }
     const unsigned char* Within(const unsigned char* end, std::size_t room) const;
-    template <char A, char B, char C>
+    template <char A, char B, char C, Blanks kBlanks>
     const unsigned char* FindInDecoded(const unsigned char* from) const;
     int LengthAt(const unsigned char* at) const;
     int NonAsciiClass(const unsigned char* at) const;
@@ -316,7 +367,6 @@ private:
     int ClassAtPosition() const;
     bool HaveCharacter();
     void RequireCharacter();
-    bool LookingAt(std::string_view literal);
     bool GoOn();
     void FlushCapture();
     XmlToken EndOfText() const {
@@ -324,8 +374,11 @@ private:
     }
     void RequireInDtd(const char* message);
     XmlToken DtdName();
+    template <char First>
+    bool SkipUpTo(std::string_view terminator);
     void Take(astring& text, const unsigned char* end);
     void ScanLongName();
+    void RequireLocalName();
     void TakeLongNamePart(std::size_t& taken);
     XmlToken MarkupDeclaration();
     XmlToken Finish(XmlToken token, std::string_view text);
@@ -347,13 +400,21 @@ private:
     int mostWhitespace_ = kBufferSize;  // white space that fills the buffer, in characters
     long long bytesRead_ = 0;
 
+    // In standard mode.
+    bool standard_ = false;
+    bool filters_ = false;         // the window takes the input by the standard
+    bool awaitsEncoding_ = false;  // the declaration may still name another encoding
+    bool endsInReturn_ = false;    // the line feed that comes next belongs to a line end before it
+    bool hasMark_ = false;
+    bool countsColons_ = false;
+
     // The buffers; see the picture above.
     std::unique_ptr<unsigned char[]> windowStore_;
     std::unique_ptr<unsigned char[]> rawStore_;  // encoded bytes, when the window holds others
     unsigned char* window_ = nullptr;
     const unsigned char* position_ = nullptr;  // the next character
     unsigned char* dataEnd_ = nullptr;
-    int rawLength_ = 0;  // bytes in rawStore_; the last rawCut_ of them are not decoded yet
+    int rawLength_ = 0;  // bytes in the raw buffer; the last rawCut_ of them are not decoded yet
     int rawCut_ = 0;
 
     // The texts that are pushed, one state for each: what to go back to.
@@ -380,11 +441,11 @@ private:
 };
 
 // Does the work of Find() in a window that holds UTF-8 by other ways than the stream.
-template <char A, char B, char C>
+template <char A, char B, char C, Blanks kBlanks>
 [[gnu::noinline]] const unsigned char* XmlScanner::FindInDecoded(const unsigned char* from) const {
-    const unsigned char* stop = FindStopInValid<A, B, C>(from);
+    const unsigned char* stop = FindStopInValid<A, B, C, kBlanks>(from);
     while (*stop == kInvalidByte && !saved_.empty())  // means nothing in a pushed text
-        stop = FindStopInValid<A, B, C>(stop + 1);
+        stop = FindStopInValid<A, B, C, kBlanks>(stop + 1);
     return stop;
 }
 

@@ -89,20 +89,24 @@ XmlToken XmlScanner::ScanEntityValue(astring& text) {
 }
 
 void XmlScanner::ScanLiteral(astring& text) {
+    if (!TakeLiteral(text)) Throw(Message::kEofInLiteral);
+}
+
+bool XmlScanner::TakeLiteral(astring& text) {
     const auto quote = static_cast<unsigned char>(quoteChar_);
     std::size_t taken = 0;  // encoded bytes
     for (const unsigned char* from = position_;;) {
         const unsigned char* const stop = Find<'"', '\''>(from);
-        const unsigned char* const reach = Within(stop, kBufferSize - taken);
+        const unsigned char* const reach = Within(stop, MostBytes() - taken);
         taken += codec_->EncodedLength(position_, reach);
         Take(text, reach);
         if (reach != stop) Throw(Message::kInputBufferOverflow);
         from = position_;
-        if (position_ != dataEnd_ && *position_ == quote) return;
+        if (position_ != dataEnd_ && *position_ == quote) return true;
         if (position_ != dataEnd_ && (*position_ == '"' || *position_ == '\'')) {
             ++from;  // the other quotation mark belongs to the literal
         } else if (!GoOn()) {
-            Throw(Message::kEofInLiteral);
+            return false;
         } else {
             from = position_;
         }
@@ -120,11 +124,15 @@ bool IsPubidCharacter(unsigned char c) {
 }  // namespace
 
 void XmlScanner::ScanPubidLiteral(astring& text) {
+    if (!TakePubidLiteral(text)) Throw(Message::kEofInLiteral);
+}
+
+bool XmlScanner::TakePubidLiteral(astring& text) {
     const auto quote = static_cast<unsigned char>(quoteChar_);
-    for (int room = kBufferSize / UnitSize();; --room) {
-        if (!HaveCharacter()) Throw(Message::kEofInLiteral);
+    for (std::size_t room = MostBytes() / static_cast<std::size_t>(UnitSize());; --room) {
+        if (!HaveCharacter()) return false;
         RequireCharacter();
-        if (*position_ == quote) return;
+        if (*position_ == quote) return true;
         if (!IsPubidCharacter(*position_)) Throw(Message::kInvalidPublicId);
         if (room == 0) Throw(Message::kInputBufferOverflow);
         Take(text, position_ + 1);
@@ -132,6 +140,47 @@ void XmlScanner::ScanPubidLiteral(astring& text) {
 }
 
 // What is skipped.
+
+bool XmlScanner::SkipNameToken() {
+    longName_.clear();
+    std::size_t taken = 0;  // encoded bytes
+    while (HaveCharacter()) {
+        if (*position_ == ':') {
+            if (++taken > MostBytes()) Throw(Message::kTokenOverflow);
+            Take(longName_, position_ + 1);
+        } else if (SkipNameCharacters(position_) != position_) {
+            TakeLongNamePart(taken);
+        } else {
+            break;
+        }
+    }
+    return !longName_.empty();
+}
+
+// Steps over everything up to and with `terminator`, which starts with `First`.
+template <char First>
+bool XmlScanner::SkipUpTo(std::string_view terminator) {
+    const unsigned char* from = position_;
+    for (;;) {
+        position_ = Find<First>(from);
+        if (*position_ == static_cast<unsigned char>(First)) {
+            if (Accept(terminator)) return true;
+            from = position_ + 1;
+        } else {
+            if (!GoOn()) return false;
+            from = position_;
+        }
+    }
+}
+
+bool XmlScanner::SkipComment() {
+    if (!SkipUpTo<'-'>("--")) return false;
+    if (Accept(">")) return true;
+    if (HaveCharacter()) Throw(Message::kCommentHoldsDashes);
+    return false;
+}
+
+bool XmlScanner::SkipPI() { return SkipUpTo<'?'>("?>"); }
 
 bool XmlScanner::SkipLiteral(char quote) {
     for (;;) {

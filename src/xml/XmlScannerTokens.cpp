@@ -6,8 +6,11 @@
 #include "xml/Messages.h"
 #include "xml/NameBytes.h"
 #include "xml/RunScan.h"
+#include "xml/StandardMessages.h"
 #include "xml/XmlCharacters.h"
 #include "xml/XmlScanner.h"
+
+#include <algorithm>  // std::min
 
 namespace Xml::detail {
 
@@ -37,7 +40,8 @@ XmlToken XmlScanner::ScanMarkup() {
     case '?': return Finish(XmlToken::PI, "<?");
     default: break;
     }
-    if (*position_ == ':' || !StartsName(position_)) Throw(Message::kExpectedElementName);
+    if ((*position_ == ':' && !standard_) || !StartsName(position_))
+        Throw(Message::kExpectedElementName);
     tokenText_ = "<";
     return XmlToken::TAG;
 }
@@ -50,7 +54,9 @@ XmlToken XmlScanner::MarkupDeclaration() {
         return XmlToken::COMMENT;
     }
     if (Accept("[CDATA")) {
-        if (!Accept("[")) Throw(Message::kSyntaxError);
+        if (!Accept("[")) {
+            Throw(standard_ ? Message::kExpectedCDataStart : Message::kSyntaxError);
+        }
         tokenText_ = "<![CDATA[";
         return XmlToken::CDATA;
     }
@@ -109,7 +115,7 @@ XmlToken XmlScanner::ScanText(astring& text, int limit) {
 // of `before` encoded bytes was taken already.
 XmlToken XmlScanner::ScanCharacters(astring& text, int limit, int before) {
     const unsigned char* from = position_;
-    auto taken = static_cast<std::size_t>(before);
+    auto taken = static_cast<std::size_t>(limit > 0 ? std::min(before, limit) : before);
     for (;;) {
         const unsigned char* stop = Find<'<', '&', ']'>(from);
         if (limit > 0) {
@@ -125,7 +131,9 @@ XmlToken XmlScanner::ScanCharacters(astring& text, int limit, int before) {
         if (position_ != dataEnd_) {
             if (*position_ == '<' || *position_ == '&') return XmlToken::TEXT;
             if (*position_ == ']') {
-                if (Accept("]]>")) Throw(Message::kUnexpectedToken, "]]>");
+                if (Accept("]]>")) {
+                    Throw(standard_ ? Message::kBracketsInText : Message::kUnexpectedToken, "]]>");
+                }
                 from = position_ + 1;
                 continue;
             }
@@ -170,7 +178,7 @@ int XmlScanner::ScanCharRef(astring& digits, bool check) {
     int code = 0;
     int base = 10;
     digits.clear();
-    const auto most = static_cast<std::size_t>(mostWhitespace_);
+    const std::size_t most = standard_ ? MostBytes() : static_cast<std::size_t>(mostWhitespace_);
     for (;;) {
         RequireCharacter();
         const unsigned char c = *position_;
@@ -187,7 +195,7 @@ int XmlScanner::ScanCharRef(astring& digits, bool check) {
             } else if (base == 16 && c >= 'A' && c <= 'F') {
                 digit = c - 'A' + 10;
             } else {
-                Throw(Message::kInvalidCharacter);
+                Throw(standard_ ? Message::kExpectedDigit : Message::kInvalidCharacter);
             }
             code = code * base + digit;
             if (code > utf8::kLastScalar) Throw(Message::kCharacterOverflow);
@@ -196,7 +204,10 @@ int XmlScanner::ScanCharRef(astring& digits, bool check) {
         ++position_;
     }
     ++position_;
-    if (check && !IsXmlCharacter(code)) Throw(Message::kInvalidCharacter);
+    if (standard_ && (digits.empty() || digits == "x")) Throw(Message::kExpectedDigit);
+    if (check && !IsXmlCharacter(code)) {
+        Throw(standard_ ? Message::kNoXmlCharacter : Message::kInvalidCharacter);
+    }
     return code;
 }
 

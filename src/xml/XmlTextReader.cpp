@@ -80,13 +80,13 @@ void XmlTextReader::SetNamespaces(bool namespaces) {
     core_->namespaces = namespaces;
 }
 
-bool XmlTextReader::Normalization() const { return core_->normalization; }
+bool XmlTextReader::Normalization() const { return core_->Normalization(); }
 
 void XmlTextReader::SetNormalization(bool normalization) {
     if (core_->readState == Closed) {
         ThrowMisuse(detail::Message::kInvalidOperation, "SetNormalization");
     }
-    core_->normalization = normalization;
+    core_->SetNormalization(normalization);
 }
 
 XmlTextReader::XmlWsHandlingEnum XmlTextReader::WhitespaceHandling() const {
@@ -98,6 +98,15 @@ void XmlTextReader::SetWhitespaceHandling(XmlWsHandlingEnum handling) {
         ThrowMisuse(detail::Message::kInvalidOperation, "SetWhitespaceHandling");
     }
     core_->whitespaceHandling = handling;
+}
+
+XmlConformance XmlTextReader::Conformance() const { return core_->conformance; }
+
+void XmlTextReader::SetConformance(XmlConformance conformance) {
+    if (core_->readState != Closed && core_->readState != Initial) {
+        ThrowMisuse(detail::Message::kInvalidOperationNamespaces, "SetConformance");
+    }
+    core_->conformance = conformance;
 }
 
 XmlEntityHandling XmlTextReader::EntityHandling() const { return core_->entityHandling; }
@@ -190,6 +199,11 @@ bool XmlTextReader::MoveToNextAttribute() { return core_->MoveToNextAttribute();
 
 bool XmlTextReader::ReadAttributeValue() { return core_->ReadAttributeValue(); }
 
+bool XmlTextReader::IsDefault() const {
+    return node_.type == XmlNodeType::Attribute &&
+           core_->AttributeAt(core_->AttributeIndex()).isDefault;
+}
+
 int XmlTextReader::GetCurrentAttributeIndex() const { return core_->AttributeIndex(); }
 
 const astring& XmlTextReader::LookupNamespace(std::string_view prefix) const {
@@ -213,6 +227,8 @@ const astring& XmlAttributeRef::NamespaceURI() const {
 }
 
 const astring& XmlAttributeRef::Value() const { return reader_->GetAttribute(index_); }
+
+bool XmlAttributeRef::IsDefault() const { return reader_->core_->AttributeAt(index_).isDefault; }
 
 bool XmlTextReader::IsName(std::string_view name, bool allowColon) {
     bool isFirst = true;

@@ -6,6 +6,7 @@
 #include <espalier/dom/css/CSSStyleDeclaration.h>
 #include <espalier/dom/css/CSSStyleRule.h>
 #include <espalier/dom/css/CSSStyleSheet.h>
+#include <espalier/dom/css/ParseStyleSheet.h>
 #include <espalier/dom/css/Selector.h>
 
 #include "support/FailingAllocation.h"
@@ -17,6 +18,8 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -192,4 +195,33 @@ TEST(CssAllocation, EveryAllocationOfAMatchMayFail) {
         FailingAllocation::Exempt([&] { EXPECT_EQ(hasMemory, !failure.HasFailed()); });
     });
     EXPECT_GT(failures, 0);
+}
+
+TEST(CssAllocation, ASheetThatIsNotReadWholeHasWholeRules) {
+    const char* const kText =
+        "@charset \"utf-8\";@import url(" LONG("address") ");" LONG("p") ", q{a:b;c d;margin:1px}"
+        "@media print{" LONG("r") "{--x:{y;};e:'" LONG("f") "'/**/}@x{y}}@page " LONG("z") "{a:b}";
+    const long failures = FailingAllocation::ForEachFailure([&](FailingAllocation& failure) {
+        {
+            std::optional<CSSStyleSheet> sheet;
+            std::optional<std::vector<Dom::CSS::DroppedText>> dropped;
+            FailingAllocation::Exempt([&] {
+                sheet.emplace(CSSRule::Author, nullptr, "", "");
+                dropped.emplace();
+            });
+            const bool hasMemory = HasMemory(
+                [&] { ParseStyleSheet(*sheet, std::string_view(kText), {.dropped = &*dropped}); });
+            FailingAllocation::Exempt([&] {
+                EXPECT_EQ(hasMemory, !failure.HasFailed());
+                EXPECT_LE(sheet->CssRules().Length(), 5U);
+                EXPECT_EQ(sheet->CssRules().Length() == 5 && dropped->size() == 1, hasMemory);
+                for (const CSSRule* const rule : sheet->CssRules())
+                    EXPECT_FALSE(rule->CssText().empty());
+                sheet.reset();
+                dropped.reset();
+            });
+        }
+        FailingAllocation::Exempt([&] { EXPECT_EQ(failure.LiveCount(), 0); });
+    });
+    EXPECT_GT(failures, 30);
 }

@@ -6,12 +6,10 @@
 #include "Tellings.h"
 #include "Verdicts.h"
 #include "support/EscapedText.h"
+#include "support/GeneratedPart.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -21,9 +19,6 @@ using differential::Difference;
 using differential::Effect;
 using differential::Verdict;
 
-constexpr char kPage[] = ESPALIER_CONFORMANCE_PAGE;
-constexpr char kBegin[] = "<!-- made of the table of differences -->\n";
-constexpr char kEnd[] = "<!-- end -->\n";
 constexpr std::size_t kLongestExample = 100;
 
 struct Section {
@@ -85,35 +80,17 @@ std::string ExamplesOf(Effect effect) {
 }
 
 std::string Expected() {
-    std::string text = kBegin;
+    std::string text;
     for (const Section& section : kSections) {
         text += std::string("\n## ") + section.title + "\n\n" + TableOf(section.effect) +
                 "\nDocuments in which these show:\n" + ExamplesOf(section.effect);
     }
-    return text + "\n" + kEnd;
-}
-
-std::string ContentOf(const std::string& fileName) {
-    std::ifstream file(fileName, std::ios::binary);
-    std::ostringstream content;
-    content << file.rdbuf();
-    return content.str();
+    return text + "\n";
 }
 
 TEST(ConformancePage, ListsTheDifferencesOfTheTable) {
-    const std::string page = ContentOf(kPage);
-    const std::size_t begin = page.find(kBegin);
-    const std::size_t end = page.find(kEnd);
-    ASSERT_NE(begin, std::string::npos) << kPage;
-    ASSERT_NE(end, std::string::npos) << kPage;
-    const std::size_t length = end + sizeof kEnd - 1 - begin;
-    const char* const update = std::getenv("ESPALIER_UPDATE_CASES");
-    if (update != nullptr && *update == '1') {
-        std::ofstream(kPage, std::ios::binary)
-            << page.substr(0, begin) << Expected() << page.substr(begin + length);
-        return;
-    }
-    EXPECT_EQ(page.substr(begin, length), Expected());
+    support::ExpectGeneratedPart(ESPALIER_CONFORMANCE_PAGE, "made of the table of differences",
+                                 Expected());
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ struct Difference {
     std::array<const char*, 5> messages = {};
 
     /// For Accepted: expat's numbers of the errors that it finds; 0 behind the last one.
-    std::array<int, 9> expatErrors = {};
+    std::array<int, 10> expatErrors = {};
 
     bool HasMessage(std::string_view message) const;
     bool HasExpatError(int error) const;

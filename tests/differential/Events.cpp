@@ -27,10 +27,6 @@ std::string FoldBlanks(std::string_view value) {
     return folded;
 }
 
-std::string Quoted(std::string_view text) {
-    return "\"" + support::Escape(FoldLineEnds(text)) + "\"";
-}
-
 }  // namespace
 
 void EventList::Start(const std::string& name, Attributes attributes) {
@@ -39,13 +35,16 @@ void EventList::Start(const std::string& name, Attributes attributes) {
     hasStarted_ = true;
     for (auto& attribute : attributes)
         attribute.first = Shown(attribute.first);
-    std::sort(attributes.begin(), attributes.end(),
-              [](const auto& a, const auto& b) { return a.first < b.first; });
+    if (detail_ != Detail::Exact) {
+        std::sort(attributes.begin(), attributes.end(),
+                  [](const auto& a, const auto& b) { return a.first < b.first; });
+    }
     std::string line = "start " + Shown(name);
     for (const auto& [attribute, value] : attributes) {
         line += " " + attribute;
         if (detail_ == Detail::Structure) continue;
-        line += "=\"" + support::Escape(FoldBlanks(value)) + "\"";
+        line +=
+            "=\"" + support::Escape(detail_ == Detail::Exact ? value : FoldBlanks(value)) + "\"";
     }
     lines_.push_back(std::move(line));
 }
@@ -57,7 +56,7 @@ void EventList::End(const std::string& name) {
 }
 
 void EventList::Text(std::string_view text) {
-    if (depth_ > 0 && detail_ == Detail::Whole) text_ += text;
+    if (depth_ > 0 && detail_ != Detail::Structure) text_ += text;
 }
 
 void EventList::Comment(std::string_view text) {
@@ -70,6 +69,11 @@ void EventList::Instruction(std::string_view target, std::string_view data) {
     lines_.push_back("instruction " + std::string(target) + " " + Quoted(data));
 }
 
+void EventList::Reference() {
+    FlushText();
+    lines_.push_back("reference");
+}
+
 const std::vector<std::string>& EventList::Lines() {
     FlushText();
     return lines_;
@@ -77,6 +81,11 @@ const std::vector<std::string>& EventList::Lines() {
 
 std::string EventList::Shown(const std::string& name) const {
     return detail_ == Detail::Structure ? name.substr(name.rfind('}') + 1) : name;
+}
+
+std::string EventList::Quoted(std::string_view text) const {
+    const std::string shown(text);
+    return "\"" + support::Escape(detail_ == Detail::Exact ? shown : FoldLineEnds(text)) + "\"";
 }
 
 void EventList::FlushText() {

@@ -19,12 +19,18 @@
 /// Texts are joined across CDATA sections, references and the ends of entities; attributes are
 /// sorted, and declarations of namespaces and attributes that the document type supplies left out;
 /// what stands in the document type is left out, and so is white space outside the root element.
+/// Line ends and blanks are made alike.
+///
+/// With Detail::Exact nothing is sorted, left out of a tag or made alike: a start tells
+/// declarations of namespaces (`xmlns:p="urn:x"`), attributes of the tag, and those that the
+/// document type supplies. A reference to an entity that is not read is a line `reference`.
 namespace differential {
 
 /// Says how much of a document is compared.
 enum class Detail {
     Whole,
-    Structure  ///< local names only: no texts, no values of attributes, no namespaces
+    Structure,  ///< local names only: no texts, no values of attributes, no namespaces
+    Exact       ///< every character, in the order in which it is told
 };
 
 /// Collects events.
@@ -39,6 +45,7 @@ public:
     void Text(std::string_view text);  ///< joined with the texts before it
     void Comment(std::string_view text);
     void Instruction(std::string_view target, std::string_view data);
+    void Reference();  ///< to an entity that is not read
 
     /// Tells whether an element has begun.
     bool HasStarted() const { return hasStarted_; }
@@ -49,6 +56,7 @@ public:
 private:
     void FlushText();
     std::string Shown(const std::string& name) const;
+    std::string Quoted(std::string_view text) const;
 
     Detail detail_;
     std::vector<std::string> lines_;
@@ -56,6 +64,9 @@ private:
     int depth_ = 0;     // number of open elements
     bool hasStarted_ = false;
 };
+
+/// Says whether names are split and resolved.
+enum class Names { Qualified, Plain };
 
 /// Returns the name with its namespace.
 std::string ExpandedName(std::string_view uri, std::string_view localName);
@@ -70,6 +81,7 @@ struct Reading {
     bool hasMarkupEntity = false;   ///< told by expat: the document declares an entity with a tag
     bool hasSkippedEntity =
         false;  ///< told by expat: it refers to one declared elsewhere, if at all
+    bool hasMissedParameter = false;  ///< told by expat: a parameter entity was not read
 };
 
 /// Reads with the reader: entities are expanded, or for Detail::Structure kept as they are
@@ -89,8 +101,11 @@ Reading ReadWithEvents(const std::string& document);
 /// Returns what a reading tells without its comments.
 Reading WithoutComments(Reading reading);
 
-/// Reads with expat, with namespaces.
-Reading ReadWithExpat(const std::string& document, Detail detail);
+/// Reads with the reader in standard mode, all entities expanded. For Detail::Whole and ::Exact.
+Reading ReadByStandard(const std::string& document, Detail detail, Names names = Names::Qualified);
+
+/// Reads with expat. For Detail::Exact internal parameter entities are expanded.
+Reading ReadWithExpat(const std::string& document, Detail detail, Names names = Names::Qualified);
 
 /// Reads with libxml2. External entities stand for nothing, and what is wrong with namespaces is
 /// an error, too.

@@ -4,17 +4,21 @@
 #include <expat.h>
 
 #include <memory>
+#include <utility>
 
 namespace differential {
 namespace {
 
-constexpr char kSeparator = '\n';  // between namespace and local name; in no name
+constexpr char kSeparator = '\x01';  // between namespace and local name; in no document
 
 struct State {
     XML_Parser parser;  // not owned
+    Detail detail;
     EventList events;
+    EventList::Attributes declarations = {};  // of namespaces, of the next start
     bool hasMarkupEntity = false;
     bool hasSkippedEntity = false;
+    bool hasMissedParameter = false;
     bool isInDocumentType = false;
 };
 
@@ -29,12 +33,18 @@ std::string NameOf(const XML_Char* name) {
 
 void OnStart(void* data, const XML_Char* name, const XML_Char** attributes) {
     State& state = StateOf(data);
+    const bool isExact = state.detail == Detail::Exact;
     // Attributes that the document type supplies come after those of the tag.
-    const int count = XML_GetSpecifiedAttributeCount(state.parser);
-    EventList::Attributes taken;
-    for (int i = 0; i < count; i += 2)
+    const int specified = XML_GetSpecifiedAttributeCount(state.parser);
+    EventList::Attributes taken = std::exchange(state.declarations, {});
+    for (int i = 0; attributes[i] != nullptr && (isExact || i < specified); i += 2)
         taken.emplace_back(NameOf(attributes[i]), attributes[i + 1]);
     state.events.Start(NameOf(name), std::move(taken));
+}
+
+void OnDeclaration(void* data, const XML_Char* prefix, const XML_Char* uri) {
+    const std::string name = prefix == nullptr ? "xmlns" : std::string("xmlns:") + prefix;
+    StateOf(data).declarations.emplace_back(name, uri == nullptr ? "" : uri);
 }
 
 void OnEnd(void* data, const XML_Char* name) { StateOf(data).events.End(NameOf(name)); }
@@ -64,14 +74,41 @@ void OnEntity(void* data, const XML_Char*, int isParameter, const XML_Char* valu
     if (text.find('<') != std::string_view::npos) StateOf(data).hasMarkupEntity = true;
 }
 
-void OnSkippedEntity(void* data, const XML_Char*, int) { StateOf(data).hasSkippedEntity = true; }
+void OnSkippedEntity(void* data, const XML_Char*, int isParameter) {
+    State& state = StateOf(data);
+    state.hasSkippedEntity = true;
+    if (isParameter != 0) {
+        state.hasMissedParameter = true;
+    } else if (state.detail == Detail::Exact) {
+        state.events.Reference();
+    }
+}
+
+// Reads no external entity. One without a context is a parameter entity or the external subset.
+int OnExternalEntity(XML_Parser parser, const XML_Char* context, const XML_Char*, const XML_Char*,
+                     const XML_Char*) {
+    State& state = StateOf(XML_GetUserData(parser));
+    if (context == nullptr) {
+        state.hasMissedParameter = true;
+    } else {
+        state.events.Reference();
+    }
+    return XML_STATUS_OK;
+}
 
 }  // namespace
 
-Reading ReadWithExpat(const std::string& document, Detail detail) {
+Reading ReadWithExpat(const std::string& document, Detail detail, Names names) {
     const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(
-        XML_ParserCreateNS(nullptr, kSeparator), &XML_ParserFree);
-    State state{parser.get(), EventList(detail)};
+        names == Names::Qualified ? XML_ParserCreateNS(nullptr, kSeparator)
+                                  : XML_ParserCreate(nullptr),
+        &XML_ParserFree);
+    State state{parser.get(), detail, EventList(detail)};
+    if (detail == Detail::Exact) {
+        XML_SetParamEntityParsing(parser.get(), XML_PARAM_ENTITY_PARSING_ALWAYS);
+        XML_SetExternalEntityRefHandler(parser.get(), OnExternalEntity);
+        XML_SetStartNamespaceDeclHandler(parser.get(), OnDeclaration);
+    }
     XML_SetUserData(parser.get(), &state);
     XML_SetElementHandler(parser.get(), OnStart, OnEnd);
     XML_SetCharacterDataHandler(parser.get(), OnText);
@@ -85,6 +122,7 @@ Reading ReadWithExpat(const std::string& document, Detail detail) {
     Reading reading;
     reading.hasMarkupEntity = state.hasMarkupEntity;
     reading.hasSkippedEntity = state.hasSkippedEntity;
+    reading.hasMissedParameter = state.hasMissedParameter;
     if (status == XML_STATUS_OK) {
         reading.lines = state.events.Lines();
         return reading;

@@ -31,6 +31,7 @@ EventList::Attributes TakeAttributes(XmlTextReader& reader) {
     EventList::Attributes attributes;
     for (bool more = reader.MoveToFirstAttribute(); more; more = reader.MoveToNextAttribute()) {
         if (reader.Name() == "xmlns" || reader.Prefix() == "xmlns") continue;
+        if (reader.IsDefault()) continue;
         std::string name = NameOf(reader);
         const bool isWhole = reader.EntityHandling() != XmlEntityHandling::ExpandNothing;
         attributes.emplace_back(std::move(name),
@@ -62,6 +63,31 @@ void AddNode(XmlTextReader& reader, EventList& events) {
     }
 }
 
+// Adds an element with all its attributes, declarations of namespaces first.
+void AddExactly(XmlTextReader& reader, EventList& events) {
+    EventList::Attributes declarations;
+    EventList::Attributes others;
+    for (const Xml::XmlAttributeRef attribute : reader.Attributes()) {
+        const bool isDeclaration =
+            reader.Namespaces() && (attribute.Name() == "xmlns" || attribute.Prefix() == "xmlns");
+        const std::string value(attribute.Value());
+        if (isDeclaration) {
+            declarations.emplace_back(std::string(attribute.Name()), value);
+        } else {
+            others.emplace_back(ExpandedName(attribute.NamespaceURI(), attribute.LocalName()),
+                                value);
+        }
+    }
+    declarations.insert(declarations.end(), others.begin(), others.end());
+    events.Start(NameOf(reader), std::move(declarations));
+    if (reader.IsEmptyElement()) events.End(NameOf(reader));
+}
+
+std::string PlaceAndMessage(const Xml::Exception& error) {
+    return std::to_string(error.LineNumber()) + ":" + std::to_string(error.LinePos()) + ": " +
+           error.What();
+}
+
 Reading ReadAll(const std::string& document, Detail detail, XmlEntityHandling handling,
                 bool normalizes = true) {
     EventList events(detail);
@@ -77,9 +103,7 @@ Reading ReadAll(const std::string& document, Detail detail, XmlEntityHandling ha
             AddNode(reader, events);
         }
     } catch (const Xml::Exception& error) {
-        const std::string place =
-            std::to_string(error.LineNumber()) + ":" + std::to_string(error.LinePos()) + ": ";
-        return {events.Lines(), place + error.What()};
+        return {events.Lines(), PlaceAndMessage(error)};
     }
     return {events.Lines(), ""};
 }
@@ -90,6 +114,31 @@ Reading ReadWithReader(const std::string& document, Detail detail) {
     return ReadAll(document, detail,
                    detail == Detail::Whole ? XmlEntityHandling::ExpandEntities
                                            : XmlEntityHandling::ExpandNothing);
+}
+
+Reading ReadByStandard(const std::string& document, Detail detail, Names names) {
+    EventList events(detail);
+    IO::MemoryStream stream(reinterpret_cast<const unsigned char*>(document.data()),
+                            static_cast<long>(document.size()));
+    try {
+        XmlTextReader reader;
+        reader.SetConformance(Xml::XmlConformance::Standard);
+        reader.SetNamespaces(names == Names::Qualified);
+        reader.SetEntityHandling(XmlEntityHandling::ExpandEntities);
+        reader.SetStream(&stream, false);
+        while (reader.Read()) {
+            const bool isTag = reader.NodeType() == XmlNodeType::Element;
+            if (isTag && detail == Detail::Exact) {
+                AddExactly(reader, events);
+            } else {
+                AddNode(reader, events);
+            }
+            if (reader.NodeType() == XmlNodeType::EntityReference) events.Reference();
+        }
+    } catch (const Xml::Exception& error) {
+        return {events.Lines(), PlaceAndMessage(error)};
+    }
+    return {events.Lines(), ""};
 }
 
 Reading ReadUnnormalized(const std::string& document) {

@@ -8,6 +8,7 @@
 #include <espalier/dom/css/CSSStyleRule.h>
 #include <espalier/dom/css/CSSStyleSheet.h>
 
+#include "SheetOracle.h"
 #include "dom/css/CssText.h"
 #include "support/FileTest.h"
 
@@ -24,31 +25,12 @@
 
 namespace {
 
+using differential::FindPython;
+using differential::Plain;
 using Dom::CSS::CssNodeType;
 using Dom::CSS::CSSRule;
 using Dom::CSS::CSSStyleRule;
 using Dom::CSS::CSSStyleSheet;
-
-constexpr const char* kSheets[] = {"bootstrap-3",     "bootstrap-3.min", "bootstrap-5",
-                                   "bootstrap-5.min", "bulma",           "font-awesome",
-                                   "font-awesome.min"};
-
-// Returns a Python that has tinycss2, or an empty text.
-std::string FindPython() {
-    for (const std::string python : {"python3", "/usr/bin/python3"}) {
-        if (std::system((python + " -c 'import tinycss2' 2>/dev/null").c_str()) == 0) return python;
-    }
-    return "";
-}
-
-// Returns the text with one space for all white space between words, and none around them.
-std::string Plain(const std::string& text) {
-    std::istringstream words(text);
-    std::string plain;
-    for (std::string word; words >> word;)
-        plain += (plain.empty() ? "" : " ") + word;
-    return plain;
-}
 
 // Returns a line for each rule: the selectors and the names of the properties, with tabs between
 // them.
@@ -152,12 +134,7 @@ TEST_P(SheetsTest, ASheetTakesTheRulesOfCss2) {
     EXPECT_GT(sheet.CssRules().Length(), RuleCount() / 2);
 }
 
-INSTANTIATE_TEST_SUITE_P(Fetched, SheetsTest, testing::ValuesIn(kSheets), [](const auto& sheet) {
-    std::string name = sheet.param;
-    for (char& character : name) {
-        if (character == '-' || character == '.') character = '_';
-    }
-    return name;
-});
+INSTANTIATE_TEST_SUITE_P(Fetched, SheetsTest, testing::ValuesIn(differential::kSheets),
+                         [](const auto& sheet) { return differential::TestName(sheet); });
 
 }  // namespace

@@ -207,5 +207,41 @@ class CheckErrors(CheckTest):
                           "docs/errors.md: shows another number of inputs than the example")
 
 
+class RunTestsTest(unittest.TestCase):
+    """scripts/run-tests, with scripts in the place of programs of tests."""
+
+    OK = "echo '[ RUN      ] A.Good'; echo '[       OK ] A.Good (0 ms)'; "
+    BAD = "echo '[ RUN      ] A.Bad'; echo why; echo '[  FAILED  ] A.Bad (0 ms)'; "
+    END = "echo '[==========] 2 tests from 1 test suite ran. (0 ms total)'; "
+
+    def run_tests(self, program, seconds=10):
+        run = subprocess.run([SCRIPTS / "run-tests", str(seconds), "bash", "-c", program],
+                             capture_output=True, text=True, check=False)
+        return run.returncode, run.stdout
+
+    def test_is_quiet_when_all_is_well(self):
+        self.assertEqual(self.run_tests(self.OK + self.END), (0, "1 passed, 0 skipped, 0 failed\n"))
+
+    def test_shows_and_names_what_fails(self):
+        status, output = self.run_tests(self.OK + self.BAD + self.END + "exit 1")
+        self.assertEqual(status, 1)
+        self.assertIn("why\n", output)
+        self.assertIn("FAILED: A.Bad\n1 passed, 0 skipped, 1 failed\n", output)
+
+    def test_names_what_ran_when_the_program_ended(self):
+        status, output = self.run_tests(self.OK + "echo '[ RUN      ] A.Crash'; echo report; exit 3")
+        self.assertEqual(status, 3)
+        self.assertIn("report\nFAILED: A.Crash ended the program, or took too long\n", output)
+
+    def test_names_what_takes_too_long(self):
+        status, output = self.run_tests("echo '[ RUN      ] A.Slow'; sleep 20", seconds=1)
+        self.assertNotEqual(status, 0)
+        self.assertIn("FAILED: A.Slow ended the program, or took too long\n", output)
+
+    def test_fails_without_tests(self):
+        for program in ("true", self.END):
+            self.assertNotEqual(self.run_tests(program)[0], 0)
+
+
 if __name__ == "__main__":
     unittest.main()

@@ -12,6 +12,7 @@ struct ReaderSettings {
     bool normalization = false;
     Xml::XmlTextReader::XmlWsHandlingEnum whitespace = Xml::XmlTextReader::WsAll;
     Xml::XmlEntityHandling entities;
+    Xml::XmlConformance conformance = {};
 
     bool resolve = false;  ///< calls ResolveEntity() on every reference to an entity
     bool parts = false;    ///< steps through the values of attributes by ReadAttributeValue()
@@ -22,6 +23,7 @@ struct ReaderSettings {
         reader.SetNormalization(normalization);
         reader.SetWhitespaceHandling(whitespace);
         reader.SetEntityHandling(entities);
+        reader.SetConformance(conformance);
     }
 };
 
@@ -29,6 +31,14 @@ struct ReaderSettings {
 inline ReaderSettings WithEntities(Xml::XmlEntityHandling handling) {
     ReaderSettings settings;
     settings.entities = handling;
+    return settings;
+}
+
+/// Returns the settings of a conforming processor: the rules of the standard, references replaced.
+inline ReaderSettings StandardSettings(bool namespaces = true) {
+    ReaderSettings settings = WithEntities(Xml::XmlEntityHandling::ExpandEntities);
+    settings.conformance = Xml::XmlConformance::Standard;
+    settings.namespaces = namespaces;
     return settings;
 }
 

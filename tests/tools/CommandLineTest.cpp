@@ -39,13 +39,14 @@ TEST(CommandLine, HelpFitsOneScreenAndNamesAllVerbs) {
     EXPECT_NE(result.out.find("\n  check "), std::string::npos);
     EXPECT_NE(result.out.find("\n  css "), std::string::npos);
     EXPECT_NE(result.out.find("\n  events "), std::string::npos);
+    EXPECT_NE(result.out.find("\n  style "), std::string::npos);
     EXPECT_NE(result.out.find("\n  tree "), std::string::npos);
     EXPECT_EQ(RunProgram({"help"}).out, result.out);
     EXPECT_EQ(RunProgram({"-h"}).out, result.out);
 }
 
 TEST(CommandLine, HelpOfAVerbEndsInTwoExamples) {
-    for (const char* const verb : {"check", "css", "events", "tree"}) {
+    for (const char* const verb : {"check", "css", "events", "format", "select", "style", "tree"}) {
         SCOPED_TRACE(verb);
         const ProgramResult result = RunProgram({verb, "--help"});
         EXPECT_EQ(result.exitCode, 0);

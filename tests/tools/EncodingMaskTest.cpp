@@ -43,12 +43,34 @@ TEST(EncodingMask, HidesTheNameOfAnotherEncoding) {
         std::string expected;
         const char* name;
     } kCases[] = {
-        {"<?xml version='1.0' encoding='l1'?><a/>", "<?xml version='1.0' encoding='xx'?><a/>",
+        // There is room for the name of UTF-8.
+        {"<?xml version='1.0' encoding='EUC-KR'?><a/>",
+         "<?xml version='1.0' encoding= 'UTF-8'?><a/>", "EUC-KR"},
+        {"<?xml version='1.0' encoding='UTF-7'?><a/>", "<?xml version='1.0' encoding='UTF-8'?><a/>",
+         "UTF-7"},
+        {"<?xml version = \"1.0\"\n encoding = \"ISO-8859-1\" ?>",
+         "<?xml version = \"1.0\"\n encoding =      \"UTF-8\" ?>", "ISO-8859-1"},
+        // There is none.
+        {"<?xml version='1.0' encoding='l1'?><a/>", "<?xml version='1.0'              ?><a/>",
          "l1"},
-        {"<?xml version = \"1.0\"\n encoding = \"EUC-KR\" ?>",
-         "<?xml version = \"1.0\"\n encoding = \"xxxxxx\" ?>", "EUC-KR"},
-        {"\xEF\xBB\xBF<?xml version='1.0' encoding='l1'?>",
-         "\xEF\xBB\xBF<?xml version='1.0' encoding='xx'?>", "l1"},
+        {"<?xml version='1.0' encoding='l1' standalone='yes'?><a/>",
+         "<?xml version='1.0'               standalone='yes'?><a/>", "l1"},
+        {"\xEF\xBB\xBF<?xml version='1.0' encoding = \"l1\"?>",
+         "\xEF\xBB\xBF<?xml version='1.0'                ?>", "l1"},
+        {"<?xml version='1.0'\n  encoding\n=\n'l1'?><a/>",
+         "<?xml version='1.0'\n          \n \n    ?><a/>", "l1"},
+        // What is wrong stays wrong.
+        {"<?xml version='1.0'encoding='EUC-KR'?>", "<?xml version='1.0'encoding= 'UTF-8'?>",
+         "EUC-KR"},
+        {"<?xml version='1.0' encoding='EUC-KR'standalone='no'?>",
+         "<?xml version='1.0' encoding= 'UTF-8'standalone='no'?>", "EUC-KR"},
+        {"<?xml version='1.0'encoding='l1'?>", "<?xml version='1.0'encoding='xx'?>", "l1"},
+        {"<?xml version='1.0' encoding='l1'standalone='no'?>",
+         "<?xml version='1.0' encoding='xx'standalone='no'?>", "l1"},
+        {"<?xml encoding='l1' version='1.0'?>", "<?xml encoding='xx' version='1.0'?>", "l1"},
+        {"<?xml version='1.0' encoding='8 bits'?>", "<?xml version='1.0' encoding='8 bits'?>",
+         "8 bits"},
+        // Nothing has to be hidden.
         {"<?xml version='1.0' encoding='UTF-8'?><a/>", "<?xml version='1.0' encoding='UTF-8'?><a/>",
          ""},
         {"<?xml version='1.0' encoding='utf-8'?><a/>", "<?xml version='1.0' encoding='utf-8'?><a/>",
@@ -63,16 +85,22 @@ TEST(EncodingMask, HidesTheNameOfAnotherEncoding) {
         SCOPED_TRACE(c.document);
         for (const int piece : {1, 2, 7, 1000}) {
             Tool::PeekedStream stream(std::make_unique<Pieces>(c.document, piece));
-            EXPECT_EQ(Tool::MaskDeclaredName(stream), c.name);
-            EXPECT_EQ(ReadAll(stream), c.expected);
+            const Tool::EncodingMask mask = Tool::MaskDeclaredName(stream);
+            EXPECT_EQ(mask.name, c.name);
+            const std::string masked = ReadAll(stream);
+            EXPECT_EQ(masked, c.expected);
+            EXPECT_EQ(masked.size(), c.document.size());
+            EXPECT_EQ(Tool::WithoutMask(masked, mask), c.document);
         }
     }
 }
 
 TEST(EncodingMask, IsTakenOffForPeople) {
-    EXPECT_EQ(Tool::WithoutMask("version='1.0' encoding='xx'", "l1"),
+    const Tool::EncodingMask mask = {"l1", "'l1'", "'xx'"};
+    EXPECT_EQ(Tool::WithoutMask("version='1.0' encoding='xx'", mask),
               "version='1.0' encoding='l1'");
-    EXPECT_EQ(Tool::WithoutMask("version='1.0'", "l1"), "version='1.0'");
+    EXPECT_EQ(Tool::WithoutMask("version='1.0'", mask), "version='1.0'");
+    EXPECT_EQ(Tool::WithoutMask("version='1.0'", {}), "version='1.0'");
 }
 
 TEST(EncodingMask, DoesNotReadFarForADeclaration) {

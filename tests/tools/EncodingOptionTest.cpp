@@ -69,7 +69,7 @@ std::string Document(const char* declared, const std::string& text) {
 }
 
 const std::vector<std::string> kVerbs[] = {
-    {"check", "-v"}, {"events", "--attributes"}, {"tree", "--counts"}, {"format"}};
+    {"check", "-v", "--compatible"}, {"events", "--attributes"}, {"tree", "--counts"}, {"format"}};
 
 std::vector<std::string> WithEncoding(std::vector<std::string> arguments, const char* encoding) {
     arguments.insert(arguments.end(), {"--encoding", encoding});
@@ -124,10 +124,11 @@ TEST(EncodingOption, PlacesAndLinesOfErrorsStayRight) {
         const std::string utf8 = Replaced(Document("nobody-knows", encoding.text), "</b>", "</c>");
         const std::string bytes =
             Encoded(Replaced(utf8, "nobody-knows", "windows-1254"), encoding.iconvName);
-        const ProgramResult expected = RunProgram({"check"}, utf8);
+        const ProgramResult expected = RunProgram({"check", "--compatible"}, utf8);
         EXPECT_EQ(expected.exitCode, 3);
         EXPECT_NE(expected.errors.find(encoding.text), std::string::npos) << expected.errors;
-        ExpectSame(RunProgram({"check", "--encoding", encoding.name}, bytes), expected);
+        ExpectSame(RunProgram({"check", "--compatible", "--encoding", encoding.name}, bytes),
+                   expected);
         const std::string name = directory.Write("a.xml", bytes);
         EXPECT_EQ(RunProgram({"check", "--encoding", encoding.name, name}).errors,
                   Replaced(expected.errors, "<stdin>", name));

@@ -129,9 +129,10 @@ TEST(Entities, ErrorsInTheirTextAreShownAtTheReference) {
     };
     for (const auto& c : kCases) {
         SCOPED_TRACE(c.input);
-        for (const std::vector<std::string>& arguments : {std::vector<std::string>{"check"},
-                                                          {"events", "--entities", "all"},
-                                                          {"tree", "--counts"}}) {
+        for (const std::vector<std::string>& arguments :
+             {std::vector<std::string>{"check", "--compatible"},
+              {"events", "--entities", "all"},
+              {"tree", "--counts"}}) {
             const ProgramResult result = RunProgram(arguments, c.input);
             EXPECT_EQ(result.errors, c.expected) << arguments[0];
             EXPECT_EQ(result.exitCode, 3);
@@ -154,7 +155,7 @@ TEST(Entities, ErrorsInALongPipeHaveNoCaretWhereEntitiesAreDeclared) {
     for (const auto& c : kCases) {
         SCOPED_TRACE(c.end);
         ProgramSetup setup;
-        setup.arguments = {"check"};
+        setup.arguments = {"check", "--compatible"};
         std::string start = "<!DOCTYPE a [<!ENTITY e '" + std::string(50, 'x') +
                             "<b></c>'><!ENTITY f '<b></c>'>]>\n<a>\n";
         auto records = ManyRecords(300000, "</r:all>\n" + std::string(c.end));
@@ -191,10 +192,12 @@ TEST(Entities, ACycleIsShownAtItsDeclaration) {
               "    6 |   <b/>&e;\n"
               "      |       ^\n");
     // A value has no place of its own to show.
-    EXPECT_EQ(RunProgram({"check"}, "<!DOCTYPE a [\n<!ENTITY e '&e;'>\n]>\n<a x='&e;'/>").errors,
-              "<stdin>:2:1: error: Cyclic entity reference 'e'\n"
-              "    2 | <!ENTITY e '&e;'>\n"
-              "      | ^\n");
+    EXPECT_EQ(
+        RunProgram({"check", "--compatible"}, "<!DOCTYPE a [\n<!ENTITY e '&e;'>\n]>\n<a x='&e;'/>")
+            .errors,
+        "<stdin>:2:1: error: Cyclic entity reference 'e'\n"
+        "    2 | <!ENTITY e '&e;'>\n"
+        "      | ^\n");
 }
 
 TEST(Entities, TheirLimitsAreNoMistakesOfTheDocument) {
@@ -213,9 +216,10 @@ TEST(Entities, TheirLimitsAreNoMistakesOfTheDocument) {
     };
     for (const auto& c : kCases) {
         SCOPED_TRACE(c.expected);
-        for (const std::vector<std::string>& arguments : {std::vector<std::string>{"check"},
-                                                          {"events", "--entities", "all"},
-                                                          {"tree", "--counts"}}) {
+        for (const std::vector<std::string>& arguments :
+             {std::vector<std::string>{"check", "--compatible"},
+              {"events", "--entities", "all"},
+              {"tree", "--counts"}}) {
             const ProgramResult result = RunProgram(arguments, c.input);
             EXPECT_EQ(result.errors, c.expected) << arguments[0];
             EXPECT_EQ(result.exitCode, 5);
@@ -254,8 +258,56 @@ TEST(Entities, WhatIsNotEndedInTheDocumentTypeIsShown) {
     };
     for (const auto& c : kCases) {
         SCOPED_TRACE(c.input);
-        const ProgramResult result = RunProgram({"check"}, c.input);
+        const ProgramResult result = RunProgram({"check", "--compatible"}, c.input);
         EXPECT_EQ(result.errors, c.expected);
         EXPECT_EQ(result.exitCode, 3);
+    }
+}
+
+// By the standard, the text of an entity is judged before the reference to it is told.
+TEST(Entities, ErrorsInTheirTextAreShownAtTheReferenceByTheStandard) {
+    const struct {
+        const char* input;
+        const char* expected;
+    } kCases[] = {
+        {"<!DOCTYPE a [<!ENTITY e 'x<b>y</c>'>]>\n<a>&amp;&e;</a>",
+         "<stdin>:2:9: error: End tag 'c' doesn't match start tag 'b' (in the text of the entity "
+         "'e')\n"
+         "    2 | <a>&amp;&e;</a>\n"
+         "      |         ^\n"},
+        {"<!DOCTYPE a [<!ENTITY e '<b x=\"&u;\"/>'><!ENTITY f '<c>&e;</c>'>]>\n<a>&f;</a>",
+         "<stdin>:2:4: error: Undeclared entity 'u' (in the text of the entity 'f')\n"
+         "    2 | <a>&f;</a>\n"
+         "      |    ^\n"},
+        {"<!DOCTYPE a [<!ENTITY e '<b>'>]>\n<a>&e;</b></a>",
+         "<stdin>:2:4: error: Element does not end in the entity in which it begins 'b' (in the "
+         "text of the entity 'e')\n"
+         "    2 | <a>&e;</b></a>\n"
+         "      |    ^\n"},
+        {"<!DOCTYPE a [<!ENTITY e 'x'>]>\n<a>&e;<b></c>&e;</a>",  // behind a reference
+         "<stdin>:2:13: error: End tag 'c' doesn't match start tag 'b'\n"
+         "    2 | <a>&e;<b></c>&e;</a>\n"
+         "      |             ^\n"
+         "<stdin>:2:7: note: <b> was opened here\n"
+         "    2 | <a>&e;<b></c>&e;</a>\n"
+         "      |       ^\n"},
+        {"<!DOCTYPE a [\n<!ENTITY e '<b>&e;</b>'>\n]>\n<a>&e;</a>",
+         "<stdin>:2:1: error: Cyclic entity reference 'e'\n"
+         "    2 | <!ENTITY e '<b>&e;</b>'>\n"
+         "      | ^\n"
+         "<stdin>:4:4: note: the reference that leads to it is here\n"
+         "    4 | <a>&e;</a>\n"
+         "      |    ^\n"},
+        {"<!DOCTYPE a [\n<!ENTITY e '&e;'>\n]>\n<a x='&e;'>&e;</a>",  // from a value
+         "<stdin>:2:1: error: Cyclic entity reference 'e'\n"
+         "    2 | <!ENTITY e '&e;'>\n"
+         "      | ^\n"},
+    };
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.input);
+        for (const std::vector<std::string>& arguments :
+             {std::vector<std::string>{"check"}, {"tree", "--counts", "--standard"}}) {
+            EXPECT_EQ(RunProgram(arguments, c.input).errors, c.expected) << arguments[0];
+        }
     }
 }

@@ -229,8 +229,10 @@ TEST(Format, RefusesWhatCheckRefuses) {
           "<p:a xmlns:p='u'><p:b></p:c></p:a>", "<a>&lt</a>"}) {
         SCOPED_TRACE(document);
         const ProgramResult format = RunProgram({"format"}, document);
-        const ProgramResult check = RunProgram({"check"}, document);
+        const ProgramResult check = RunProgram({"check", "--compatible"}, document);
         EXPECT_EQ(format.errors, check.errors);
+        EXPECT_EQ(RunProgram({"format", "--standard"}, document).errors,
+                  RunProgram({"check"}, document).errors);
         EXPECT_EQ(format.exitCode, 3);
     }
 }
@@ -283,4 +285,23 @@ TEST(Format, TakesConstantMemoryFromAPipe) {
     EXPECT_EQ(result.exitCode, 1) << result.errors;
     EXPECT_EQ(result.out, "<stdin>: would change\n");
     EXPECT_LT(result.peakKilobytes, kPeakKilobytes);
+}
+
+TEST(Format, WritesNothingThatTheDocumentTypeSupplies) {
+    const std::string document =
+        "<!DOCTYPE a [<!ATTLIST a y CDATA 'd' z NMTOKENS #IMPLIED>]>\n<a z=\" 1  2 \">&amp;</a>\n";
+    const ProgramResult result = RunProgram({"format", "--standard"}, document);
+    EXPECT_EQ(result.out, document);
+    EXPECT_EQ(result.errors, "");
+    EXPECT_EQ(result.exitCode, 0);
+}
+
+TEST(Format, SaysWhatItCannotFormatByTheStandard) {
+    const ProgramResult result = RunProgram({"format", "--standard"}, "<a>\n <\xE4\xB8\xAD/></a>");
+    EXPECT_EQ(result.errors,
+              "<stdin>:2:3: error: Cannot be formatted with --standard: "
+              "Syntax error: Expected element name\n"
+              "    2 |  <\xE4\xB8\xAD/></a>\n"
+              "      |   ^\n");
+    EXPECT_EQ(result.exitCode, 4);
 }

@@ -169,8 +169,10 @@ TEST(TreeDrawing, ErrorsAreToldAsByCheck) {
     for (const char* const input : {"<a><b></a>", "<a><!-- x", "<a>&e;</a>", "text", ""}) {
         SCOPED_TRACE(input);
         const ProgramResult result = RunProgram({"tree"}, input);
-        const ProgramResult check = RunProgram({"check"}, input);
+        const ProgramResult check = RunProgram({"check", "--compatible"}, input);
         EXPECT_EQ(result.errors, check.errors);
+        EXPECT_EQ(RunProgram({"tree", "--standard"}, input).errors,
+                  RunProgram({"check"}, input).errors);
         EXPECT_EQ(result.exitCode, check.exitCode);
     }
     EXPECT_EQ(RunProgram({"tree", "/nonexistent/a.xml"}).exitCode, 4);

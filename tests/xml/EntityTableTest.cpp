@@ -193,4 +193,18 @@ TEST(EntityTable, CostsThatFitInNoNumberStayGreat) {
     EXPECT_EQ(table.FindGeneral("e199")->nesting, 200);
 }
 
+// A default value may refer to an entity before all that its text refers to is declared.
+TEST(EntityTable, WhatIsDeclaredLaterIsMeasured) {
+    EntityTable table;
+    EntityRecord& outer = Declare(table, "outer", "&inner;");
+    EXPECT_EQ(table.Measure(outer).cost, 7);
+    Declare(table, "inner", "&text;&text;");
+    EXPECT_EQ(table.Measure(outer).cost, 7 + 12);
+    EXPECT_FALSE(table.Measure(outer).isMarkup);
+    Declare(table, "text", "<12345678>");
+    EXPECT_EQ(table.Measure(outer).cost, 7 + 12 + 20);
+    EXPECT_EQ(table.Measure(outer).nesting, 3);
+    EXPECT_TRUE(table.Measure(outer).isMarkup);
+}
+
 }  // namespace

@@ -9,6 +9,8 @@ std::vector<std::unique_ptr<Verb>> AllVerbs() {
     verbs.push_back(MakeCss());
     verbs.push_back(MakeEvents());
     verbs.push_back(MakeFormat());
+    verbs.push_back(MakeSelect());
+    verbs.push_back(MakeStyle());
     verbs.push_back(MakeTree());
     return verbs;
 }

@@ -18,7 +18,8 @@ public:
     }
 
     const char* Footer() const override {
-        return "Says nothing when all is well. The first error of each document goes to standard\n"
+        return "Documents are judged by XML 1.0 and Namespaces in XML 1.0 to the letter. Nothing\n"
+               "is said when all is well. The first error of each document goes to standard\n"
                "error, with its line and a caret. The exit code is that of the worst document:\n"
                "0 well-formed, 3 not well-formed, 4 cannot be read, 5 beyond a limit.\n"
                "\n"
@@ -30,10 +31,16 @@ public:
     void AddOptions(CLI::App& app) override {
         app.add_option("FILE", names_, "documents; \"-\" or none: standard input")->type_name("");
         app.add_flag("-v,--verbose", verbose_, "also name the documents that are well-formed");
+        app.add_flag("--compatible", compatible_,
+                     "judge as other verbs do, but take one root element only");
         app.add_flag("--no-namespaces", noNamespaces_, "let names hold any number of colons");
     }
 
+    bool TakesStandard() const override { return false; }  // it does so unless it is told not to
+
     ExitCode Run(Context& context) override {
+        context.input.conformance =
+            compatible_ ? Xml::XmlConformance::Compatible : Xml::XmlConformance::Standard;
         if (names_.empty()) names_.emplace_back("-");
         ExpectInputs(names_, context.progress);
         ExitCode worst = ExitCode::Yes;
@@ -63,6 +70,7 @@ private:
 
     std::vector<std::string> names_;
     bool verbose_ = false;
+    bool compatible_ = false;
     bool noNamespaces_ = false;
 };
 

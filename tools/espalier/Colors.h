@@ -9,6 +9,7 @@ namespace Tool {
 inline constexpr std::string_view kTypeColor = "\x1B[36m";
 inline constexpr std::string_view kNameColor = "\x1B[1m";
 inline constexpr std::string_view kValueColor = "\x1B[32m";
+inline constexpr std::string_view kFaintColor = "\x1B[2m";
 inline constexpr std::string_view kNoColor = "\x1B[0m";
 
 }  // namespace Tool

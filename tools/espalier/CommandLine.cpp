@@ -9,6 +9,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <initializer_list>
 #include <iterator>
 #include <numeric>
 #include <optional>
@@ -36,8 +38,6 @@ constexpr std::string_view kHelpEnd =
     "\n"
     "Examples:\n"
     "  espalier check *.xml             is every document well-formed?\n"
-    "  espalier check 'a.epub!b.opf'    and the one in this archive?\n"
-    "  espalier events feed.xml         every node, one a line\n"
     "  espalier format feed.xml         the same document, indented\n"
     "  espalier tree --counts big.xml   what is in it, and how often\n";
 
@@ -72,22 +72,48 @@ std::string Complaint(const Verb& verb, std::string_view message) {
                        message.substr(0, message.find('\n')), verb.Name());
 }
 
-// Returns the help of a verb, without the options that all have and the general help tells.
-std::string VerbHelp(CLI::App& app) {
-    for (const char* const option : {"--help", "--color", "--progress"})
-        app.get_option(option)->group("");
+// Removes the first `part` from a text; nothing when there is none.
+void Erase(std::string& text, std::string_view part) {
+    const std::size_t position = text.find(part);
+    if (position != std::string::npos) text.erase(position, part.size());
+}
+
+// Returns the help of a verb without what the parser puts between the lines.
+std::string CompactHelp(const CLI::App& app) {
     std::string help = app.help();
-    const std::size_t gap = help.find("\n\n\n");  // where they would be
+    Erase(help, "Positionals:\n");
+    Erase(help, "\nOptions:\n");
+    const std::size_t gap = help.find("\n\n\n");  // where options are that are not shown
     if (gap != std::string::npos) help.erase(gap, 1);
     while (help.ends_with("\n\n"))
         help.pop_back();
     return help;
 }
 
+void Hide(CLI::App& app, std::initializer_list<const char*> options) {
+    for (const char* const option : options)
+        app.get_option(option)->group("");
+}
+
+// Returns the help of a verb, without the options that all have and the general help tells. What
+// most verbs have is told in short where the help would not fit a screen, less a line for the
+// prompt.
+std::string VerbHelp(CLI::App& app) {
+    constexpr std::ptrdiff_t kMostLines = 23;
+    Hide(app, {"--help", "--color", "--progress"});
+    std::string help = CompactHelp(app);
+    if (std::count(help.begin(), help.end(), '\n') <= kMostLines) return help;
+    Hide(app, {"--standard", "--encoding", "--max-bytes", "--max-ratio"});
+    app.footer("--standard, --encoding, --max-bytes and --max-ratio are those of \"events\".\n" +
+               app.get_footer());
+    return CompactHelp(app);
+}
+
 ExitCode RunVerb(Verb& verb, std::vector<std::string> arguments, Context& context) {
     CLI::App app(verb.Summary(), fmt::format("espalier {}", verb.Name()));
     CommonOptions options;
     verb.AddOptions(app);
+    if (verb.TakesStandard()) AddStandardOption(app, context.input);
     AddInputOptions(app, context.input);
     AddCommonOptions(app, options);
     app.footer(verb.Footer());

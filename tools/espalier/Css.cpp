@@ -3,15 +3,82 @@
 #include "OutputFile.h"
 #include "RuleLines.h"
 #include "RuleObjects.h"
+#include "RuleParts.h"
 #include "Sheet.h"
+#include "SheetEncoding.h"
 #include "Verb.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+#include <tuple>
+#include <utility>
+
 namespace Tool {
 
 namespace {
+
+// Shows a sheet that has been read.
+class SheetShowing {
+public:
+    SheetShowing(Sheet& sheet, Output& out, bool isOneOfSeveral, bool json, bool check)
+        : sheet_(sheet),
+          out_(out),
+          file_(isOneOfSeveral ? std::string_view(sheet.DisplayName()) : std::string_view()),
+          json_(json),
+          check_(check) {}
+
+    void Show() {
+        if (!check_) ShowRules(sheet_.Rules());
+        while (nextRemark_ < sheet_.Remarks().size())
+            ShowNextRemark();
+    }
+
+private:
+    // Rules are not deep in each other, so this may recurse.
+    void ShowRules(const Dom::CSS::CSSRuleList& rules) {
+        for (const Dom::CSS::CSSRule* const rule : rules) {
+            ShowRemarksBefore(rule->Place());
+            RuleParts parts = PartsOf(*rule);
+            if (json_) {
+                WriteRuleObject(out_, file_, rule->Place(), outer_, parts);
+            } else {
+                WriteRuleLines(out_, file_, parts, outer_.size());
+            }
+            if (parts.rules == nullptr) continue;
+            outer_.push_back(std::move(parts.head));
+            ShowRules(*parts.rules);
+            outer_.pop_back();
+        }
+    }
+
+    // On a terminal, what is left out comes between the rules where it is.
+    void ShowRemarksBefore(Dom::CSS::SourcePlace place) {
+        while (nextRemark_ < sheet_.Remarks().size()) {
+            const Dom::CSS::SourcePlace own = sheet_.Remarks()[nextRemark_].place;
+            if (std::tie(own.line, own.column) >= std::tie(place.line, place.column)) return;
+            ShowNextRemark();
+        }
+    }
+
+    void ShowNextRemark() {
+        const SheetRemark& remark = sheet_.Remarks()[nextRemark_++];
+        if (json_ && check_) return WriteRemarkObject(out_, file_, remark);
+        out_.Flush();
+        sheet_.Explain(remark);
+    }
+
+    Sheet& sheet_;
+    Output& out_;
+    std::string_view file_;
+    bool json_;
+    bool check_;
+    std::vector<std::string> outer_;  // the heads of the rules that we are in
+    std::size_t nextRemark_ = 0;
+};
 
 class Css final : public Verb {
 public:
@@ -21,9 +88,10 @@ public:
 
     const char* Footer() const override {
         return "Each rule is a line  IDS,CLASSES,ELEMENTS SELECTORS  (its specificity), and one\n"
-               "for each declaration, with shorthands such as margin taken apart. What is\n"
-               "refused goes to standard error, with its line and a caret, and the exit code\n"
-               "is 3 then.\n"
+               "for each declaration, with shorthands such as margin taken apart. Rules in\n"
+               "others, such as @media, are indented. What is left out goes to standard\n"
+               "error, with its line and a caret, and the exit code is 3 then. With --check,\n"
+               "properties that are not known are told, too.\n"
                "\n"
                "Examples:\n"
                "  espalier css --check site/*.css\n"
@@ -33,17 +101,20 @@ public:
     void AddOptions(CLI::App& app) override {
         app.add_option("FILE", names_, "style sheets; \"-\" or none: standard input")
             ->type_name("");
-        CLI::Option* const check = app.add_flag("--check", check_, "show only what is refused")
-                                       ->option_text(" ");  // not what it excludes
+        CLI::Option* const check =
+            app.add_flag("--check", check_, "show only what is left out or unknown")
+                ->option_text(" ");  // not what it excludes
         app.add_flag("--json", json_, "one JSON object a line");
         app.add_option("-o,--output", output_, "write to this file, if all goes well")
             ->option_text("FILE")
             ->excludes(check);
         app.add_option_function<std::string>(
                "--encoding", [this](const std::string& name) { SetEncoding(name); },
-               "UTF-8 (default), UTF-16, ISO-8859-1 and their like")
+               "of sheets that do not say theirs; UTF-8 (default), ...")
             ->option_text("NAME");
     }
+
+    bool TakesStandard() const override { return false; }  // there is nothing of XML in sheets
 
     ExitCode Run(Context& context) override {
         if (names_.empty()) names_.emplace_back("-");
@@ -58,47 +129,34 @@ public:
 
 private:
     void SetEncoding(const std::string& name) {
-        encoding_ = FindSheetEncoding(name);
-        if (encoding_ != nullptr) return;
+        encoding_ = name;
+        if (IsSheetEncoding(name)) return;
         std::string names;
-        for (const SheetEncoding& encoding : SheetEncodings())
-            names.append(names.empty() ? "" : ", ").append(encoding.name);
+        for (const std::string_view encoding : SheetEncodings())
+            names.append(names.empty() ? "" : ", ").append(encoding);
         throw CLI::ValidationError("--encoding", fmt::format("\"{}\" is none of {}", name, names));
     }
 
     ExitCode ShowOne(const std::string& name, Context& context) const {
         std::unique_ptr<Sheet> sheet;
         try {
-            sheet = std::make_unique<Sheet>(name, *encoding_, context);
+            sheet = std::make_unique<Sheet>(name, context);
         } catch (const Xml::Exception& error) {
             return ExplainOpening(name, error, context);
         }
-        ExitCode worst = ExitCode::Yes;
-        while (const std::optional<SheetItem> item = sheet->Next())
-            worst = Worse(worst, Show(*item, *sheet, context));
+        const ExitCode outcome = sheet->Read(encoding_, check_);
+        if (outcome != ExitCode::Yes) return outcome;
+        SheetShowing showing(*sheet, context.out, names_.size() > 1, json_, check_);
+        showing.Show();
         context.out.Flush();
-        return Worse(worst, sheet->ExplainFailure());
-    }
-
-    ExitCode Show(const SheetItem& item, Sheet& sheet, Context& context) const {
-        const std::string_view file =
-            names_.size() > 1 ? std::string_view(sheet.DisplayName()) : std::string_view();
-        const bool isRefused = item.rule == nullptr;
-        if (json_ && isRefused == check_) {
-            WriteRuleObject(context.out, file, item);
-        } else if (!check_ && !isRefused) {
-            WriteRuleLines(context.out, file, *item.rule);
-        }
-        if (!isRefused) return ExitCode::Yes;
-        if (json_ && check_) return ExitCode::NotWellFormed;
-        context.out.Flush();  // on a terminal it comes after the rules before it
-        return sheet.ExplainRefusal(item);
+        const bool isLeftOut = std::ranges::any_of(sheet->Remarks(), &SheetRemark::IsLeftOut);
+        return isLeftOut ? ExitCode::NotWellFormed : ExitCode::Yes;
     }
 
     std::vector<std::string> names_;
     bool check_ = false;
     bool json_ = false;
-    const SheetEncoding* encoding_ = SheetEncodings().data();
+    std::string encoding_;
     std::string output_;
 };
 

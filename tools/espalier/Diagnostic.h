@@ -14,7 +14,7 @@
 namespace Tool {
 
 /// How bad it is what a message tells.
-enum class Severity { Error, Note };
+enum class Severity { Error, Warning, Note };
 
 /// Returns a message in the form of compilers, coloured as the console wants it:
 /// "FILE:LINE:COLUMN: error: TEXT" and a line feed.

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Document.h"
 
-#include "EncodingMask.h"
 #include "Excerpt.h"
 #include "Utf8.h"
 
@@ -9,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <string_view>
 
 namespace Tool {
@@ -16,17 +16,19 @@ namespace Tool {
 namespace {
 
 constexpr std::string_view kSecondRoot = "Second root element";
+constexpr std::string_view kSecondRootByStandard = "Only one document element is allowed";
 constexpr std::string_view kCyclicEntity = "Cyclic entity reference";
 constexpr std::string_view kMissingEnd = "Missing end element";
 constexpr std::string_view kMismatch = "' doesn't match start tag '";
 
 // Messages that mean that the document may be fine, but more than the reader takes.
-constexpr std::array<std::string_view, 5> kLimits = {
+constexpr std::array<std::string_view, 6> kLimits = {
     "Input buffer overflow",
     "Buffer overflow while reading markup token",
     "Input buffer full - token too big",
     "Entity expansion limit exceeded",
     "Entity nesting limit exceeded",
+    "Limit on supplied attributes exceeded",
 };
 
 // Returns an argument of a message as one short line.
@@ -43,14 +45,6 @@ std::string OneLine(std::string_view argument) {
     return line;
 }
 
-std::string MessageText(const Xml::Exception& error) {
-    const std::string_view message = error.What();
-    const std::string_view argument = error.Argument();
-    const bool saysAll = message.find(kMismatch) != std::string_view::npos;
-    if (argument.empty() || saysAll) return std::string(message);
-    return fmt::format("{} '{}'", message, OneLine(argument));
-}
-
 // Returns the name of the open element that an error is about, or empty.
 std::string_view OpenElementName(const Xml::Exception& error) {
     const std::string_view message = error.What();
@@ -60,6 +54,39 @@ std::string_view OpenElementName(const Xml::Exception& error) {
     std::string_view name = message.substr(mismatch + kMismatch.size());
     name.remove_suffix(name.empty() ? 0 : 1);  // the quotation mark
     return name;
+}
+
+// What a message says is open at the end of the document, and where it begins.
+struct OpenConstruct {
+    std::string name;
+    Place place;
+};
+
+constexpr std::string_view kEndIn = "Unexpected end of file in the ";
+constexpr std::string_view kBeginsAt = " that begins at line ";
+
+// Reads "Unexpected end of file in the NAME that begins at line LINE, position POSITION".
+std::optional<OpenConstruct> ReadOpenConstruct(std::string_view message) {
+    const std::size_t begins = message.find(kBeginsAt);
+    if (!message.starts_with(kEndIn) || begins == std::string_view::npos) return std::nullopt;
+    OpenConstruct open{std::string(message.substr(kEndIn.size(), begins - kEndIn.size())), {}};
+    constexpr std::string_view kPosition = ", position ";
+    const std::string_view line = message.substr(begins + kBeginsAt.size());
+    const std::size_t comma = line.find(kPosition);
+    if (comma == std::string_view::npos) return std::nullopt;
+    const std::string_view position = line.substr(comma + kPosition.size());
+    std::from_chars(line.data(), line.data() + comma, open.place.line);
+    std::from_chars(position.data(), position.data() + position.size(), open.place.column);
+    return open;
+}
+
+std::string MessageText(const Xml::Exception& error) {
+    std::string_view message = error.What();
+    const std::string_view argument = error.Argument();
+    if (ReadOpenConstruct(message)) message = message.substr(0, message.find(kBeginsAt));
+    const bool saysAll = message.find(kMismatch) != std::string_view::npos;
+    if (argument.empty() || saysAll) return std::string(message);
+    return fmt::format("{} '{}'", message, OneLine(argument));
 }
 
 // Tells whether a message is about something that was begun and not ended.
@@ -103,6 +130,7 @@ ExitCode CodeOf(const Xml::Exception& error) {
 
 Document::Document(const std::string& name, Context& context, Roots roots)
     : context_(context), input_(name, context.input, context.progress), roots_(roots) {
+    reader_.SetConformance(context.input.conformance);
     reader_.SetStream(&input_, false);
 }
 
@@ -120,7 +148,11 @@ std::string Document::Value() const {
     const std::string_view value = reader_.Value().view();
     const bool isMasked =
         DeclaresFormerEncoding() && reader_.NodeType() == Xml::XmlNodeType::XmlDeclaration;
-    return isMasked ? WithoutMask(value, input_.MaskedName()) : std::string(value);
+    return isMasked ? WithoutMask(value, input_.Mask()) : std::string(value);
+}
+
+bool Document::IsJudgedByStandard() const {
+    return reader_.Conformance() == Xml::XmlConformance::Standard;
 }
 
 MarkupTracker::Names Document::Names() const {
@@ -149,10 +181,10 @@ void Document::Follow() {
 }
 
 // XML 1.0 section 4.1, Entity Declared: only where all declarations have been read, a reference to
-// an entity without one is an error.
+// an entity without one is an error. A reader that keeps to the standard knows by itself.
 void Document::FollowDocumentType() {
     declaresEntities_ = reader_.Value().find("<!ENTITY") != astring::npos;
-    if (!expandsDeclared_ || isStandalone_) return;
+    if (!expandsDeclared_ || isStandalone_ || IsJudgedByStandard()) return;
     const bool isElsewhere = reader_.HasAttributes() || RefersToDeclarations(reader_.Value());
     if (isElsewhere) reader_.SetEntityHandling(Xml::XmlEntityHandling::ExpandCharEntities);
 }
@@ -208,13 +240,15 @@ ExitCode Document::ExplainRefusal(Place place, ColumnCount count, std::string_vi
 Document::Trace Document::TraceError(const Xml::Exception& error) {
     const bool expands = reader_.EntityHandling() == Xml::XmlEntityHandling::ExpandEntities;
     if (!expands || !declaresEntities_) return {};
+    const auto reopen = [this] {
+        std::unique_ptr<IO::Stream> again = input_.Reopen();
+        if (again == nullptr) Xml::Exception::ThrowException("The start has gone by");
+        return again;
+    };
     try {
-        const std::unique_ptr<IO::Stream> again = input_.Reopen();
-        if (again != nullptr) {
-            return {TraceErrorToReference(error, *again, reader_.Namespaces()), false};
-        }
+        return {TraceErrorToReference(error, reopen, reader_), false};
     } catch (const Xml::Exception&) {
-        // The file is gone or cannot be read twice.
+        // The file is gone or cannot be read twice, or nobody can tell.
     }
     return {std::nullopt, true};
 }
@@ -238,8 +272,11 @@ void Document::ExplainOtherEnd(const Xml::Exception& error, const Excerpt& excer
         const std::string tag = fmt::format("<{}", openName);
         if (opening.found && !opening.after.starts_with(tag)) return;  // in the text of an entity
         Note(opening, open_.back(), fmt::format("<{}> was opened here", OneLine(openName)));
-    } else if (message == kSecondRoot) {
+    } else if (message == kSecondRoot || message == kSecondRootByStandard) {
         Note(Find(root_, ColumnCount::Reader), root_, "the first root element is here");
+    } else if (const std::optional<OpenConstruct> open = ReadOpenConstruct(message)) {
+        Note(Find(open->place, ColumnCount::Reader), open->place,
+             fmt::format("the {} begins here", open->name));
     } else if (IsAboutMissingEnd(message) && excerpt.found && !excerpt.isBehind &&
                !excerpt.isUnsure && excerpt.inside != Construct::None) {
         const Place since = excerpt.insideSince;

@@ -44,7 +44,7 @@ public:
     /// Tells whether the document has been turned into UTF-8, whether that has made a difference so
     /// far, and whether its declaration still names the encoding that it was in.
     bool IsChangedByRecoding() const { return input_.IsChangedByRecoding(); }
-    bool DeclaresFormerEncoding() const { return !input_.MaskedName().empty(); }
+    bool DeclaresFormerEncoding() const { return !input_.Mask().name.empty(); }
 
     /// Returns the value of the current node as the document has it. The reader's own is another
     /// one in the declaration of a document that has been recoded.
@@ -85,6 +85,7 @@ public:
     ExitCode ExplainRefusal(Place place, ColumnCount count, std::string_view text);
 
 private:
+    bool IsJudgedByStandard() const;
     MarkupTracker::Names Names() const;
     void NoteEncoding();
     void Follow();

@@ -17,12 +17,19 @@ std::string_view PeekDeclaration(PeekedStream& document);
 /// \param attributes what stands between "<?xml" and "?>"
 std::string_view DeclaredName(std::string_view attributes);
 
-/// Makes the declaration of a document that has been recoded to UTF-8 name an encoding that no
-/// reader knows, so that it does not follow it. The new name is as long as the old one.
-/// \return the old name; empty when nothing had to be changed
-std::string MaskDeclaredName(PeekedStream& document);
+/// What the declaration of a document says of the encoding that the document was in.
+struct EncodingMask {
+    std::string name;      ///< of that encoding; empty when nothing had to be hidden
+    std::string original;  ///< a part of the declaration
+    std::string masked;    ///< what stands for that part, and is as long
+};
 
-/// Returns `attributes` with `name` instead of the mask.
-std::string WithoutMask(std::string_view attributes, std::string_view name);
+/// Makes the declaration of a document that has been recoded to UTF-8 name UTF-8, or where there is
+/// no room for that no encoding, so that a reader does not follow it. What is wrong in the
+/// declaration stays wrong.
+EncodingMask MaskDeclaredName(PeekedStream& document);
+
+/// Returns `attributes` without the mask.
+std::string WithoutMask(std::string_view attributes, const EncodingMask& mask);
 
 }  // namespace Tool

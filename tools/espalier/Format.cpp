@@ -5,6 +5,7 @@
 #include "FileReplacement.h"
 #include "OutputStream.h"
 #include "Rewriting.h"
+#include "SourceReader.h"
 #include "Verb.h"
 
 #include <CLI/CLI.hpp>
@@ -24,14 +25,12 @@ public:
     const char* Summary() const override { return "Indents documents anew, or recodes them."; }
 
     const char* Footer() const override {
-        return "Writes the document to standard output. White space changes between elements\n"
-               "only: what holds text stays as it is, and so do references, CDATA sections,\n"
-               "comments and the document type. What \"check\" refuses is refused.\n"
+        return "White space changes between elements only: what holds text stays as it is, and\n"
+               "so do references, CDATA sections, comments and the document type.\n"
                "\n"
                "Examples:\n"
                "  espalier format --indent 4 feed.xml > nice.xml\n"
-               "  espalier format --in-place --to utf-8 *.xml\n"
-               "  espalier format --check *.xml || echo 'not all are formatted'\n";
+               "  espalier format --in-place --to utf-8 *.xml\n";
     }
 
     void AddOptions(CLI::App& app) override {
@@ -46,8 +45,7 @@ public:
             ->option_text("HOW")
             ->transform(OneOf<NewLines>({{"lf", NewLines::Lf}, {"crlf", NewLines::CrLf}}));
         app.add_option("--to", rewriting_.to,
-                       "encoding: utf-8, utf-16, utf-16le, utf-16be,\n"
-                       "iso-8859-1, us-ascii (default: the document's)")
+                       "utf-8, utf-16, utf-16le, utf-16be, iso-8859-1, us-ascii")
             ->option_text("ENCODING")
             ->transform(OneOf<TargetForm>({{"utf-8", TargetForm::Utf8},
                                            {"utf-16", TargetForm::Utf16LE},
@@ -124,6 +122,9 @@ private:
             try {
                 code = FormatDocument(document, name, context);
             } catch (const MissingCharacter& error) {
+                context.out.Flush();
+                code = document.ExplainRefusal(error.Where(), ColumnCount::Escaped, error.what());
+            } catch (const UnreadableSource& error) {
                 context.out.Flush();
                 code = document.ExplainRefusal(error.Where(), ColumnCount::Escaped, error.what());
             } catch (const ReplacementError& error) {

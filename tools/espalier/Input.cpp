@@ -4,7 +4,6 @@
 #include <espalier/io/Exception.h>
 #include <espalier/io/MemoryStream.h>
 
-#include "EncodingMask.h"
 #include "MemberStream.h"
 
 #include <algorithm>
@@ -155,7 +154,7 @@ int Input::Read(unsigned char* buffer, int offset, int count) {
 int Input::ReadMasked(unsigned char* buffer, int offset, int count) {
     if (masked_ == nullptr) {
         masked_ = std::make_unique<PeekedStream>(std::make_unique<WindowStream>(*this));
-        maskedName_ = MaskDeclaredName(*masked_);
+        mask_ = MaskDeclaredName(*masked_);
     }
     return masked_->Read(buffer, offset, count);
 }

@@ -3,6 +3,7 @@
 
 #include <espalier/io/Stream.h>
 
+#include "EncodingMask.h"
 #include "ExitCode.h"
 #include "MarkupTracker.h"
 #include "PeekedStream.h"
@@ -51,8 +52,9 @@ public:
     bool IsRecoded() const { return source_.recoded != nullptr; }
     bool IsChangedByRecoding() const { return IsRecoded() && source_.recoded->HasChanges(); }
 
-    /// Returns the name that the declaration has instead of the mask; empty when there is none.
-    const std::string& MaskedName() const { return maskedName_; }
+    /// Returns what hides the encoding that the document has been in; without a name when nothing
+    /// does.
+    const EncodingMask& Mask() const { return mask_; }
 
     /// Says which encoding the reader has found and what it takes names for. To be called when
     /// the start of the document has been read.
@@ -103,7 +105,7 @@ private:
     std::string encoding_;
     MarkupTracker::Names names_ = MarkupTracker::Names::Prefixed;
     std::unique_ptr<PeekedStream> masked_;  // null until something is read that has been recoded
-    std::string maskedName_;
+    EncodingMask mask_;
     ExitCode failure_ = ExitCode::Yes;
 };
 

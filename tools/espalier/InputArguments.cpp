@@ -67,6 +67,12 @@ std::optional<long> ParseByteCount(std::string_view text) {
     return *number * unit;
 }
 
+void AddStandardOption(CLI::App& app, InputOptions& options) {
+    app.add_flag_callback(
+        "--standard", [&options] { options.conformance = Xml::XmlConformance::Standard; },
+        "judge by XML 1.0 and its namespaces to the letter");
+}
+
 void AddInputOptions(CLI::App& app, InputOptions& options) {
     if (app.get_option_no_throw(kEncodingOption) == nullptr) {
         app.add_option_function<std::string>(

@@ -17,6 +17,10 @@ namespace Tool {
 /// \param options what they are written to when they are parsed; not owned
 void AddInputOptions(CLI::App& app, InputOptions& options);
 
+/// Adds the option --standard, which has documents judged by the standards.
+/// \param options what it is written to when it is parsed; not owned
+void AddStandardOption(CLI::App& app, InputOptions& options);
+
 /// Returns a number of bytes, which may end in K, M or G; none when it is no such number or 0.
 std::optional<long> ParseByteCount(std::string_view text);
 

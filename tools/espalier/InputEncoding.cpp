@@ -50,12 +50,13 @@ const InputEncoding* FindInputEncoding(std::string_view name) {
 }
 
 // A reader is asked, who knows all the names of a code page.
-const InputEncoding* DeclaredPage(std::string_view head) {
+const InputEncoding* DeclaredPage(std::string_view head, Xml::XmlConformance conformance) {
     IO::MemoryStream stream;
     stream.Write(reinterpret_cast<const unsigned char*>(head.data()), 0,
                  static_cast<int>(head.size()));
     stream.SetPosition(0);
     Xml::XmlTextReader reader;
+    reader.SetConformance(conformance);
     reader.SetStream(&stream, false);
     try {
         reader.Read();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <espalier/encoding/Forward.h>
+#include <espalier/xml/XmlConformance.h>
 
 #include "SourceText.h"
 
@@ -28,7 +29,8 @@ const InputEncoding* FindInputEncoding(std::string_view name);
 
 /// Returns the code page that a document declares.
 /// \param head the start of the document, with its XML declaration
+/// \param conformance by which rules names of encodings are known
 /// \return null when it declares none
-const InputEncoding* DeclaredPage(std::string_view head);
+const InputEncoding* DeclaredPage(std::string_view head, Xml::XmlConformance conformance);
 
 }  // namespace Tool

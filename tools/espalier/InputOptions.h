@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <espalier/xml/XmlConformance.h>
+
 #include "InputEncoding.h"
 #include "LimitedStream.h"
 
@@ -10,6 +12,7 @@ namespace Tool {
 struct InputOptions {
     const InputEncoding* encoding = nullptr;  ///< whatever a document says; null: what it says
     SizeLimits limits;
+    Xml::XmlConformance conformance;  ///< by which rules documents are judged
 };
 
 }  // namespace Tool

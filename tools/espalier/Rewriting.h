@@ -21,8 +21,9 @@ struct Rewriting {
 
 /// Writes a document to `out`, formatted. To be called before its first Next().
 /// \param observer is shown the bytes of the document as they are read
-/// \throws Xml::Exception for an error in the document, MissingCharacter, and what `out` throws;
-///         what was written before stays
+/// \throws Xml::Exception for an error in the document, UnreadableSource, MissingCharacter, and
+/// what
+///         `out` throws; what was written before stays
 void Rewrite(Document& document, const Rewriting& rewriting, IO::Stream& out,
              const std::function<void(std::string_view)>& observer);
 

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "RuleLines.h"
 
-#include <espalier/dom/css/CSSStyleRule.h>
-
 #include "SpecificityParts.h"
 #include "Utf8.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <string>
 
 namespace Tool {
 
@@ -16,6 +15,7 @@ namespace {
 
 constexpr std::string_view kBreaks = "\n\r\f";
 constexpr std::string_view kSpace = " \t\n\r\f";
+constexpr std::size_t kIndent = 4;
 
 bool IsControl(char32_t code) { return code < 0x20 || (code >= 0x7F && code < 0xA0); }
 
@@ -48,24 +48,25 @@ void WriteCssLine(Output& out, std::string_view text) {
     }
 }
 
-void WriteRuleLines(Output& out, std::string_view file, const Dom::CSS::CSSRule& rule) {
+void WriteRuleLines(Output& out, std::string_view file, const RuleParts& rule, std::size_t depth) {
     if (!file.empty()) {
         out.Write(file);
         out.Write(": ");
     }
-    const auto* const style = dynamic_cast<const Dom::CSS::CSSStyleRule*>(&rule);
-    if (style == nullptr) {
+    const std::string indent(depth * kIndent, ' ');
+    out.Write(indent);
+    if (rule.isStyleRule) {
+        const SpecificityParts parts(rule.specificity);
+        out.Write(fmt::format("{},{},{} ", parts.ids, parts.classes, parts.elements));
+    } else {
         out.Write("- ");
-        WriteCssLine(out, rule.CssText());
-        out.Write('\n');
-        return;
     }
-    const SpecificityParts parts(style->Specificity());
-    out.Write(fmt::format("{},{},{} ", parts.ids, parts.classes, parts.elements));
-    WriteCssLine(out, style->SelectorText());
+    WriteCssLine(out, rule.head);
     out.Write('\n');
-    for (const Dom::CSS::CSSPropertyImpl* const property : style->Style().Properties()) {
-        out.Write("    ");
+    if (rule.style == nullptr) return;
+    for (const Dom::CSS::CSSPropertyImpl* const property : rule.style->Properties()) {
+        out.Write(indent);
+        out.Write(std::string(kIndent, ' '));
         WriteCssLine(out, property->CssText());
         out.Write('\n');
     }

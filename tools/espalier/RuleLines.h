@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <espalier/dom/css/CSSRule.h>
-
 #include "Output.h"
+#include "RuleParts.h"
 
+#include <cstddef>
 #include <string_view>
 
 namespace Tool {
@@ -15,8 +15,9 @@ namespace Tool {
 void WriteCssLine(Output& out, std::string_view text);
 
 /// Writes a rule: a line with its specificity and its selectors, then a line for each of its
-/// declarations. A rule that begins with "@" has one line, with a "-" for the specificity.
-/// \param file the name of the sheet to begin with, or empty
-void WriteRuleLines(Output& out, std::string_view file, const Dom::CSS::CSSRule& rule);
+/// declarations. A rule that begins with "@" has a "-" for the specificity. Rules that are in it
+/// are not written. \param file the name of the sheet to begin with, or empty \param depth how many
+/// rules the rule is in
+void WriteRuleLines(Output& out, std::string_view file, const RuleParts& rule, std::size_t depth);
 
 }  // namespace Tool

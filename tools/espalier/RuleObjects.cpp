@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "RuleObjects.h"
 
-#include <espalier/dom/css/CSSStyleRule.h>
-
 #include "Escape.h"
 #include "SpecificityParts.h"
 
@@ -17,13 +15,20 @@ void WriteString(Output& out, std::string_view intro, std::string_view value) {
     WriteJsonString(out, value);
 }
 
-void WriteStyle(Output& out, const Dom::CSS::CSSStyleRule& rule) {
-    WriteString(out, ",\"selector\":", rule.SelectorText());
-    const SpecificityParts parts(rule.Specificity());
-    out.Write(fmt::format(",\"specificity\":[{},{},{}],\"declarations\":[", parts.ids,
-                          parts.classes, parts.elements));
+// Writes the begin of an object: where something is.
+void WritePlace(Output& out, std::string_view file, Dom::CSS::SourcePlace place) {
+    out.Write('{');
+    if (!file.empty()) {
+        WriteString(out, "\"file\":", file);
+        out.Write(',');
+    }
+    out.Write(fmt::format("\"line\":{},\"column\":{}", place.line, place.column));
+}
+
+void WriteDeclarations(Output& out, const Dom::CSS::CSSStyleDeclaration& style) {
+    out.Write(",\"declarations\":[");
     std::string_view intro = "{\"name\":";
-    for (const Dom::CSS::CSSPropertyImpl* const property : rule.Style().Properties()) {
+    for (const Dom::CSS::CSSPropertyImpl* const property : style.Properties()) {
         WriteString(out, intro, property->Name());
         WriteString(out, ",\"value\":", property->Value());
         if (property->Important()) out.Write(",\"important\":true");
@@ -36,21 +41,29 @@ void WriteStyle(Output& out, const Dom::CSS::CSSStyleRule& rule) {
 
 }  // namespace
 
-void WriteRuleObject(Output& out, std::string_view file, const SheetItem& item) {
-    out.Write('{');
-    if (!file.empty()) {
-        WriteString(out, "\"file\":", file);
-        out.Write(',');
+void WriteRuleObject(Output& out, std::string_view file, Dom::CSS::SourcePlace place,
+                     std::span<const std::string> outer, const RuleParts& rule) {
+    WritePlace(out, file, place);
+    std::string_view intro = ",\"in\":[";
+    for (const std::string& head : outer) {
+        WriteString(out, intro, head);
+        intro = ",";
     }
-    out.Write(fmt::format("\"line\":{},\"column\":{}", item.place.line, item.place.column));
-    const auto* const style = dynamic_cast<const Dom::CSS::CSSStyleRule*>(item.rule);
-    if (style != nullptr) {
-        WriteStyle(out, *style);
-    } else if (item.rule != nullptr) {
-        WriteString(out, ",\"text\":", item.rule->CssText());
-    } else {
-        WriteString(out, ",\"error\":", item.refusal);
+    if (!outer.empty()) out.Write(']');
+    WriteString(out, rule.isStyleRule ? ",\"selector\":" : ",\"text\":", rule.head);
+    if (rule.isStyleRule) {
+        const SpecificityParts parts(rule.specificity);
+        out.Write(
+            fmt::format(",\"specificity\":[{},{},{}]", parts.ids, parts.classes, parts.elements));
     }
+    if (rule.style != nullptr) WriteDeclarations(out, *rule.style);
+    out.Write("}\n");
+}
+
+void WriteRemarkObject(Output& out, std::string_view file, const SheetRemark& remark) {
+    WritePlace(out, file, remark.place);
+    WriteString(out, ",\"error\":", remark.IsLeftOut() ? remark.reason : "Unknown property");
+    WriteString(out, remark.IsLeftOut() ? ",\"dropped\":" : ",\"property\":", remark.what);
     out.Write("}\n");
 }
 

@@ -1,131 +1,93 @@
 // SPDX-License-Identifier: MIT
 #include "Sheet.h"
 
-#include <espalier/dom/DOMException.h>
+#include <espalier/dom/css/CSSStyleRule.h>
+#include <espalier/dom/css/DecodeStyleSheet.h>
+#include <espalier/dom/css/KnownProperty.h>
+#include <espalier/dom/css/ParseStyleSheet.h>
 
 #include "Diagnostic.h"
+#include "RuleParts.h"
 
 #include <fmt/format.h>
 
-#include <string_view>
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace Tool {
 
 namespace {
 
-constexpr char kRest[] = "Syntax error: the rest is not read";
-constexpr char kRestOfBlock[] = "Syntax error: the rest of the block is not read";
-
-// Returns the message without the name of the class, which says nothing to people.
-std::string MessageText(const Dom::DOMException& error) {
-    constexpr std::string_view kClass = "DOMException: ";
-    std::string_view message = error.What();
-    if (message.starts_with(kClass)) message.remove_prefix(kClass.size());
-    return std::string(message);
+std::vector<unsigned char> ReadAll(Input& input) {
+    constexpr int kPiece = 65'536;
+    std::vector<unsigned char> bytes;
+    for (;;) {
+        const std::size_t length = bytes.size();
+        bytes.resize(length + kPiece);
+        const int count = input.Read(bytes.data() + length, 0, kPiece);
+        bytes.resize(length + static_cast<std::size_t>(count > 0 ? count : 0));
+        if (count <= 0) return bytes;
+    }
 }
 
-// The reader reads as soon as it is made.
-IO::Stream* Observed(Input& input, SheetText& text) {
-    input.Observe([&text](std::string_view bytes) { text.Take(bytes); });
-    return &input;
+using Dom::CSS::DroppedText;
+
+const char* KindText(DroppedText::Kind kind) {
+    return kind == DroppedText::Kind::Rule ? "rule" : "declaration";
 }
 
 }  // namespace
 
-Sheet::Sheet(const std::string& name, const SheetEncoding& encoding, Context& context)
-    : context_(context),
-      input_(name, context.input, context.progress),
-      text_(encoding.form),
-      reader_(Observed(input_, text_), encoding.name),
-      sheet_(Dom::CSS::CSSRule::Author, nullptr, astring(name), astring()) {}
+Sheet::Sheet(const std::string& name, Context& context)
+    : context_(context), input_(name, context.input, context.progress) {}
 
-std::optional<SheetItem> Sheet::Next() {
-    if (sheet_.CssRules().Length() > 0) sheet_.DeleteRule(0);
-    if (isOver_) return std::nullopt;
-    if (!isAtSelector_) {
-        isAtSelector_ = FindSelector();
-        isOver_ = !isAtSelector_;
-        if (fault_ && !reader_.StreamFailed()) return RefuseAtFault(isOver_ ? kRest : kRestOfBlock);
-        if (isOver_) return std::nullopt;
-    }
-    return ReadRule();
-}
-
-// Moves to the next selector as one does who makes a style sheet with Read() and ReadRule() in
-// turns, and stops when Read() fails. ReadRule() gives nothing in a block; elsewhere it looks for a
-// selector itself, and a read that fails meanwhile does not count.
-bool Sheet::FindSelector() {
-    bool isInReadRule = false;
-    while (true) {
-        if (!reader_.Read()) {
-            NoteFault();
-            if (!isInReadRule) return false;
-            isInReadRule = false;
-            continue;
-        }
-        const Dom::CSS::CssNodeType type = reader_.NodeType();
-        if (type == Dom::CSS::CssNodeType::Selector) return true;
-        if (type == Dom::CSS::CssNodeType::StartDecl) isInBlock_ = !isInAtRule_;
-        if (type == Dom::CSS::CssNodeType::EndDecl) isInBlock_ = false;
-        isInReadRule = isInReadRule || !isInBlock_;
-    }
-}
-
-void Sheet::NoteFault() {
-    if (!fault_ && !reader_.IsAtEnd()) fault_ = Here();
-}
-
-std::optional<SheetItem> Sheet::ReadRule() {
-    const Place place = Here();
-    const astring rule = reader_.ReadRule();
-    const bool isWhole = IsBehindRule();
-    if (!isWhole && reader_.StreamFailed()) {  // it would look as if it were
-        isOver_ = true;
-        return std::nullopt;
-    }
-    if (!isWhole) NoteFault();
-    isAtSelector_ = false;
-    isInAtRule_ = rule.view().starts_with('@');
-    isInBlock_ = !isWhole && !isInAtRule_;
-    return Insert(place, rule);
-}
-
-// The node alone does not tell: it is kept when there is no other.
-bool Sheet::IsBehindRule() const {
-    return reader_.NodeType() == Dom::CSS::CssNodeType::EndDecl &&
-           reader_.Value().view().ends_with('}');
-}
-
-SheetItem Sheet::Insert(Place place, const astring& rule) {
-    text_.MoveTo(place);
+// What is open at the end of a sheet is closed there, so one that has been cut would look whole.
+ExitCode Sheet::Read(std::string_view encoding, bool tellsUnknown) {
     try {
-        sheet_.InsertRule(rule, 0);
-        return {place, sheet_.CssRules().Item(0), {}};
-    } catch (const Dom::DOMException& error) {
-        return {place, nullptr, MessageText(error)};
+        text_ = Dom::CSS::DecodeStyleSheet(ReadAll(input_), {}, encoding);
+    } catch (const Xml::Exception& error) {
+        context_.console.Write(
+            Headline(context_.console, DisplayName(), Severity::Error, error.What()));
+        return input_.Failure();
+    }
+    lines_.emplace(text_.view());
+    std::vector<DroppedText> dropped;
+    sheet_ = Dom::CSS::ParseStyleSheet(text_.view(), {.dropped = &dropped});
+    for (const DroppedText& drop : dropped)
+        remarks_.push_back({drop.place, drop.reason, KindText(drop.kind)});
+    if (tellsUnknown) FindUnknown(sheet_->CssRules());
+    std::ranges::stable_sort(remarks_, {}, [](const SheetRemark& remark) {
+        return std::pair(remark.place.line, remark.place.column);
+    });
+    return ExitCode::Yes;
+}
+
+// Rules are not deep in each other, so this may recurse.
+void Sheet::FindUnknown(const Dom::CSS::CSSRuleList& rules) {
+    for (const Dom::CSS::CSSRule* const rule : rules) {
+        if (const Dom::CSS::CSSRuleList* const inner = PartsOf(*rule).rules) FindUnknown(*inner);
+        if (rule->Type() != Dom::CSS::CSSRule::STYLE_RULE) continue;
+        const auto& style = static_cast<const Dom::CSS::CSSStyleRule&>(*rule).Style();
+        std::vector<Dom::CSS::SourcePlace> places;
+        for (unsigned i = 0; i < style.Length(); ++i) {
+            const astring& name = style.Properties().Item(i)->Name();
+            if (name.view().starts_with('-') || Dom::CSS::IsKnownProperty(name)) continue;
+            if (places.empty()) places = Dom::CSS::PlacesOf(style);
+            remarks_.push_back({places[i], {}, name});
+        }
     }
 }
 
-SheetItem Sheet::RefuseAtFault(const char* why) {
-    const Place place = *std::exchange(fault_, std::nullopt);
-    text_.MoveTo(place);
-    return {place, nullptr, why};
-}
-
-ExitCode Sheet::ExplainRefusal(const SheetItem& item) {
+void Sheet::Explain(const SheetRemark& remark) {
     const std::string where =
-        fmt::format("{}:{}:{}", DisplayName(), item.place.line, item.place.column);
-    context_.console.Write(Headline(context_.console, where, Severity::Error, item.refusal) +
-                           Picture(context_.console, text_.Line()));
-    return ExitCode::NotWellFormed;
-}
-
-ExitCode Sheet::ExplainFailure() {
-    if (!reader_.StreamFailed()) return ExitCode::Yes;
-    context_.console.Write(
-        Headline(context_.console, DisplayName(), Severity::Error, reader_.StreamError().view()));
-    return input_.Failure();
+        fmt::format("{}:{}:{}", DisplayName(), remark.place.line, remark.place.column);
+    const std::string message =
+        remark.IsLeftOut() ? fmt::format("{}; the {} is left out", remark.reason, remark.what)
+                           : "Unknown property";
+    lines_->MoveTo({remark.place.line, remark.place.column});
+    context_.console.Write(Headline(context_.console, where, Severity::Warning, message) +
+                           Picture(context_.console, lines_->Line()));
 }
 
 }  // namespace Tool

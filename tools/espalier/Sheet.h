@@ -1,69 +1,66 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <espalier/base/astring.h>
 #include <espalier/dom/css/CSSStyleSheet.h>
-#include <espalier/dom/css/CssReader.h>
+#include <espalier/dom/css/DroppedText.h>
 
 #include "Context.h"
-#include "Excerpt.h"
 #include "ExitCode.h"
 #include "Input.h"
-#include "SheetEncoding.h"
 #include "SheetText.h"
 
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace Tool {
 
-/// A rule of a style sheet, or something in it that was refused.
-struct SheetItem {
-    Place place;                              ///< where it begins
-    const Dom::CSS::CSSRule* rule = nullptr;  ///< null when it was refused
-    std::string refusal;                      ///< why it was refused
+/// Something in a style sheet that is to be told.
+struct SheetRemark {
+    Dom::CSS::SourcePlace place;
+    std::string reason;  ///< why it is left out; empty for a property that is not known
+    std::string what;    ///< what is left out, "rule" or "declaration"; or the name of the property
+
+    bool IsLeftOut() const { return !reason.empty(); }
 };
 
-/// A style sheet that is read rule by rule, with the rules that a document has that links to it.
-/// One of them is held at a time.
+/// A style sheet with all its rules, and what has been left out of it.
 class Sheet {
 public:
     /// Opens the sheet.
     /// \param name a file name, or "-" for standard input
     /// \throws Xml::Exception when it cannot be opened
-    Sheet(const std::string& name, const SheetEncoding& encoding, Context& context);
+    Sheet(const std::string& name, Context& context);
 
     /// Returns the name for messages.
     const std::string& DisplayName() const { return input_.DisplayName(); }
 
-    /// Returns what comes next, or nothing at the end. The rule is there until the next call.
-    std::optional<SheetItem> Next();
+    /// Reads the sheet. When that fails, writes why; there are no rules then.
+    /// \param encoding of a sheet that does not say its own
+    /// \param tellsUnknown whether there are remarks about properties that are not known
+    ExitCode Read(std::string_view encoding, bool tellsUnknown);
 
-    /// Writes about what Next() has returned that was refused: where it is, why, and the line.
-    ExitCode ExplainRefusal(const SheetItem& item);
+    const Dom::CSS::CSSRuleList& Rules() const { return sheet_->CssRules(); }
+    /// Returns what has been left out, and which properties are not known, in the order of the
+    /// text. Names that begin with "-" are those of vendors, and not told.
+    const std::vector<SheetRemark>& Remarks() const { return remarks_; }
 
-    /// Writes why the sheet could not be read to its end; nothing when it could.
-    ExitCode ExplainFailure();
+    /// Writes about something that is to be told: where it is, why, and the line. To be called in
+    /// the order of the text.
+    void Explain(const SheetRemark& remark);
 
 private:
-    Place Here() const { return {reader_.LineNumber(), reader_.LinePos()}; }
-    bool FindSelector();
-    void NoteFault();
-    std::optional<SheetItem> ReadRule();
-    bool IsBehindRule() const;
-    SheetItem Insert(Place place, const astring& rule);
-    SheetItem RefuseAtFault(const char* why);
+    void FindUnknown(const Dom::CSS::CSSRuleList& rules);
 
     Context& context_;
     Input input_;
-    SheetText text_;
-    Dom::CSS::CssReader reader_;
-    Dom::CSS::CSSStyleSheet sheet_;
-    bool isAtSelector_ = false;
-    bool isInBlock_ = false;      // of declarations, but for that of an at-rule
-    bool isInAtRule_ = false;     // or behind it
-    std::optional<Place> fault_;  // what no node begins with, since the last rule
-    bool isOver_ = false;
+    astring text_;
+    std::optional<SheetText> lines_;  // of text_
+    std::unique_ptr<Dom::CSS::CSSStyleSheet> sheet_;
+    std::vector<SheetRemark> remarks_;
 };
 
 }  // namespace Tool

@@ -3,35 +3,24 @@
 
 #include "InputEncoding.h"
 
+#include <algorithm>
+
 namespace Tool {
 
 namespace {
 
-// "ASCII" and "UTF-16BE" are what the reader of style sheets takes them for.
-// clang-format off
-constexpr SheetEncoding kEncodings[] = {
-    {"UTF-8",      SourceForm::Utf8},
-    {"UTF-16",     SourceForm::Utf16LE},
-    {"UTF-16LE",   SourceForm::Utf16LE},
-    {"UTF-16BE",   SourceForm::Utf16LE},
-    {"ISO-10646",  SourceForm::Utf16LE},
-    {"UNICODE",    SourceForm::Utf16LE},
-    {"ISO-8859-1", SourceForm::Latin1},
-    {"LATIN1",     SourceForm::Latin1},
-    {"LATIN-1",    SourceForm::Latin1},
-    {"ASCII",      SourceForm::Latin1},
-};
-// clang-format on
+constexpr std::string_view kEncodings[] = {
+    "UTF-8",        "UTF-16",       "UTF-16LE",     "UTF-16BE",     "windows-1250",
+    "windows-1251", "windows-1252", "windows-1254", "windows-1257", "ISO-8859-1",
+    "LATIN1",       "US-ASCII",     "ASCII",        "GB2312",       "EUC-KR"};
 
 }  // namespace
 
-std::span<const SheetEncoding> SheetEncodings() { return kEncodings; }
+std::span<const std::string_view> SheetEncodings() { return kEncodings; }
 
-const SheetEncoding* FindSheetEncoding(std::string_view name) {
-    for (const SheetEncoding& encoding : kEncodings) {
-        if (IsSameEncodingName(encoding.name, name)) return &encoding;
-    }
-    return nullptr;
+bool IsSheetEncoding(std::string_view name) {
+    return std::ranges::any_of(
+        kEncodings, [name](std::string_view known) { return IsSameEncodingName(known, name); });
 }
 
 }  // namespace Tool

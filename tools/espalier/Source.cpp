@@ -56,7 +56,9 @@ Source OpenSource(const InputName& name, const InputOptions& options, Progress* 
     auto peeked = std::make_unique<PeekedStream>(std::make_unique<LimitedStream>(
         std::move(unpacked.stream), options.limits, std::move(unpacked.packedSize)));
     const InputEncoding* encoding = options.encoding;
-    if (encoding == nullptr) encoding = DeclaredPage(PeekDeclaration(*peeked));
+    if (encoding == nullptr) {
+        encoding = DeclaredPage(PeekDeclaration(*peeked), options.conformance);
+    }
     if (encoding == nullptr) return {std::move(peeked), nullptr};
     auto recoded = std::make_unique<RecodedStream>(std::move(peeked), *encoding);
     const RecodedStream* const pointer = recoded.get();

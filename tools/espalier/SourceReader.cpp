@@ -53,7 +53,10 @@ void SourceReader::Take(std::string_view bytes) {
 // Lets the first reader go on, who may come to approve of more: of what it had before it takes
 // more, and of the rest when it comes to the end. Returns whether there may be more to approve of.
 bool SourceReader::Approve() {
-    if (document_.Next()) return true;
+    hasFailed_ = true;  // unless it comes back
+    const bool more = document_.Next();
+    hasFailed_ = false;
+    if (more) return true;
     waiting_.append(unapproved_);
     unapproved_.clear();
     return false;
@@ -74,8 +77,20 @@ void SourceReader::Start() {
     reader_.SetEntityHandling(Xml::XmlEntityHandling::ExpandNothing);
 }
 
+// Has the second reader read a node.
+bool SourceReader::ReadAsWritten() {
+    const bool mayDiffer = document_.Reader().Conformance() == Xml::XmlConformance::Standard;
+    try {
+        return reader_.Read();
+    } catch (const Xml::Exception& error) {
+        if (hasFailed_ || !mayDiffer) throw;
+        throw UnreadableSource(std::string("Cannot be formatted with --standard: ") + error.What(),
+                               {error.LineNumber(), error.LinePos()});
+    }
+}
+
 bool SourceReader::Next(SourceNode& node) {
-    if (!reader_.Read()) {
+    if (!ReadAsWritten()) {
         while (Approve())
             continue;
         return false;

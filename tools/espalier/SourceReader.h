@@ -9,6 +9,7 @@
 #include "Document.h"
 
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,12 +45,27 @@ inline bool IsText(const SourceNode& node) {
     return node.type == Xml::XmlNodeType::Text || node.type == Xml::XmlNodeType::CDATA;
 }
 
+/// Thrown for what the standard allows, but not the reader that tells how it is written.
+class UnreadableSource : public std::runtime_error {
+public:
+    UnreadableSource(const std::string& message, Place where)
+        : std::runtime_error(message), where_(where) {}
+
+    /// Returns where it is, as ColumnCount::Escaped.
+    Place Where() const { return where_; }
+
+private:
+    Place where_;
+};
+
 /// Reads a document for the sake of how it is written.
 ///
 /// Two readers go through it. One is the Document's, which finds what is wrong; its nodes are not
 /// looked at. The other one comes behind it, is given every "&" as "&amp;", and thus tells texts as
 /// they are written. It is only given what the first has found to be in order, so what goes wrong
-/// does so in the Document, and is thrown by it.
+/// does so in the Document, and is thrown by it. The second one always judges by its own rules, as
+/// by the standard it would normalize what it reads; a document that is judged by the standard has
+/// to please both.
 class SourceReader {
 public:
     /// \param document not owned; must not have been read
@@ -70,6 +86,7 @@ public:
 
     /// Reads the next node.
     /// \return false at the end
+    /// \throws Xml::Exception for an error in the document; UnreadableSource
     bool Next(SourceNode& node);
 
 private:
@@ -86,6 +103,7 @@ private:
         SourceReader& source_;
     };
 
+    bool ReadAsWritten();
     bool Approve();
     Place CurrentPlace() const;
     void ReadAttributes(SourceNode& node);
@@ -100,6 +118,7 @@ private:
     std::string waiting_;                      // for the second reader
     std::size_t taken_ = 0;                    // bytes of it that it has
     bool tellsPlaces_ = false;
+    bool hasFailed_ = false;  // the first reader has
 };
 
 }  // namespace Tool

@@ -35,6 +35,10 @@ public:
     /// Adds the verb's own arguments and options.
     virtual void AddOptions(CLI::App& app) = 0;
 
+    /// Tells whether the verb reads documents by the rules that --standard asks for, or else by
+    /// those of the reader.
+    virtual bool TakesStandard() const { return true; }
+
     /// Does the work. Called once, after the options have been parsed.
     virtual ExitCode Run(Context& context) = 0;
 };
@@ -43,6 +47,8 @@ std::unique_ptr<Verb> MakeCheck();
 std::unique_ptr<Verb> MakeCss();
 std::unique_ptr<Verb> MakeEvents();
 std::unique_ptr<Verb> MakeFormat();
+std::unique_ptr<Verb> MakeSelect();
+std::unique_ptr<Verb> MakeStyle();
 std::unique_ptr<Verb> MakeTree();
 
 /// Returns all verbs, in the order of the help.

@@ -75,7 +75,7 @@ public:
 
     /// Returns the URI that the document was loaded with.
     const astring& DocumentURI() const { return documentURI_; }
-    void SetDocumentURI(std::string_view uri) { documentURI_ = uri; }
+    void SetDocumentURI(std::string_view uri);
 
     /// Returns the encoding that was decoded, for example "UTF-8".
     const astring& InputEncoding() const { return inputEncoding_; }
@@ -125,7 +125,12 @@ public:
     ///
     /// With the reader's namespaces off, instructions and white space between markup are dropped
     /// below the root element. A reader that expands entities cannot be loaded with namespaces
-    /// when the text of an entity holds markup.
+    /// when the text of an entity holds markup, unless its Conformance() is
+    /// Xml::XmlConformance::Standard.
+    ///
+    /// By that one, all versions of XML are loaded that begin with "1.", attributes that the
+    /// document type supplies are attributes like others, and references to entities that cannot be
+    /// read are Dom::EntityReference nodes.
     void Load(Xml::XmlTextReader& reader, std::string_view uri);
 
     /// Loads the file `uri`, with namespaces, without white space between markup except where

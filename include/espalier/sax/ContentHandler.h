@@ -53,7 +53,10 @@ public:
     /// Receives a processing instruction; `data` is what follows the target and white space.
     virtual void processingInstruction(const char* target, const char* data) = 0;
 
-    /// Never called by XMLReader.
+    /// Receives the name of an entity that is referred to in a text and cannot be read. XMLReader
+    /// calls this only where it was given a reader whose Conformance() is
+    /// Xml::XmlConformance::Standard; otherwise external entities stand for nothing, and undeclared
+    /// ones are errors.
     virtual void skippedEntity(const char* name) = 0;
 
 protected:

@@ -39,6 +39,11 @@ class Parser;
 /// document type itself and prefix mappings are not reported; declarations of namespaces are
 /// attributes like others, without a namespace.
 ///
+/// A document is judged by the rules of its reader: of a reader of its own by
+/// Xml::XmlConformance::Compatible, of one that an InputSource brings by that one's Conformance().
+/// By the standard, attributes that the document type supplies are reported like others, and
+/// entities that cannot be read are given to ContentHandler::skippedEntity().
+///
 /// Errors in the document are thrown by parse() as Xml::Exception, with a line and a position, like
 /// those of Xml::XmlTextReader; see setReportReaderErrors(). What handlers and streams throw passes
 /// through parse(), too. After that the reader can parse the next document.

@@ -7,6 +7,7 @@
 namespace Xml {
 class XmlAttributeRange;
 class XmlAttributeRef;
+class XmlConformance;
 class XmlEntityHandling;
 class XmlNodeType;
 class XmlSpace;

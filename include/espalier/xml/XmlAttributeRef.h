@@ -28,6 +28,10 @@ public:
     /// Returns the value, as XmlTextReader::GetAttribute() does.
     const astring& Value() const;
 
+    /// Tells whether the document type has supplied the attribute, which the tag does not have.
+    /// Only with XmlConformance::Standard it does.
+    bool IsDefault() const;
+
     /// Returns the attribute's place among the attributes, from 0 on.
     int Index() const { return index_; }
 

@@ -5,6 +5,7 @@
 #include <espalier/base/astring.h>
 #include <espalier/xml/NodeView.h>
 #include <espalier/xml/XmlAttributeRange.h>
+#include <espalier/xml/XmlConformance.h>
 #include <espalier/xml/XmlEntityHandling.h>
 #include <espalier/xml/XmlEntityLimits.h>
 #include <espalier/xml/XmlNodeType.h>
@@ -39,7 +40,8 @@ class ReaderCore;
 ///
 /// All text is UTF-8, whatever the encoding of the input (see Encoding()). A name, a system
 /// identifier or a public identifier is at most 1024 bytes long in the input's encoding; texts,
-/// values and comments may be of any length.
+/// values and comments may be of any length. With XmlConformance::Standard these limits are 65,536
+/// bytes.
 ///
 /// \code
 ///     Xml::XmlTextReader reader;
@@ -139,6 +141,23 @@ public:
     ///     closed
     void SetWhitespaceHandling(XmlWsHandlingEnum handling);
 
+    XmlConformance Conformance() const;
+
+    /// Says by which rules documents are judged, from the next one on. The setting outlives the
+    /// document.
+    ///
+    /// With `Standard` the reader is a non-validating processor of XML 1.0 (fifth edition) and,
+    /// with namespaces on, of Namespaces in XML 1.0 (third edition) that reads the internal subset
+    /// and nothing else but the document. All that is not well-formed is an error. Line ends and
+    /// values are normalized always, whatever Normalization() says, and values by their declared
+    /// types; attributes that the document type supplies stand behind those of the tag. Where
+    /// references are replaced, one to an entity that cannot be read, because it is external or
+    /// because its declaration may stand where nothing is read, is an `EntityReference` node in a
+    /// text and nothing in a value.
+    /// \throws Xml::Exception "Invalid Operation" with the argument "SetConformance" once reading
+    ///     has begun
+    void SetConformance(XmlConformance conformance);
+
     XmlEntityHandling EntityHandling() const;
 
     /// Says what happens to references, from the next node on.
@@ -166,7 +185,8 @@ public:
 
     /// On an `EntityReference` node, puts the text of the entity into the input, so that the
     /// following calls of Read() return its nodes and then an `EndEntity` node. An external entity
-    /// stands for no text.
+    /// stands for no text, and neither does, with XmlConformance::Standard, one that is not
+    /// declared where that is no error.
     /// \throws Xml::Exception "Invalid operation" with the argument "ResolveEntity" (line and
     ///     position -1) on another node; "Undeclared entity" and "Cyclic entity reference" with the
     ///     entity's name; "Entity expansion limit exceeded" and "Entity nesting limit exceeded"
@@ -290,6 +310,10 @@ public:
     ///     MoveToFirstAttribute() has to be called first.
     bool MoveToNextAttribute();
 
+    /// Tells whether the current node is an attribute that the document type has supplied, which
+    /// the tag does not have. Only with XmlConformance::Standard it does.
+    bool IsDefault() const;
+
     /// Returns the index of the attribute that was visited last; 0 for a new element.
     int GetCurrentAttributeIndex() const;
 
@@ -297,6 +321,9 @@ public:
     /// or `EntityReference` for a reference that was not replaced. ResolveEntity() on that one
     /// makes the parts of the entity's text follow, and then an `EndEntity`. A value without such
     /// references is one `Text`, also when it is empty.
+    ///
+    /// The parts of a value whose declared type is not CDATA keep their blanks, since it takes all
+    /// of them to know which belong to the value.
     ///
     /// Moving to an element or attribute leaves the parts, and so does Read().
     /// \return false behind the last part, with the attribute current again, and when the reader

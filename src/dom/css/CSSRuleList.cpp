@@ -2,6 +2,7 @@
 #include <espalier/dom/css/CSSRuleList.h>
 
 #include "dom/InterfaceName.h"
+#include "dom/css/RuleMaking.h"
 
 namespace Dom::CSS {
 
@@ -22,8 +23,7 @@ void CSSRuleList::RemoveItemAt(unsigned long index) {
     CSSRule* const rule = Item(index);
     if (rule == nullptr) return;
     DOMList<CSSRule*>::RemoveItemAt(index);
-    rule->parentStyleSheet_ = nullptr;
-    rule->parentRule_ = nullptr;
+    detail::RuleMaking::Move(*rule, nullptr, nullptr);
 }
 
 }  // namespace Dom::CSS

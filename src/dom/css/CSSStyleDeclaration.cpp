@@ -7,6 +7,7 @@
 #include "dom/css/Priority.h"
 #include "dom/css/PropertyBuilder.h"
 #include "dom/css/PropertyMaking.h"
+#include "dom/css/ValueReading.h"
 #include "dom/css/WaitingText.h"
 #include "dom/css/Weight.h"
 
@@ -49,7 +50,8 @@ void CSSStyleDeclaration::MakeProperties() const {
     const detail::WaitingText* const waiting = waiting_.load(std::memory_order_relaxed);
     if (waiting == nullptr) return;
     CSSPropertyList made;
-    detail::PropertyBuilder(made, waiting->TheWeight()).AddText(waiting->Text());
+    detail::PropertyBuilder(made, waiting->TheWeight(), waiting->Reading())
+        .AddText(waiting->Text());
     properties_.SwapItems(made);
     waiting_.store(nullptr, std::memory_order_release);
     detail::WaitingText::Dispose()(waiting);
@@ -69,20 +71,21 @@ astring CSSStyleDeclaration::CssText() const {
 }
 
 void CSSStyleDeclaration::SetCssText(const char* text) {
-    SetText(text, detail::WeightOf(parentRule_));
+    SetText(text, detail::WeightOf(parentRule_), detail::ValueReading::Literal);
 }
 
 void CSSStyleDeclaration::SetCssText(const astring& text) { SetCssText(text.c_str()); }
 
 // Most declarations of a sheet are never asked for their properties.
-void CSSStyleDeclaration::SetText(std::string_view text, const detail::Weight& weight) {
+void CSSStyleDeclaration::SetText(std::string_view text, const detail::Weight& weight,
+                                  detail::ValueReading reading) {
     const bool canWait = detail::IsSurelyDeclaration(text);
     detail::WaitingText::Pointer waiting;
-    if (canWait) waiting = detail::WaitingText::Make(text, weight);
+    if (canWait) waiting = detail::WaitingText::Make(text, weight, reading);
     CSSPropertyList old;  // goes last: the text may be a part of it
     old.SwapItems(properties_);
     DropWaiting();
-    if (!canWait) return detail::PropertyBuilder(properties_, weight).AddText(text);
+    if (!canWait) return detail::PropertyBuilder(properties_, weight, reading).AddText(text);
     waiting_.store(waiting.release(), std::memory_order_release);
 }
 
@@ -132,7 +135,8 @@ void CSSStyleDeclaration::SetProperty(std::string_view name, std::string_view va
     const unsigned old = Find(name);
     const unsigned length = properties_.Length();
     try {
-        detail::PropertyBuilder(properties_, detail::WeightOf(parentRule_))
+        detail::PropertyBuilder(properties_, detail::WeightOf(parentRule_),
+                                detail::ValueReading::Literal)
             .AddProperty(name, detail::IsImportant(priority), value);
     } catch (const DOMException&) {
         DeleteProperty(old);

@@ -9,6 +9,7 @@
 #include "dom/css/Messages.h"
 #include "dom/css/Skipping.h"
 #include "dom/css/SpecificitySum.h"
+#include "dom/css/ValueReading.h"
 #include "dom/css/WaitingText.h"
 #include "dom/css/Weight.h"
 
@@ -77,7 +78,7 @@ void CSSStyleRule::SetCssText(const char* text) {
     astring selectors = rule.selectors;
     // The properties take the specificity of the rule along, so that is set before they are read.
     specificity_ = rule.specificity;
-    style_.SetText(rule.declaration, {Origin(), rule.specificity});
+    style_.SetText(rule.declaration, {Origin(), rule.specificity}, detail::ValueReading::Literal);
     SetSelectors(std::move(selectors));
 }
 
@@ -108,7 +109,8 @@ std::unique_ptr<CSSStyleRule> CSSStyleRule::Make(CSSStyleSheet* sheet, CSSRule* 
     *std::copy(parts.selectors.begin(), parts.selectors.end(), selectors) = '\0';
     rule->selectorText_ = astring(astring::Placed{selectors, parts.selectors.size(), room});
     rule->style_.waiting_ =
-        detail::WaitingText::PlaceAt(memory + size, parts.declaration, {origin, parts.specificity})
+        detail::WaitingText::PlaceAt(memory + size, parts.declaration, {origin, parts.specificity},
+                                     detail::ValueReading::Literal)
             .release();
     return rule;
 }

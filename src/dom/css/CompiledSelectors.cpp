@@ -123,8 +123,8 @@ bool ComplexMatch::Retry() {
 
 }  // namespace
 
-CompiledSelectors::CompiledSelectors(const astring& text)
-    : isGood_(ParseSelectors(text.c_str(), parts_)) {}
+CompiledSelectors::CompiledSelectors(const astring& text, const NamespacePrefixes& prefixes)
+    : fault_(ParseSelectors(text.c_str(), prefixes, parts_)) {}
 
 bool CompiledSelectors::MatchOne(const ComplexSelector& selector, const Element& element) const {
     return ComplexMatch(parts_, selector, element).Run();

@@ -3,9 +3,12 @@
 
 #include <espalier/base/astring.h>
 #include <espalier/dom/Forward.h>
+#include <espalier/dom/css/NamespacePrefix.h>
 
 #include "dom/css/SelectorParts.h"
 
+#include <cstddef>
+#include <optional>
 #include <string_view>
 
 namespace Dom::CSS::detail {
@@ -14,10 +17,10 @@ namespace Dom::CSS::detail {
 class CompiledSelectors {
 public:
     /// Reads selectors; those with an error select nothing.
-    explicit CompiledSelectors(const astring& text);
+    explicit CompiledSelectors(const astring& text, const NamespacePrefixes& prefixes = {});
 
-    /// Tells whether there was no error.
-    bool IsGood() const { return isGood_; }
+    /// Returns where the first error is, if there is one.
+    std::optional<std::size_t> Fault() const { return fault_; }
     const SelectorParts& Parts() const { return parts_; }
 
     /// Tells whether one of the selectors selects an element, or the part `pseudo` of it.
@@ -29,7 +32,7 @@ public:
 
 private:
     SelectorParts parts_;
-    bool isGood_;
+    std::optional<std::size_t> fault_;
 };
 
 }  // namespace Dom::CSS::detail

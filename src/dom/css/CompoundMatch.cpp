@@ -46,6 +46,11 @@ bool MatchesValue(Kind kind, std::string_view text, std::string_view value) {
     return false;
 }
 
+// "[|a]" is "[a]".
+bool IsPlain(const NamespaceTest& space) {
+    return space.kind == NamespaceTest::Kind::Is && space.uri.empty();
+}
+
 // Only a compound within :not() is looked at from here, and that has no :not() itself.
 bool MatchesTest(const SelectorParts& parts, const SelectorTest& test,
                  const SelectorSubject& subject) {
@@ -54,6 +59,11 @@ bool MatchesTest(const SelectorParts& parts, const SelectorTest& test,
             return !MatchesCompound(parts, parts.compounds[test.negated], subject);
         }
         return subject.GetElement() != nullptr && MatchesPseudoClass(test, *subject.GetElement());
+    }
+    if (test.space.kind != NamespaceTest::Kind::Unsaid && !IsPlain(test.space)) {
+        return subject.AnyAttribute(test.space, test.name, [&test](const astring& text) {
+            return MatchesValue(test.kind, text.view(), test.value);
+        });
     }
     const bool isId = test.kind == Kind::Id;
     const bool isClass = test.kind == Kind::Class;
@@ -68,6 +78,10 @@ bool MatchesTest(const SelectorParts& parts, const SelectorTest& test,
 bool MatchesCompound(const SelectorParts& parts, const Compound& compound,
                      const SelectorSubject& subject) {
     if (!compound.type.empty() && subject.Name() != compound.type.view()) return false;
+    if (compound.space.kind == NamespaceTest::Kind::Is &&
+        subject.NamespaceUri() != compound.space.uri.view()) {
+        return false;
+    }
     const SelectorTest* const tests = parts.tests.data() + compound.firstTest;
     for (unsigned i = 0; i < compound.testCount; ++i) {
         if (!MatchesTest(parts, tests[i], subject)) return false;

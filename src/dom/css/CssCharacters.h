@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 namespace Dom::CSS::detail {
@@ -33,6 +34,23 @@ constexpr std::string_view Trimmed(std::string_view text) {
     while (!text.empty() && IsSpace(text.back()))
         text.remove_suffix(1);
     return text;
+}
+
+/// Tells whether a text ends with a backslash that escapes what comes behind it.
+constexpr bool EndsWithBackslash(std::string_view text) {
+    std::size_t count = 0;
+    while (count < text.size() && text[text.size() - 1 - count] == '\\')
+        ++count;
+    return count % 2 == 1;
+}
+
+/// Returns a text without the white space around it, but for a blank at the end that is escaped.
+constexpr std::string_view TrimmedValue(std::string_view text) {
+    const std::string_view trimmed = Trimmed(text);
+    const auto end = static_cast<std::size_t>(trimmed.data() + trimmed.size() - text.data());
+    const bool isEscaped =
+        EndsWithBackslash(trimmed) && end < text.size() && (text[end] == ' ' || text[end] == '\t');
+    return isEscaped ? std::string_view(trimmed.data(), trimmed.size() + 1) : trimmed;
 }
 
 }  // namespace Dom::CSS::detail

@@ -8,28 +8,14 @@
 
 #include "dom/NodeAccess.h"
 #include "dom/UriReference.h"
-#include "dom/css/AsciiCase.h"
+#include "dom/css/SheetLink.h"
 #include "dom/css/SheetMaking.h"
-
-#include <algorithm>
-#include <cstddef>
 
 namespace Dom::CSS {
 
 using Dom::detail::NodeAccess;
 
 namespace {
-
-// Tells whether one of the words of a text is `word`, in small letters, in any case.
-bool HasWord(std::string_view text, std::string_view word) {
-    constexpr std::string_view kSpace = " \t\n\r\f";
-    while (!text.empty()) {
-        const std::size_t length = std::min(text.find_first_of(kSpace), text.size());
-        if (detail::EqualIgnoringCase(text.substr(0, length), word)) return true;
-        text.remove_prefix(std::min(length + 1, text.size()));
-    }
-    return false;
-}
 
 // Returns the object as the class `T`, which has that name, or null.
 template <typename T>
@@ -58,8 +44,8 @@ public:
         auto* const link = As<HTMLLinkElement>(node, "Dom::HTMLLinkElement");
         if (link == nullptr) return;
         CSSStyleSheet* const sheet =
-            HasWord(link->Rel(), "stylesheet") ? MakeLinked(*link) : Refuse(*link);
-        if (sheet != nullptr && HasWord(link->Rel(), "alternate")) sheet->Disable();
+            detail::HasWord(link->Rel(), "stylesheet") ? MakeLinked(*link) : Refuse(*link);
+        if (sheet != nullptr && detail::HasWord(link->Rel(), "alternate")) sheet->Disable();
         List(sheet);
     }
 
@@ -73,8 +59,8 @@ private:
     template <typename Link>
     CSSStyleSheet* MakeLinked(Link& link) {
         const astring& href = link.Href();
-        const bool leadsElsewhere = !href.empty() && href[0] != '#';
-        if (!host_ || !leadsElsewhere || link.Type() != detail::kSheetType) return Refuse(link);
+        if (!host_ || !detail::LeadsElsewhere(href) || link.Type() != detail::kSheetType)
+            return Refuse(link);
         const astring address = Dom::detail::ResolveReference(document_.DocumentURI(), href);
         const std::optional<astring> bytes = host_(address, link.Charset());
         if (!bytes) return Refuse(link);

@@ -26,6 +26,23 @@ inline constexpr char kImportance[] = "Invalid importance identifier";
 inline constexpr char kAfterProperty[] = "Unexpected token after property";
 inline constexpr char kValueMissing[] = "Property value missing";
 
+// Why a forgiving parser leaves something out, besides those of declarations and selectors.
+inline constexpr char kValue[] = "Invalid property value";
+inline constexpr char kAtRuleInBlock[] = "Rule in a style block";
+inline constexpr char kBlockMissing[] = "Expected a block";
+inline constexpr char kImport[] = "Syntax error in import rule";
+inline constexpr char kLateImport[] = "Import rule behind other rules";
+inline constexpr char kCharset[] = "Charset rule not at the begin of the style sheet";
+inline constexpr char kDepth[] = "Rules are nested too deep";
+inline constexpr char kRule[] = "Syntax error in rule";
+
+// Why a sheet that something leads to is not there.
+inline constexpr char kNotFound[] = "Not found";
+inline constexpr char kImportedByItself[] = "Imported by itself";
+inline constexpr char kImportedTooDeep[] = "Imported too deep";
+inline constexpr char kTooManyBytes[] = "Too many bytes";
+inline constexpr char kTooManySheets[] = "Too many sheets";
+
 // Rules and sheets.
 inline constexpr char kSelector[] = "Syntax error in selector";
 inline constexpr char kDeclaration[] = "Expected style declaration after selector";

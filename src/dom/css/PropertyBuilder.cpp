@@ -21,8 +21,13 @@ void PropertyBuilder::AddText(std::string_view text) {
 }
 
 void PropertyBuilder::AddProperty(std::string_view name, bool important, std::string_view value) {
-    const std::string_view trimmed = Trimmed(value);
     important_ = important;
+    if (reading_ == ValueReading::Exact) {
+        const std::string_view exact = TrimmedValue(value);
+        if (!AddExactShorthand(name, exact)) Add(name, exact, Made::AsWritten);
+        return;
+    }
+    const std::string_view trimmed = Trimmed(value);
     // Deliberate: a value that begins with "i" is taken for "inherit", whatever the word is.
     const bool mayExpand = !trimmed.starts_with('i');
     if (mayExpand && AddShorthand(name, trimmed)) return;
@@ -31,8 +36,8 @@ void PropertyBuilder::AddProperty(std::string_view name, bool important, std::st
 
 void PropertyBuilder::Add(std::string_view name, std::string_view value, Made made) {
     auto property = MakeProperty(
-        name, value,
-        {important_, weight_.origin, weight_.specificity, made == Made::FromShorthand});
+        name, value, {important_, weight_.origin, weight_.specificity, made == Made::FromShorthand},
+        reading_);
     properties_.AddItem(property.get());
     static_cast<void>(property.release());  // the list's now
 }

@@ -83,12 +83,13 @@ CompactProperty::CompactProperty(astring&& name, std::shared_ptr<Piece>&& piece,
       piece_(std::move(piece)) {}
 
 std::unique_ptr<CSSPropertyImpl> MakeProperty(std::string_view name, std::string_view text,
-                                              const PropertyTraits& traits) {
+                                              const PropertyTraits& traits, ValueReading reading) {
     astring buffer;
-    if (const std::optional<Primitive> primitive = ReadWholePrimitive(text, buffer)) {
+    const std::optional<Primitive> primitive = ReadWholePrimitive(text, buffer, reading);
+    if (primitive) {
         return CompactProperty::Make(name, *primitive, traits);
     }
-    return CompactProperty::MakeApart(name, MakeOtherValue(text), traits);
+    return CompactProperty::MakeApart(name, MakeOtherValue(text, reading), traits);
 }
 
 std::unique_ptr<CSSPropertyImpl> CopyProperty(const CSSPropertyImpl& property,

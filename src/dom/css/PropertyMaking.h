@@ -4,6 +4,8 @@
 #include <espalier/dom/css/CSSPropertyImpl.h>
 #include <espalier/dom/css/CSSRule.h>
 
+#include "dom/css/ValueReading.h"
+
 #include <memory>
 #include <string_view>
 
@@ -20,7 +22,7 @@ struct PropertyTraits {
 /// Makes a property whose value is what a text says.
 /// \param text without white space around it
 std::unique_ptr<CSSPropertyImpl> MakeProperty(std::string_view name, std::string_view text,
-                                              const PropertyTraits& traits);
+                                              const PropertyTraits& traits, ValueReading reading);
 
 /// Makes a property with the name of another and a copy of its value.
 std::unique_ptr<CSSPropertyImpl> CopyProperty(const CSSPropertyImpl& property,

@@ -1,17 +1,21 @@
 // SPDX-License-Identifier: MIT
-#include <espalier/dom/DOMException.h>
 #include <espalier/dom/css/Selector.h>
+#include <espalier/dom/css/SelectorException.h>
 
 #include "dom/css/CompiledSelectors.h"
-#include "dom/css/Messages.h"
+
+#include <cstddef>
+#include <optional>
 
 namespace Dom::CSS {
 
-Selector::Selector(std::string_view text)
-    : text_(text), compiled_(std::make_unique<detail::CompiledSelectors>(text_)) {
-    if (!compiled_->IsGood() || text.find('\0') != std::string_view::npos) {
-        DOMException::ThrowDOMException(DOMException::SYNTAX_ERR, detail::Message::kSelector);
+Selector::Selector(std::string_view text, const NamespacePrefixes& prefixes)
+    : text_(text), compiled_(std::make_unique<detail::CompiledSelectors>(text_, prefixes)) {
+    if (const std::optional<std::size_t> fault = compiled_->Fault()) {
+        throw SelectorException(*fault);
     }
+    const std::size_t end = text.find('\0');
+    if (end != std::string_view::npos) throw SelectorException(end);
 }
 
 Selector::Selector(Selector&&) noexcept = default;

@@ -19,9 +19,12 @@ namespace {
 
 class SelectorParser {
 public:
-    SelectorParser(const char* text, SelectorParts& parts) : position_(text), parts_(parts) {}
+    SelectorParser(const char* text, const NamespacePrefixes& prefixes, SelectorParts& parts)
+        : position_(text), prefixes_(prefixes), parts_(parts) {}
 
-    bool ParseGroup();
+    void ParseGroup();
+    // Returns where the first error is, or null.
+    const char* Fault() const { return fault_; }
 
 private:
     using Kind = SelectorTest::Kind;
@@ -31,7 +34,9 @@ private:
     void SkipToComma();
     Combinator ParseCombinator();
     bool ParseCompound(Compound& compound, bool isNegated);
-    bool ParseType(Compound& compound);
+    bool ParseType(Compound& compound, bool isNegated);
+    bool ParseNamespace(NamespaceTest& test, bool isAttribute);
+    const astring* FindNamespace(std::string_view prefix) const;
     bool ParseTests(Compound& compound, bool isNegated);
     bool ParseTest(SelectorTest& test, bool isNegated);
     bool ParseAttribute(SelectorTest& test);
@@ -41,9 +46,14 @@ private:
     bool ParseNegation(SelectorTest& test);
     bool ParseText(astring& text);
     bool Take(char character);
+    // Says where an error is, when that is not the place that has been reached.
+    bool Refuse(const char* position);
 
     const char* position_;
+    const NamespacePrefixes& prefixes_;
     SelectorParts& parts_;
+    const char* fault_ = nullptr;    // the first error
+    const char* refused_ = nullptr;  // what Refuse() was told for this selector
     ComplexSelector selector_;
 };
 
@@ -53,9 +63,14 @@ bool SelectorParser::Take(char character) {
     return true;
 }
 
-bool SelectorParser::ParseGroup() {
-    bool isGood = true;
+bool SelectorParser::Refuse(const char* position) {
+    refused_ = position;
+    return false;
+}
+
+void SelectorParser::ParseGroup() {
     do {
+        refused_ = nullptr;
         const std::size_t tests = parts_.tests.size();
         selector_ = ComplexSelector();
         selector_.firstCompound = static_cast<unsigned>(parts_.compounds.size());
@@ -63,12 +78,11 @@ bool SelectorParser::ParseGroup() {
         if (ParseComplex() && (*position_ == ',' || *position_ == '\0')) {
             parts_.selectors.push_back(selector_);
         } else {
-            isGood = false;
+            if (fault_ == nullptr) fault_ = refused_ != nullptr ? refused_ : position_;
             DropSelector(selector_, tests);
             SkipToComma();
         }
     } while (Take(','));
-    return isGood;
 }
 
 void SelectorParser::DropSelector(const ComplexSelector& selector, std::size_t tests) {
@@ -125,12 +139,55 @@ Combinator SelectorParser::ParseCombinator() {
 
 bool SelectorParser::ParseCompound(Compound& compound, bool isNegated) {
     const char* const begin = position_;
-    return ParseType(compound) && ParseTests(compound, isNegated) && position_ > begin;
+    return ParseType(compound, isNegated) && ParseTests(compound, isNegated) && position_ > begin;
 }
 
-bool SelectorParser::ParseType(Compound& compound) {
-    if (Take('*')) return true;
-    if (CssHelpers::ParseIdent(position_, compound.type)) ++selector_.weight.elements;
+const astring* SelectorParser::FindNamespace(std::string_view prefix) const {
+    for (std::size_t i = prefixes_.size(); i > 0; --i) {
+        if (prefixes_[i - 1].prefix == prefix) return &prefixes_[i - 1].uri;
+    }
+    return nullptr;
+}
+
+// Reads a prefix with its "|" (Selectors Level 3 sections 6.1.1 and 6.3.3), if there is one. That
+// of "|=" is an operator.
+bool SelectorParser::ParseNamespace(NamespaceTest& test, bool isAttribute) {
+    const char* const begin = position_;
+    astring prefix;
+    const bool isAny = Take('*');
+    if (!isAny) CssHelpers::ParseIdent(position_, prefix);
+    if (*position_ != '|' || (isAttribute && position_[1] == '=')) {
+        position_ = begin;
+        return true;
+    }
+    const bool isNone = position_ == begin;
+    ++position_;
+    if (isAny) {
+        test.kind = NamespaceTest::Kind::Any;
+        return true;
+    }
+    test.kind = NamespaceTest::Kind::Is;
+    if (isNone) return true;
+    const astring* const uri = FindNamespace(prefix);
+    if (uri == nullptr) return Refuse(begin);
+    test.uri = *uri;
+    return true;
+}
+
+// What has no type is of any, but within :not() it is not even of the namespace that types without
+// a prefix have.
+bool SelectorParser::ParseType(Compound& compound, bool isNegated) {
+    const char* const begin = position_;
+    if (!ParseNamespace(compound.space, false)) return false;
+    const bool hasPrefix = position_ != begin;
+    const bool isAny = Take('*');
+    const bool isElement = !isAny && CssHelpers::ParseIdent(position_, compound.type);
+    if (isElement) ++selector_.weight.elements;
+    if (hasPrefix) return isAny || isElement;
+    const astring* const uri = FindNamespace("");
+    if (uri != nullptr && (isAny || isElement || !isNegated)) {
+        compound.space = {NamespaceTest::Kind::Is, *uri};
+    }
     return true;
 }
 
@@ -167,6 +224,7 @@ bool SelectorParser::ParseTest(SelectorTest& test, bool isNegated) {
 
 bool SelectorParser::ParseAttribute(SelectorTest& test) {
     CssHelpers::ParseWhitespace(position_);
+    if (!ParseNamespace(test.space, true)) return false;
     if (!CssHelpers::ParseIdent(position_, test.name)) return false;
     CssHelpers::ParseWhitespace(position_);
     test.kind = Kind::HasAttribute;
@@ -197,6 +255,7 @@ bool SelectorParser::ParseText(astring& text) {
 }
 
 bool SelectorParser::ParsePseudo(SelectorTest& test, bool isNegated) {
+    const char* const begin = position_ - 1;
     const bool isElement = Take(':');
     astring name;
     if (!CssHelpers::ParseIdent(position_, name)) return false;
@@ -204,15 +263,17 @@ bool SelectorParser::ParsePseudo(SelectorTest& test, bool isNegated) {
         character = ToLower(character);
     test.kind = Kind::Pseudo;
     test.pseudo = FindPseudoClass(name);
-    if (test.pseudo == PseudoClass::Unknown) return false;
+    if (test.pseudo == PseudoClass::Unknown) return Refuse(begin);
     if (IsPseudoElement(test.pseudo)) {
-        if (isNegated) return false;
+        if (isNegated) return Refuse(begin);
         selector_.pseudoElement = test.pseudo;
         ++selector_.weight.elements;
         return true;
     }
-    if (isElement) return false;
-    if (test.pseudo == PseudoClass::Not) return !isNegated && ParseNegation(test);
+    if (isElement) return Refuse(begin);
+    if (test.pseudo == PseudoClass::Not) {
+        return isNegated ? Refuse(begin) : ParseNegation(test);
+    }
     ++selector_.weight.classes;
     return ParseArgument(test);
 }
@@ -253,8 +314,12 @@ bool SelectorParser::ParseNegation(SelectorTest& test) {
 
 }  // namespace
 
-bool ParseSelectors(const char* text, SelectorParts& parts) {
-    return SelectorParser(text, parts).ParseGroup();
+std::optional<std::size_t> ParseSelectors(const char* text, const NamespacePrefixes& prefixes,
+                                          SelectorParts& parts) {
+    SelectorParser parser(text, prefixes, parts);
+    parser.ParseGroup();
+    if (parser.Fault() == nullptr) return {};
+    return static_cast<std::size_t>(parser.Fault() - text);
 }
 
 }  // namespace Dom::CSS::detail

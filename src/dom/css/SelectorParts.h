@@ -12,6 +12,14 @@ namespace Dom::CSS::detail {
 /// What stands between two compounds of a selector (Selectors Level 3, section 8).
 enum class Combinator : unsigned char { None, Descendant, Child, NextSibling, LaterSibling };
 
+/// What namespace a type or an attribute is of.
+struct NamespaceTest {
+    enum class Kind : unsigned char { Unsaid, Any, Is };
+
+    Kind kind = Kind::Unsaid;  // any for a type, none for an attribute
+    astring uri;               // empty for none
+};
+
 /// One condition that a selector sets.
 struct SelectorTest {
     enum class Kind : unsigned char {
@@ -29,6 +37,7 @@ struct SelectorTest {
 
     Kind kind = Kind::Id;
     PseudoClass pseudo = PseudoClass::Unknown;
+    NamespaceTest space;   // of an attribute
     astring name;          // of an id, a class or an attribute
     astring value;         // of an attribute; the argument of :lang() and :contains()
     int step = 0;          // a of an+b
@@ -38,6 +47,7 @@ struct SelectorTest {
 
 /// Conditions on one element.
 struct Compound {
+    NamespaceTest space;
     astring type;  // the local name; empty for any
     unsigned firstTest = 0;
     unsigned testCount = 0;

@@ -15,6 +15,11 @@ std::string_view SelectorSubject::Name() const {
     return element_ != nullptr ? element_->LocalNameView() : name_;
 }
 
+std::string_view SelectorSubject::NamespaceUri() const {
+    if (element_ == nullptr) return {};
+    return Dom::detail::NodeAccess::Name(*element_).uri->view();
+}
+
 const astring* SelectorSubject::Attribute(std::string_view name) const {
     if (element_ == nullptr) {
         if (name == "id") return GivenValue(id_);

@@ -5,11 +5,13 @@
 #include "dom/css/CharacterFlags.h"
 #include "dom/css/Messages.h"
 #include "dom/css/PropertyBuilder.h"
+#include "dom/css/computed/ShorthandExpansion.h"
 
 #include <algorithm>
 #include <array>
 #include <cassert>
 #include <cstddef>
+#include <vector>
 
 // How the properties that stand for several others are taken apart. Values are split at white
 // space alone: neither quotes nor parentheses keep a piece together.
@@ -76,6 +78,22 @@ Tokens<Most> RequiredTokens(std::string_view value) {
         DOMException::ThrowDOMException(DOMException::SYNTAX_ERR, Message::kValueMissing);
     }
     return tokens;
+}
+
+constexpr std::string_view kShorthands[] = {
+    "margin",     "padding",      "background",    "border-width", "border-style", "border-color",
+    "border-top", "border-right", "border-bottom", "border-left",  "border"};
+
+// Finds one by its name in any case; null when there is none.
+const std::string_view* FindShorthand(std::string_view name) {
+    constexpr std::string_view kFirstLetters = "mpb";
+    if (name.empty() || kFirstLetters.find(ToLower(name.front())) == std::string_view::npos) {
+        return nullptr;
+    }
+    for (const std::string_view& shorthand : kShorthands) {
+        if (EqualIgnoringCase(shorthand, name)) return &shorthand;
+    }
+    return nullptr;
 }
 
 bool BeginsWithOneOf(std::string_view token, std::string_view characters) {
@@ -175,6 +193,18 @@ void PropertyBuilder::AddBackground(std::string_view value) {
             Add("background-attachment", token, Made::FromShorthand);
         }
     }
+}
+
+// The names are those that AddShorthand() knows, in any case.
+bool PropertyBuilder::AddExactShorthand(std::string_view name, std::string_view value) {
+    const std::string_view* const known = FindShorthand(name);
+    if (known == nullptr) return false;
+    std::vector<Longhand> longhands;
+    longhands.reserve(LonghandsOf(*known).size());
+    if (!ExpandShorthand(*known, value, longhands)) return false;
+    for (const Longhand& longhand : longhands)
+        Add(longhand.name, longhand.value, Made::FromShorthand);
+    return true;
 }
 
 }  // namespace Dom::CSS::detail

@@ -4,18 +4,16 @@
 #include <espalier/io/FileStream.h>
 
 #include "dom/HtmlPage.h"
+#include "dom/css/SheetMap.h"
 #include "support/PrintAstring.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>  // std::ref
-#include <initializer_list>
-#include <map>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace {
@@ -23,26 +21,7 @@ namespace {
 using Dom::HTMLDocument;
 using Dom::CSS::CSSStyleSheet;
 using Dom::CSS::LoadStyleSheets;
-
-// Gives sheets by their address, and notes what it was asked for.
-class Host {
-public:
-    Host(std::initializer_list<std::pair<const std::string, std::string>> sheets)
-        : sheets_(sheets) {}
-
-    std::optional<astring> operator()(const astring& address, const astring& encoding) {
-        asked_ += address.str() + (encoding.empty() ? "" : " in " + encoding.str()) + "|";
-        const auto found = sheets_.find(address.str());
-        if (found == sheets_.end()) return std::nullopt;
-        return astring(found->second);
-    }
-
-    const std::string& Asked() const { return asked_; }
-
-private:
-    std::map<std::string, std::string> sheets_;
-    std::string asked_;
-};
+using support::SheetMap;
 
 // The rules of the sheets of a document, "-" before those that are disabled.
 std::string Sheets(Dom::Document& document) {
@@ -72,7 +51,7 @@ std::optional<astring> ReadSample(const astring& address, const astring& encodin
 }  // namespace
 
 TEST(LoadStyleSheets, MakesAllInTheOrderOfTheDocument) {
-    Host host{{"i.css", "i { a: b }"}, {"l.css", "l { a: b }"}, {"m.css", "m { a: b }"}};
+    SheetMap host{{"i.css", "i { a: b }"}, {"l.css", "l { a: b }"}, {"m.css", "m { a: b }"}};
     HTMLDocument page;
     page.LoadXml(Page("<?xml-stylesheet href='i.css' type='text/css'?>",
                       "<head><style>s { a: b }</style><link rel='stylesheet' type='text/css' "
@@ -115,7 +94,7 @@ TEST(LoadStyleSheets, OfLinksSomeAreToStyleSheets) {
     };
     for (const auto& c : kCases) {
         SCOPED_TRACE(c.attributes);
-        Host host{{"a.css", "p { a: b }"}};
+        SheetMap host{{"a.css", "p { a: b }"}};
         HTMLDocument page;
         page.LoadXml(Page("", std::string("<link ") + c.attributes + "/>"));
         LoadStyleSheets(page, std::ref(host));
@@ -144,7 +123,7 @@ TEST(LoadStyleSheets, OfInstructionsThoseBeforeTheRootCount) {
     };
     for (const auto& c : kCases) {
         SCOPED_TRACE(c.xml);
-        Host host{{"a.css", "p { a: b }"}};
+        SheetMap host{{"a.css", "p { a: b }"}};
         Dom::Document plain;
         plain.LoadXml(c.xml);
         LoadStyleSheets(plain, std::ref(host));
@@ -191,7 +170,7 @@ TEST(LoadStyleSheets, AddressesAreRelativeToTheDocument) {
     };
     for (const auto& c : kCases) {
         SCOPED_TRACE(std::string(c.uri) + " " + c.href);
-        Host host{};
+        SheetMap host{};
         HTMLDocument page;
         page.LoadXml(
             Page(std::string("<?xml-stylesheet type='text/css' href='") + c.href + "'?>",
@@ -204,7 +183,7 @@ TEST(LoadStyleSheets, AddressesAreRelativeToTheDocument) {
 }
 
 TEST(LoadStyleSheets, TheSheetHasTheAddressAsItIsWritten) {
-    Host host{{"dir/c.css", ""}};
+    SheetMap host{{"dir/c.css", ""}};
     Dom::Document document;
     document.LoadXml("<?xml-stylesheet type='text/css' href='./c.css'?><r/>", "dir/a.xml");
     LoadStyleSheets(document, std::ref(host));
@@ -225,7 +204,7 @@ TEST(LoadStyleSheets, WithoutAHostNothingIsFetched) {
 
 TEST(LoadStyleSheets, BytesMayBeOfAnyEncoding) {
     using namespace std::string_literals;
-    Host host{{"a.css", ".\0\xE9\0{\0a\0:\0b\0}\0"s}};
+    SheetMap host{{"a.css", ".\0\xE9\0{\0a\0:\0b\0}\0"s}};
     HTMLDocument page;
     page.LoadXml(Page("<?xml-stylesheet href='a.css' type='text/css' charset='UTF-16'?>", ""));
     LoadStyleSheets(page, std::ref(host));
@@ -233,7 +212,7 @@ TEST(LoadStyleSheets, BytesMayBeOfAnyEncoding) {
 }
 
 TEST(LoadStyleSheets, DoneAgainMakesThemAnew) {
-    Host host{{"a.css", "a { a: b }"}, {"b.css", "b { a: b }"}};
+    SheetMap host{{"a.css", "a { a: b }"}, {"b.css", "b { a: b }"}};
     HTMLDocument page;
     page.LoadXml(Page("<?xml-stylesheet href='a.css' type='text/css'?>",
                       "<link rel='stylesheet' type='text/css' href='b.css'/>"
@@ -299,7 +278,7 @@ TEST(LoadStyleSheets, AnEmptyDocumentHasNone) {
 // Whoever goes first takes the sheet with it, and the others forget it.
 
 TEST(LoadStyleSheetsOwnership, TheDocumentMayGoFirst) {
-    Host host{{"a.css", "p { a: b }"}};
+    SheetMap host{{"a.css", "p { a: b }"}};
     for (const bool keepsNodes : {true, false}) {
         SCOPED_TRACE(keepsNodes);
         auto page = std::make_unique<HTMLDocument>();
@@ -326,7 +305,7 @@ TEST(LoadStyleSheetsOwnership, TheDocumentMayGoFirst) {
 }
 
 TEST(LoadStyleSheetsOwnership, NodesMayGoFirst) {
-    Host host{{"a.css", "p { a: b }"}};
+    SheetMap host{{"a.css", "p { a: b }"}};
     HTMLDocument page;
     page.LoadXml(Page("<?xml-stylesheet href='a.css' type='text/css'?>",
                       "<link rel='stylesheet' type='text/css' href='a.css'/>"

@@ -8,7 +8,7 @@
 // nothing but white space was taken out of the documents before, as Document::Load() leaves it out.
 
 #include <espalier/dom/css/CSSStyleRule.h>
-#include <espalier/dom/css/Selector.h>
+#include <espalier/dom/css/QuerySelector.h>
 #include <espalier/dom/css/Specificity.h>
 
 #include "dom/css/Matching.h"
@@ -200,11 +200,16 @@ void ExpectSelections(const char* file, int elements, const Selection (&selectio
         const bool isForRules = Dom::CSS::CSS_SPECIFICITY(expected.selector) >= 0;
         if (isForRules) rule.SetSelectorText(expected.selector);
         rules += isForRules ? 1 : 0;
+        const std::vector<Dom::Element*> found =
+            Dom::CSS::QuerySelectorAll(document, expected.selector);
+        auto next = found.begin();
         int count = 0;
         int sum = 0;
         for (int i = 0; i < elements; ++i) {
             Dom::Element* const element = all[static_cast<std::size_t>(i)];
             const bool matches = selector.Matches(*element);
+            EXPECT_EQ(next != found.end() && *next == element, matches) << "element " << i + 1;
+            next += matches ? 1 : 0;
             count += matches ? 1 : 0;
             sum += matches ? i + 1 : 0;
             if (isForRules) {

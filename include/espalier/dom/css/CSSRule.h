@@ -4,21 +4,24 @@
 #include <espalier/base/Export.h>
 #include <espalier/base/astring.h>
 #include <espalier/dom/css/Forward.h>
+#include <espalier/dom/css/SourcePlace.h>
 
 namespace Dom::CSS {
 
 /// A rule of a style sheet.
 class ESPALIER_EXPORT CSSRule {
 public:
-    /// The kinds of rules, as numbered by DOM Level 2 Style.
+    /// The kinds of rules, as numbered by DOM Level 2 Style. All but the first two are made by
+    /// ParseStyleSheet() alone.
     enum RULE_TYPE : unsigned short {
         UNKNOWN_RULE = 0,    ///< a rule that begins with "@"
         STYLE_RULE = 1,      ///< a selector and a declaration
-        CHARSET_RULE = 2,    ///< not used
-        IMPORT_RULE = 3,     ///< not used
-        MEDIA_RULE = 4,      ///< not used
-        FONT_FACE_RULE = 5,  ///< not used
-        PAGE_RULE = 6        ///< not used
+        CHARSET_RULE = 2,    ///< "@charset" at the begin of a sheet
+        IMPORT_RULE = 3,     ///< "@import"
+        MEDIA_RULE = 4,      ///< "@media" with the rules in it
+        FONT_FACE_RULE = 5,  ///< "@font-face"
+        PAGE_RULE = 6,       ///< "@page"
+        SUPPORTS_RULE = 12   ///< "@supports" with the rules in it; numbered by CSSOM
     };
 
     /// Where rules come from. Among important declarations the greater number wins, among others
@@ -55,6 +58,9 @@ public:
     CSSStyleSheet* ParentStyleSheet() const { return parentStyleSheet_; }
     /// Returns the rule that this one is in, or null.
     CSSRule* ParentRule() const { return parentRule_; }
+    /// Returns where the rule begins in the text that ParseStyleSheet() has read; no place for
+    /// other rules.
+    SourcePlace Place() const { return place_; }
 
 protected:
     CSSRule(RULE_TYPE type, RULE_ORIGIN origin, CSSStyleSheet* sheet, CSSRule* parentRule)
@@ -62,11 +68,14 @@ protected:
 
 private:
     friend class CSSRuleList;
+    friend class detail::RuleMaking;
 
     RULE_TYPE type_;
     RULE_ORIGIN origin_;
     CSSStyleSheet* parentStyleSheet_;
     CSSRule* parentRule_;
+    SourcePlace place_;
+    const char* source_ = nullptr;  // the rule in the text that the sheet keeps, or null
 };
 
 }  // namespace Dom::CSS

@@ -14,6 +14,7 @@
 namespace Dom::CSS {
 
 namespace detail {
+enum class ValueReading : unsigned char;
 class WaitingText;
 struct Weight;
 }  // namespace detail
@@ -23,6 +24,7 @@ struct Weight;
 /// The shorthands margin, padding, border-width, border-color, border-style, border-top,
 /// border-right, border-bottom, border-left, border and background are replaced by the properties
 /// that they stand for, unless their value begins with "i". Names are compared as they are written.
+/// ParseStyleSheet() and ParseDeclarations() do it otherwise, and better.
 /// A property that is declared twice is here twice.
 ///
 /// Properties are made of a text when they are first asked for; what is wrong with the text is told
@@ -112,6 +114,7 @@ protected:
 
 private:
     friend class CSSStyleRule;
+    friend class detail::RuleMaking;
 
     static constexpr unsigned kNone = static_cast<unsigned>(-1);
 
@@ -121,7 +124,7 @@ private:
         return properties_;
     }
     // Does what SetCssText() does; the text need not end with a NUL.
-    void SetText(std::string_view text, const detail::Weight& weight);
+    void SetText(std::string_view text, const detail::Weight& weight, detail::ValueReading reading);
     // Makes the properties of the text that waits, unless another thread has done it.
     void MakeProperties() const;
     void DropWaiting() noexcept;

@@ -77,6 +77,7 @@ private:
     // where that can be.
     static std::unique_ptr<CSSStyleRule> Make(CSSStyleSheet* sheet, CSSRule* parentRule,
                                               RULE_ORIGIN origin, const char* text);
+    friend class detail::RuleMaking;
 
     void SetSelectors(astring&& selectors) noexcept;
     const detail::CompiledSelectors& Compiled() const;

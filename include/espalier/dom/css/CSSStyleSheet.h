@@ -7,6 +7,10 @@
 #include <espalier/dom/css/CSSRuleList.h>
 #include <espalier/dom/css/StyleSheet.h>
 
+#include <memory>
+#include <string>
+#include <vector>
+
 namespace Dom::CSS {
 
 /// A CSS style sheet: a list of rules, which it owns.
@@ -50,9 +54,13 @@ public:
     CSSRule::RULE_ORIGIN Origin() const { return origin_; }
 
 private:
+    friend class detail::RuleMaking;
+
     CSSRule* ownerRule_ = nullptr;
     CSSRuleList rules_;
     CSSRule::RULE_ORIGIN origin_ = CSSRule::Author;
+    // What ParseStyleSheet() has read; places are looked up in it.
+    std::vector<std::unique_ptr<const std::string>> sources_;
 };
 
 }  // namespace Dom::CSS

@@ -5,6 +5,12 @@
 /// Declares the classes of this folder for headers that only name them.
 
 namespace Dom::CSS {
+class CSSCharsetRule;
+class CSSFontFaceRule;
+class CSSGroupingRule;
+class CSSImportRule;
+class CSSMediaRule;
+class CSSPageRule;
 class CSSPrimitiveTypeImpl;
 class CSSPrimitiveValue;
 class CSSPropertyImpl;
@@ -13,6 +19,7 @@ class CSSRuleList;
 class CSSStyleDeclaration;
 class CSSStyleRule;
 class CSSStyleSheet;
+class CSSSupportsRule;
 class CSSUnknownRule;
 class CSSValue;
 class CSSValueList;
@@ -20,15 +27,21 @@ class Counter;
 class CssNodeType;
 class CssReader;
 class ElementCSSInlineStyle;
+class MediaQueryList;
 class RGBColor;
 class Rect;
 class RuleIndex;
 class Selector;
+struct MediaContext;
 
 namespace detail {
 class CompactProperty;
 class CompiledSelectors;
 class CssScanner;
+class MediaQueries;
+class RuleBuckets;
+class RuleMaking;
+class StyleSources;
 struct Primitive;
 }  // namespace detail
 }  // namespace Dom::CSS

@@ -4,6 +4,7 @@
 #include <espalier/base/Export.h>
 #include <espalier/dom/Forward.h>
 #include <espalier/dom/css/Forward.h>
+#include <espalier/dom/css/NamespacePrefix.h>
 
 #include <memory>
 #include <string_view>
@@ -35,8 +36,14 @@ public:
     RuleIndex& operator=(RuleIndex&&) noexcept;
     ~RuleIndex();
 
-    /// Adds the style rules of a sheet, in their order.
+    /// Adds the style rules of a sheet, in their order; those in other rules are passed over.
     void Add(const CSSStyleSheet& sheet);
+    /// Adds the style rules of a sheet that count for a medium, in their order: none when the sheet
+    /// is disabled or its media do not match, those in "@media" where that matches, and those in
+    /// "@supports" when the properties and values that it asks for are known. Prefixes in selectors
+    /// are those of "@namespace". A rule is left out when one of its selectors is wrong (Selectors
+    /// Level 3 section 5), unless that has a pseudo-class that only later levels have.
+    void Add(const CSSStyleSheet& sheet, const MediaContext& context);
     /// Adds a rule behind those that are here.
     void Add(const CSSStyleRule& rule);
 
@@ -48,9 +55,13 @@ public:
                std::vector<MatchedRule>& result) const;
 
 private:
-    struct Contents;
+    friend class detail::StyleSources;
 
-    std::unique_ptr<Contents> contents_;
+    void Add(const CSSRuleList& rules, const NamespacePrefixes& prefixes,
+             const MediaContext& context);
+    void AddValid(const CSSStyleRule& rule, const NamespacePrefixes& prefixes);
+
+    std::unique_ptr<detail::RuleBuckets> buckets_;
 };
 
 }  // namespace Dom::CSS
