@@ -112,11 +112,24 @@ void CloneBelowAttributes(const Node& source, Node& clone, Pending& pending) {
     }
 }
 
+// Lets the clone of an attribute have its own value and its text. The clone has the text as its own
+// value, too, which the value of another attribute that it is below is made of.
+void CloneText(const Attr& source, Attr& clone) {
+    const bool showsText = NodeAccess::Has(source, NodeAccess::kImpliedText);
+    if (source.NodeValue() == clone.NodeValue()) {
+        if (showsText) NodeAccess::ShowText(clone);
+        return;
+    }
+    const astring text = source.Value();
+    NodeAccess::SetValue(clone, source.NodeValue());
+    if (showsText) Append(clone, NodePtr(clone.OwnerDocument()->CreateTextNode(text)));
+}
+
 Node* CloneOf(const Node& node, Pending& pending) {
     NodePtr clone(const_cast<Node&>(node).CloneNode(false));
     CloneBelowAttributes(node, *clone, pending);
-    if (NodeAccess::Has(node, NodeAccess::kImpliedText)) {
-        NodeAccess::ShowText(static_cast<Attr&>(*clone));
+    if (node.NodeType() == Node::ATTRIBUTE_NODE) {
+        CloneText(static_cast<const Attr&>(node), static_cast<Attr&>(*clone));
     }
     return clone.release();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "dom/DomNodes.h"
 #include "dom/ExpectDomError.h"
+#include "dom/LoadText.h"
 
 #include <gtest/gtest.h>
 
@@ -239,6 +240,32 @@ TEST(CloneTree, OfAnAttributeCopiesItsChildren) {
     const NodePtr made(attribute->CloneTree());
     EXPECT_EQ(support::TrueChildren(*made), "'one' entity");
     EXPECT_EQ(static_cast<Dom::Attr&>(*made).Value(), "one");
+}
+
+// The value of an attribute is made of its children's own values, and that of an attribute that has
+// children is another one than its text.
+TEST(CloneTree, OfAnAttributeWithinAnotherKeepsItsOwnValue) {
+    Dom::Document document;
+    Dom::Document loaded;
+    support::LoadText(loaded, "<e a='text'/>", support::WithoutNamespaces());
+    Dom::Attr* attributes[] = {document.CreateAttribute("a"),
+                               loaded.DocumentElement()->RemoveAttributeNode(
+                                   loaded.DocumentElement()->GetAttributeNode("a"))};
+    AddText(*attributes[0], "text");
+    for (Dom::Attr* const inner : attributes) {
+        ASSERT_EQ(inner->Value(), "text");
+        ASSERT_EQ(inner->NodeValue(), "");
+        const std::unique_ptr<Dom::Attr> outer(inner->OwnerDocument()->CreateAttribute("outer"));
+        outer->AppendChild(inner);
+        ASSERT_EQ(outer->Value(), "");
+        const NodePtr made(outer->CloneTree());
+        EXPECT_EQ(static_cast<Dom::Attr&>(*made).Value(), "");
+        ASSERT_NE(made->FirstChild(), nullptr);
+        const auto& copy = static_cast<const Dom::Attr&>(*made->FirstChild());
+        EXPECT_EQ(copy.NodeValue(), "");
+        EXPECT_EQ(copy.Value(), "text");
+        EXPECT_EQ(support::TrueChildren(copy), "'text'");
+    }
 }
 
 TEST(CloneTree, OfADocumentIsADocumentWithTheSameNodes) {
