@@ -365,7 +365,8 @@ private:
     astring ValueInForce(XmlAttribute& attribute);
     void ResolveAttributes();
     const astring* UriOf(XmlName& prefix);
-    void CheckExpandedDuplicates();
+    void CheckDuplicates();
+    const XmlAttribute* FindExpandedDuplicate();
     bool HaveOnePrefix() const;
     [[noreturn]] void ThrowDuplicate(const XmlAttribute& attribute) const;
     XmlAttribute* FindAttribute(std::string_view name);
@@ -411,7 +412,7 @@ private:
     std::vector<astring> rawValues_;  // as they are written, of those that hold references
     int rawCount_ = 0;
     astring rawValue_;  // of the attribute that is being scanned, once it has a reference
-    std::vector<const XmlAttribute*> boundAttributes_;  // of the check that compares their names
+    std::vector<const XmlAttribute*> prefixedAttributes_;  // of the check that compares their names
     unsigned asks_ = 0;   // what the tag asks for beyond the usual; a set of Asks
     int duplicate_ = -1;  // index of the first attribute whose name came before
     std::uint64_t elementSerial_ = 1;

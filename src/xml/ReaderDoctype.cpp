@@ -13,12 +13,10 @@ namespace Xml::detail {
 //
 // Entered just after "<!".
 ReaderCore::Pass ReaderCore::ParseDoctype() {
-    if (Depth() > 0 || rootCount_ > 0) {
-        scanner_.Throw(Message::kUnexpectedToken, scanner_.TokenText());
-    }
     const ScannedName& keyword = scanner_.ScanName();
     if (keyword.text != "DOCTYPE") scanner_.Throw(Message::kExpectedDoctype, keyword.text);
     if (doctypeSeen_) scanner_.Throw(Message::kDoctypeAlreadyDefined);
+    if (Depth() > 0 || rootCount_ > 0) scanner_.Throw(Message::kUnexpectedToken, keyword.text);
     doctypeSeen_ = true;
     if (scanner_.NextMarkupToken() != XmlToken::NAME) scanner_.Throw(Message::kUnexpectedToken);
     const astring name(scanner_.Name().text);

@@ -286,10 +286,7 @@ void ReaderCore::NoteUnusual(const XmlName& name, bool isDuplicate) {
 void ReaderCore::GrantUnusual() {
     if ((asks_ & AsksSpecial) != 0) ApplySpecialAttributes();
     if (namespaces && (asks_ & AsksResolution) != 0) ResolveAttributes();
-    if ((asks_ & AsksError) != 0) {
-        ThrowDuplicate(attributes_[static_cast<std::size_t>(duplicate_)]);
-    }
-    if (namespaces && (asks_ & AsksResolution) != 0) CheckExpandedDuplicates();
+    CheckDuplicates();
     if ((asks_ & AsksTrim) != 0) TrimNames();
     asks_ = 0;
 }

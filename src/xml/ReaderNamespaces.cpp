@@ -64,29 +64,42 @@ bool ReaderCore::HaveOnePrefix() const {
 }
 
 // Two prefixes may be bound to one URI: no two attributes may have the same URI and local name
-// (Namespaces in XML 1.0 section 6.3). Attributes with an unbound prefix have no URI to compare.
-void ReaderCore::CheckExpandedDuplicates() {
-    if (HaveOnePrefix()) return;  // names with one prefix differ in their local names
-    std::vector<const XmlAttribute*>& bound = boundAttributes_;
-    bound.clear();
+// (Namespaces in XML 1.0 section 6.3). Prefixes that are not declared stand for the empty URI all
+// of them. Returns the first attribute whose name an earlier one has.
+const XmlAttribute* ReaderCore::FindExpandedDuplicate() {
+    if (HaveOnePrefix()) return nullptr;  // names with one prefix differ in their local names
+    std::vector<const XmlAttribute*>& prefixed = prefixedAttributes_;
+    prefixed.clear();
     for (const XmlAttribute& attribute : Attributes()) {
         const XmlName& name = *attribute.name;
         if (name.prefixName == nullptr || name.meaning == NameMeaning::Namespace) continue;
-        if (nsSupport_.FindPrefix(name.prefix.view()) != nullptr) bound.push_back(&attribute);
+        prefixed.push_back(&attribute);
     }
     // Sorted by name and then by place, so that equal ones are neighbours in document order.
     const auto compareNames = [](const XmlAttribute& a, const XmlAttribute& b) {
         const int order = a.name->local.compare(b.name->local);
         return order != 0 ? order : a.uri->compare(*b.uri);
     };
-    std::sort(bound.begin(), bound.end(), [&compareNames](const auto* a, const auto* b) {
+    std::sort(prefixed.begin(), prefixed.end(), [&compareNames](const auto* a, const auto* b) {
         const int order = compareNames(*a, *b);
         return order != 0 ? order < 0 : a < b;
     });
     const XmlAttribute* first = nullptr;
-    for (std::size_t i = 1; i < bound.size(); ++i) {
-        const bool isDuplicate = compareNames(*bound[i - 1], *bound[i]) == 0;
-        if (isDuplicate && (first == nullptr || bound[i] < first)) first = bound[i];
+    for (std::size_t i = 1; i < prefixed.size(); ++i) {
+        const bool isDuplicate = compareNames(*prefixed[i - 1], *prefixed[i]) == 0;
+        if (isDuplicate && (first == nullptr || prefixed[i] < first)) first = prefixed[i];
+    }
+    return first;
+}
+
+// Throws for the first attribute that an earlier one equals, by its name as it is written or, with
+// namespaces, by its expanded name.
+void ReaderCore::CheckDuplicates() {
+    const XmlAttribute* first = nullptr;
+    if ((asks_ & AsksError) != 0) first = &attributes_[static_cast<std::size_t>(duplicate_)];
+    if (namespaces && (asks_ & AsksResolution) != 0) {
+        const XmlAttribute* const expanded = FindExpandedDuplicate();
+        if (expanded != nullptr && (first == nullptr || expanded < first)) first = expanded;
     }
     if (first != nullptr) ThrowDuplicate(*first);
 }

@@ -46,9 +46,7 @@ void ExpectRefusal(const std::string& document, const Refusal& refusal,
         ADD_FAILURE() << "is accepted";
     } catch (const Xml::Exception& error) {
         EXPECT_STREQ(error.What(), refusal.message);
-        if (refusal.argument != Refusal::kAnyArgument) {
-            EXPECT_STREQ(error.Argument(), refusal.argument);
-        }
+        EXPECT_STREQ(error.Argument(), refusal.argument);
         EXPECT_EQ(error.LineNumber(), refusal.line);
         if (refusal.column != Refusal::kAny) {
             EXPECT_EQ(error.LinePos(), refusal.column);

@@ -10,8 +10,7 @@ namespace support {
 
 /// A document that the reader refuses, a row of a table.
 struct Refusal {
-    static constexpr int kAny = -2;                       ///< any column
-    static constexpr const char* kAnyArgument = nullptr;  ///< any argument
+    static constexpr int kAny = -2;  ///< any column
 
     const char* input;  ///< with the escapes of EscapedText.h
     const char* message;

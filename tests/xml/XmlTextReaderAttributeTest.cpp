@@ -211,7 +211,8 @@ TEST(XmlTextReaderAttribute, ADuplicateByNamespaceIsFoundAmongAnyNumber) {
 TEST(XmlTextReaderAttribute, NoDuplicateAcrossNamespaces) {
     for (const char* document : {
              "<a x='' p:x=''/>",
-             "<a p:x='' q:x=''/>",
+             "<a p:x='' q:y=''/>",
+             "<a xmlns:p='urn' p:x='' q:x=''/>",
              "<a xmlns:p='urn' x='' p:x=''/>",
              "<a xmlns='urn' xmlns:p='urn' x='' p:x=''/>",
              "<a xmlns='' xmlns:xmlns=''/>",
@@ -235,8 +236,7 @@ TEST(XmlTextReaderAttribute, PrefixesOfOneNamespaceDoNotMatterWhenNamespacesAreO
 
 TEST(XmlTextReaderAttribute, IsFoundByNamespaceInTheSameWayAmongAnyNumber) {
     for (const int count : {0, 14, 15, 16, 17, 18, 100, 1000}) {
-        std::string document =
-            "<r xmlns:p='a:b' xmlns:q='a'><a u:x='1' v:x='2' x='3' p:c='4' q:d='5'";
+        std::string document = "<r xmlns:p='a:b' xmlns:q='a'><a u:x='1' x='3' p:c='4' q:d='5'";
         for (int i = 0; i < count; ++i)
             document += " n" + std::to_string(i) + "=''";
         DocumentReader reader(document + "/></r>");
@@ -250,7 +250,7 @@ TEST(XmlTextReaderAttribute, IsFoundByNamespaceInTheSameWayAmongAnyNumber) {
         // Without a namespace there may be several, of which the first counts.
         EXPECT_EQ(reader->GetAttribute("x", ""), "1");
         EXPECT_EQ(reader->GetAttribute("x"), "3");
-        EXPECT_EQ(reader->GetAttribute("v:x"), "2");
+        EXPECT_EQ(reader->GetAttribute("u:x"), "1");
     }
 }
 

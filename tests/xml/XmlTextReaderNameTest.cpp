@@ -107,6 +107,12 @@ TEST(XmlTextReaderName, WholeNameTokens) {
     }
 }
 
+TEST(XmlTextReaderName, AColonMayStandAnywhereInANameToken) {
+    for (const char* token : {":", "a:b", ":a", "a:", "1:-", "::"}) {
+        EXPECT_TRUE(XmlTextReader::IsNameToken(token)) << token;
+    }
+}
+
 TEST(XmlTextReaderName, InvalidBytesAreNoName) {
     const std::string_view kTexts[] = {
         {"a\0", 2},  {"\0", 1},        {"a\xFF", 2},         {"a\xC3", 2},

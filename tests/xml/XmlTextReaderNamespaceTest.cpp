@@ -202,6 +202,13 @@ TEST(XmlTextReaderNamespace, NothingOfADocumentIsLeftForTheNext) {
 }
 
 // Deliberate: the colon of a prefixed name is stepped over without adding to the column.
+TEST(XmlTextReaderNamespace, AnEmptyPrefixDeclaresTheDefaultNamespace) {
+    DocumentReader reader("<a xmlns:='urn:a'><b/></a>");
+    reader.ReadNodes(2);
+    EXPECT_EQ(reader->NamespaceURI(), "urn:a");
+    EXPECT_EQ(reader->LookupNamespace(""), "urn:a");
+}
+
 TEST(XmlTextReaderNamespace, TheColonOfAPrefixedNameAddsNothingToTheColumn) {
     EXPECT_EQ(support::DumpDocument("<p:a p:x='1'><q:b/></p:a>"),
               "Element p:a prefix=p local=a depth=1 @1:1\n"

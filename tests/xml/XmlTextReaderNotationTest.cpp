@@ -20,7 +20,6 @@ using support::ReaderSettings;
 using support::Refusal;
 
 constexpr int kAny = Refusal::kAny;
-constexpr const char* kAnyArgument = Refusal::kAnyArgument;
 
 constexpr char kNoBlankBefore[] = "Whitespace required after NOTATION";
 constexpr char kNoBlankBehind[] = "Whitespace required after notation name";
@@ -69,8 +68,8 @@ TEST(XmlTextReaderNotation, Names) {
         {"<!NOTATION n:m>", kColon, "", 2, 14, "colon and nothing else"},
         {"<!NOTATION n:m:l SYSTEM \"s\">", "Illegal second colon in qualified name", "", 2, 14,
          "two colons"},
-        {"<!NOTATION >", kUnexpectedToken, kAnyArgument, 2, kAny, "no name"},
-        {"<!NOTATION \"n\" SYSTEM \"s\">", kUnexpectedToken, kAnyArgument, 2, kAny, "literal"},
+        {"<!NOTATION >", kUnexpectedToken, ">TAGEND", 2, kAny, "no name"},
+        {"<!NOTATION \"n\" SYSTEM \"s\">", kUnexpectedToken, "\"QUOTE", 2, kAny, "literal"},
         {"<!NOTATION n SYSTEM \"\\x01\">", "Invalid character", "", 2, 22, "control code"},
     };
     ExpectDeclarationRefusals(kRefusals);
@@ -90,14 +89,14 @@ TEST(XmlTextReaderNotation, ExternalIdentifiers) {
     const Refusal kRefusals[] = {
         {"<!NOTATION n foo \"s\">", kNoExternalId, "", 2, 17, "other keyword"},
         {"<!NOTATION n system \"s\">", kNoExternalId, "", 2, 20, "small letters"},
-        {"<!NOTATION n SYSTEM>", kUnexpectedToken, kAnyArgument, 2, kAny, "no literal"},
-        {"<!NOTATION n PUBLIC>", kUnexpectedToken, kAnyArgument, 2, kAny, "no literal"},
+        {"<!NOTATION n SYSTEM>", kUnexpectedToken, ">TAGEND", 2, kAny, "no literal"},
+        {"<!NOTATION n PUBLIC>", kUnexpectedToken, ">TAGEND", 2, kAny, "no literal"},
         {"<!NOTATION n PUBLIC \"[\">", "Invalid Public ID character", "", 2, 22, "bracket"},
         {"<!NOTATION n PUBLIC \"p\" >", "Public ID requires two literals", "", 2, kAny,
          "a blank announces a second literal"},
         {"<!NOTATION n PUBLIC \"p\" s>", "Public ID requires two literals", "", 2, kAny, "name"},
-        {"<!NOTATION n SYSTEM \"s\" NDATA n>", kUnexpectedToken, kAnyArgument, 2, kAny, "NDATA"},
-        {"<!NOTATION n SYSTEM \"s\" \"t\">", kUnexpectedToken, kAnyArgument, 2, kAny, "literal"},
+        {"<!NOTATION n SYSTEM \"s\" NDATA n>", kUnexpectedToken, "NDATANAME", 2, kAny, "NDATA"},
+        {"<!NOTATION n SYSTEM \"s\" \"t\">", kUnexpectedToken, "\"QUOTE", 2, kAny, "literal"},
     };
     ExpectDeclarationRefusals(kRefusals);
 }

@@ -98,6 +98,18 @@ TEST(XmlTextReaderState, AReaderGoesFromInitialOverInteractiveToTheEnd) {
     EXPECT_EQ(reader->Depth(), 0);
 }
 
+TEST(XmlTextReaderState, TheEncodingIsKnownFromTheFirstReadOn) {
+    DocumentReader reader("<a/>");
+    EXPECT_EQ(reader->Encoding(), "");
+    EXPECT_EQ(reader->LineNumber(), 0);
+    EXPECT_EQ(reader->LinePosition(), 0);
+    reader.ReadNodes(1);
+    EXPECT_EQ(reader->Encoding(), "UTF-8");
+    reader.ReadAll();
+    EXPECT_EQ(reader->Encoding(), "UTF-8");
+    EXPECT_EQ(reader->LineNumber(), 0);
+}
+
 TEST(XmlTextReaderState, AfterAnErrorReadReturnsFalse) {
     DocumentReader reader("<a></b>");
     EXPECT_TRUE(reader->Read());
