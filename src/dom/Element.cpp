@@ -124,14 +124,7 @@ Attr* Element::RemoveAttributeNode(Attr* attribute) {
         DOMException::ThrowDOMException(DOMException::NOT_FOUND_ERR,
                                         detail::Message::kNodeExpected);
     }
-    NamedNodeMap& map = *Attributes();
-    // An attribute that a namespace has is not filed under its name.
-    const bool isElsewhere =
-        map.GetNamedItem(attribute->NameView()) != attribute &&
-        map.GetNamedItemNS(attribute->NamespaceURI(), attribute->LocalNameView()) == attribute;
-    return static_cast<Attr*>(
-        isElsewhere ? map.RemoveNamedItemNS(attribute->NamespaceURI(), attribute->LocalNameView())
-                    : map.RemoveNamedItem(attribute->NameView()));
+    return static_cast<Attr*>(Attributes()->RemoveNamedItem(attribute->NameView()));
 }
 
 AttributeRange Element::AttributeViews() const { return AttributeRange(rest_.attributes); }

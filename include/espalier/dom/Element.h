@@ -65,6 +65,9 @@ public:
     Attr* SetAttributeNodeNS(Attr* attribute);
 
     /// Takes an attribute out, which belongs to the caller then.
+    ///
+    /// Deliberate: it is the one that is filed under the name of `attribute`. One of a namespace
+    /// that has a prefix is not: NamedNodeMap::RemoveNamedItemNS() takes it out.
     /// \throws DOMException 7 "This node is read-only"; 8 "No node named ... in this map" with its
     ///     name
     Attr* RemoveAttributeNode(Attr* attribute);
