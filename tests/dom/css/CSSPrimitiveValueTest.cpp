@@ -120,6 +120,21 @@ TEST(CSSPrimitiveValue, KindsHaveAPrefixAndASuffix) {
     }
 }
 
+TEST(CSSPrimitiveValue, AValueHasThoseOfItsKind) {
+    const struct {
+        const char* text;
+        const char* prefix;
+        const char* suffix;
+    } kValues[] = {
+        {"12px", "", "px"}, {"url(a)", "url(\"", "\")"}, {"50%", "", "%"}, {"red", "", ""}};
+    for (const auto& c : kValues) {
+        SCOPED_TRACE(c.text);
+        const CSSPrimitiveValue value(nullptr, c.text);
+        EXPECT_STREQ(value.Prefix(), c.prefix);
+        EXPECT_STREQ(value.Suffix(), c.suffix);
+    }
+}
+
 TEST(CSSPrimitiveValue, KindsThatThereAreNotHaveNone) {
     for (const int number : {26, 27, 255, 65535}) {
         SCOPED_TRACE(number);

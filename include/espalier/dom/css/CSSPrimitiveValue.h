@@ -102,6 +102,8 @@ public:
     /// @{
     static const char* Prefix(UnitTypes type);
     static const char* Suffix(UnitTypes type);
+    const char* Prefix() const { return Prefix(type_); }
+    const char* Suffix() const { return Suffix(type_); }
     /// @}
 
 private:

@@ -82,7 +82,8 @@ public:
 
     /// \name What comes next
     /// The current node counts when it is of the kind; else nodes are read up to one. Empty, or
-    /// false, when there is none.
+    /// false, when there is none. Behind a Read() that returned false no node counts, so that a
+    /// loop over what comes next ends.
     /// @{
     astring ReadComment();
     astring ReadSelector();

@@ -15,9 +15,12 @@ public:
     /// Makes an empty list.
     MediaList() = default;
     explicit MediaList(std::string_view mediaText) : mediaText_(mediaText) {}
+    MediaList(const MediaList&) = default;
+    MediaList& operator=(const MediaList&) = default;
 
     /// Returns this object as "Dom::StyleSheets::MediaList", or null for other names.
-    void* QueryInterface(const char* name);
+    virtual void* QueryInterface(const char* name);
+    virtual ~MediaList() = default;
 
     /// Returns the text.
     const astring& MediaText() const { return mediaText_; }
