@@ -238,6 +238,21 @@ TEST(XMLReaderLocator, TellsWhereEachNodeStarts) {
                              R"(instruction p "x" @4:3)", "end a @4:8"}));
 }
 
+TEST(XMLReaderLocator, TellsNoPlaceWhereThereIsNoNode) {
+    XMLReader reader;
+    EventRecorder recorder;
+    recorder.Attach(reader);
+    int asked = 0;
+    recorder.onEvent = [&](const std::string& line) {
+        if (line != "locator" && !line.ends_with("document")) return;
+        ++asked;
+        EXPECT_EQ(recorder.locator()->getLineNumber(), 0) << line;
+        EXPECT_EQ(recorder.locator()->getColumnNumber(), 0) << line;
+    };
+    ParseText(reader, "<a/>");
+    EXPECT_EQ(asked, 3);
+}
+
 TEST(XMLReaderLocator, IsOneForTheWholeParse) {
     XMLReader reader;
     EventRecorder recorder;

@@ -16,9 +16,9 @@ public:
     virtual const char* getPublicId() const = 0;
     /// Returns the system identifier of the document, or an empty string.
     virtual const char* getSystemId() const = 0;
-    /// Returns the line, from 1 on.
+    /// Returns the line, from 1 on; 0 before the first and behind the last node.
     virtual int getLineNumber() const = 0;
-    /// Returns the position in the line in characters, from 1 on.
+    /// Returns the position in the line in characters, from 1 on; 0 as above.
     virtual int getColumnNumber() const = 0;
 
 protected:
