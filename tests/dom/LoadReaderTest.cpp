@@ -200,6 +200,12 @@ TEST(LoadFailure, ErrorsOfTheReaderPassAndTheNodesReadSoFarStay) {
     }
 }
 
+TEST(LoadFailure, TheEncodingIsSetBeforeWhatStandsBeforeTheRootElement) {
+    Dom::Document document;
+    EXPECT_THROW(document.LoadXml("<!--ok--><!--a--b--><r/>"), Xml::Exception);
+    EXPECT_EQ(document.InputEncoding(), "UTF-8");
+}
+
 TEST(LoadFailure, ASecondRootElementIsRefusedAndNotRead) {
     for (const char* const text : {"<a/><b/>", "<a/><!--c--> <b/>", "<a></a>\n<b>"}) {
         for (const support::ReaderSettings& settings :

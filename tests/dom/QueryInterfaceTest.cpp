@@ -1,5 +1,16 @@
 // SPDX-License-Identifier: MIT
+#include <espalier/dom/DOMObject.h>
+#include <espalier/dom/ProcessingInstruction.h>
+#include <espalier/dom/StyleProcessingInstruction.h>
+#include <espalier/dom/css/CSSStyleDeclaration.h>
+#include <espalier/dom/css/DocumentStyle.h>
+#include <espalier/dom/css/ElementCSSInlineStyle.h>
+#include <espalier/dom/css/LinkStyle.h>
+#include <espalier/dom/css/MediaList.h>
+#include <espalier/dom/css/StyleSheet.h>
+
 #include "dom/DomNodes.h"
+#include "support/VirtualSlot.h"
 
 #include <gtest/gtest.h>
 
@@ -127,6 +138,22 @@ TEST(QueryInterface, AnImplementationAnswersItsClassAndObject) {
     Dom::DOMObject object;
     EXPECT_EQ(object.QueryInterface("Dom::DOMObject"), static_cast<void*>(&object));
     EXPECT_EQ(object.QueryInterface("Dom::DOMImplementation"), nullptr);
+}
+
+TEST(QueryInterface, IsTheFirstVirtualFunctionEverywhere) {
+    if (!support::kKnowsVirtualSlots) GTEST_SKIP() << "another ABI";
+    using support::VirtualSlot;
+    EXPECT_EQ(VirtualSlot(&Dom::DOMObject::QueryInterface), 0);
+    EXPECT_EQ(VirtualSlot(&Dom::Node::QueryInterface), 0);  // 1 and 2: the destructor
+    EXPECT_EQ(VirtualSlot(&Dom::Node::CloneNode), 3);
+    EXPECT_EQ(VirtualSlot(&Dom::ProcessingInstruction::SetData), 4);
+    EXPECT_EQ(VirtualSlot(&Dom::StyleProcessingInstruction::SetData), 4);
+    EXPECT_EQ(VirtualSlot(&Dom::CSS::CSSStyleDeclaration::QueryInterface), 0);
+    EXPECT_EQ(VirtualSlot(&Dom::CSS::ElementCSSInlineStyle::QueryInterface), 0);
+    EXPECT_EQ(VirtualSlot(&Dom::StyleSheets::DocumentStyle::QueryInterface), 0);
+    EXPECT_EQ(VirtualSlot(&Dom::StyleSheets::LinkStyle::QueryInterface), 0);
+    EXPECT_EQ(VirtualSlot(&Dom::StyleSheets::MediaList::QueryInterface), 0);
+    EXPECT_EQ(VirtualSlot(&Dom::StyleSheets::StyleSheet::QueryInterface), 0);
 }
 
 }  // namespace

@@ -20,10 +20,10 @@ void CSSRuleList::RemoveItem(CSSRule* rule) {
 
 // Who takes a rule may keep it for longer than the sheet is there.
 void CSSRuleList::RemoveItemAt(unsigned long index) {
+    if (index >= Length()) return;
     CSSRule* const rule = Item(index);
-    if (rule == nullptr) return;
     DOMList<CSSRule*>::RemoveItemAt(index);
-    detail::RuleMaking::Move(*rule, nullptr, nullptr);
+    if (rule != nullptr) detail::RuleMaking::Move(*rule, nullptr, nullptr);
 }
 
 }  // namespace Dom::CSS

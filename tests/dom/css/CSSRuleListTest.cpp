@@ -52,6 +52,18 @@ TEST(CSSRuleList, AFreshOneIsEmpty) {
     EXPECT_EQ(list.Item(0), nullptr);
 }
 
+TEST(CSSRuleList, LetsNullItemsOut) {
+    CSSRuleList list;
+    list.AddItem(nullptr);
+    list.AddItem(nullptr);
+    list.RemoveItemAt(1);
+    EXPECT_EQ(list.Length(), 1U);
+    list.RemoveItem(nullptr);
+    EXPECT_EQ(list.Length(), 0U);
+    list.RemoveItem(nullptr);
+    EXPECT_EQ(list.Length(), 0U);
+}
+
 TEST(CSSRuleList, OwnsItsRules) {
     int count = 0;
     {

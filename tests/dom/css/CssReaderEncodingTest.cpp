@@ -105,6 +105,18 @@ TEST(CssReaderEncoding, AByteOrderMarkTellsTheOrderOfUtf16) {
     }
 }
 
+TEST(CssReaderEncoding, AByteOrderMarkHasTwoBytes) {
+    EXPECT_EQ(FirstSelector("\xFF\0p\0{\0}\0"s, "UTF-16"), "\xC3\xBFp");
+    EXPECT_EQ(FirstSelector("\xFE\0p\0{\0}\0"s, "UTF-16"), "\xC3\xBEp");
+}
+
+TEST(CssReaderEncoding, AByteOrderMarkIsInTheFirstReadOfMoreThanTwoBytes) {
+    const std::string text = "\xFF\xFEp\0{\0}\0"s;
+    const std::string rules = TrickledRules(text, "UTF-16", 3);
+    EXPECT_EQ(rules.substr(0, 1), "p");
+    EXPECT_EQ(TrickledRules(text, "UTF-16", 2), "\xEF\xBB\xBF" + rules);
+}
+
 TEST(CssReaderEncoding, AByteOrderMarkNeedsAThirdByte) {
     // Two bytes are a text: it is too short to have a mark, and has no brace either.
     support::CssText two("\xFE\xFF", "UTF-16");
@@ -129,8 +141,8 @@ TEST(CssReaderEncoding, IsGivenByPointer) {
     } kCases[] = {
         {"UTF8", Encoding::UTF8(), utf8, kEAcute},
         {"Latin1", Encoding::Latin1(), "\xE9{}", kEAcute},
-        {"ASCII", Encoding::ASCII(), "p{}", "p"},
-        {"null", nullptr, "p{}", "p"},
+        {"ASCII", Encoding::ASCII(), "\xE9{}", kEAcute},
+        {"null", nullptr, "\xE9{}", kEAcute},
         {"Unicode", Encoding::Unicode(), kLittle, kEAcute},
         {"NativeWide", Encoding::NativeWide(), kLittle, kEAcute},
         {"BigEndianUnicode", Encoding::BigEndianUnicode(), kBig, kEAcute},
