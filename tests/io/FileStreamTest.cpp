@@ -31,6 +31,35 @@ using support::Write;
 
 class FileStreamTest : public support::FileTest {};
 
+// A descriptor of a file in the place of the standard input, which comes back in the end.
+class StandardInput {
+public:
+    explicit StandardInput(const std::string& path) : kept_(::dup(0)) {
+        const int opened = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+        isThere_ = ::dup2(opened, 0) == 0;
+        ::close(opened);
+    }
+    ~StandardInput() {
+        ::dup2(kept_, 0);
+        ::close(kept_);
+    }
+    StandardInput(const StandardInput&) = delete;
+    StandardInput& operator=(const StandardInput&) = delete;
+
+    bool IsThere() const { return isThere_; }
+
+private:
+    int kept_;
+    bool isThere_ = false;
+};
+
+TEST_F(FileStreamTest, DescriptorZeroIsOne) {
+    const StandardInput input(Make("file", "x"));
+    ASSERT_TRUE(input.IsThere());
+    FileStream stream(0, 1, false);
+    EXPECT_EQ(stream.ReadByte(), 'x');
+}
+
 TEST_F(FileStreamTest, ReadsWritesAndSeeks) {
     FileStream stream(Path("file"), FileMode::Create, kReadWrite, kDenyReading);
     EXPECT_EQ(stream.Name(), Path("file"));

@@ -125,6 +125,9 @@ TEST(StringStream, APositionPastTheEndReadsNothingAndIsFilledWithNul) {
     unsigned char buffer[4] = {};
     EXPECT_EQ(stream.Read(buffer, 0, INT_MAX), 0);
     EXPECT_EQ(stream.Position(), 5);
+    stream.Write(buffer, 0, 0);
+    stream.Write(buffer, -1, 1);
+    EXPECT_EQ(stream.GetString(), "ab");  // nothing to write, nothing to fill
     stream.WriteByte('x');
     EXPECT_EQ(stream.GetString(), string_view("ab\0\0\0x", 6));
     EXPECT_EQ(stream.Position(), 6);

@@ -302,6 +302,7 @@ TEST(XmlTextWriterDocument, NamesAndTokens) {
         {"A1", true, true},
         {"_", true, true},
         {"a-b.c_d", true, true},
+        {"a:b", true, true},
         {"\xC3\xA9t\xC3\xA9", true, true},
         {"\xCE\xB1", true, true},
         {"1", false, true},

@@ -464,6 +464,13 @@ TEST(XmlTextWriterNamespace, LookupPrefixTellsWhatIsBoundHere) {
     EXPECT_EQ(writer->LookupPrefix("urn:a"), "");
 }
 
+TEST(XmlTextWriterNamespace, DeclaredNamespacesAreEscapedAsValues) {
+    DocumentWriter writer;
+    writer->WriteStartElement("p", "e", "a\tb\r\nc<\"");
+    writer->WriteEndElement();
+    EXPECT_EQ(writer.Text(), "<p:e xmlns:p=\"a&#x9;b&#xA;c&lt;&quot;\"/>");
+}
+
 TEST(XmlTextWriterNamespace, ADeclarationHoldsWhenItsAttributeEnds) {
     DocumentWriter writer;
     writer->WriteStartElement("e");
