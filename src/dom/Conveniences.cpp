@@ -120,7 +120,7 @@ void CloneText(const Attr& source, Attr& clone) {
         if (showsText) NodeAccess::ShowText(clone);
         return;
     }
-    const astring text = source.Value();
+    const astring& text = source.Value();
     NodeAccess::SetValue(clone, source.NodeValue());
     if (showsText) Append(clone, NodePtr(clone.OwnerDocument()->CreateTextNode(text)));
 }
