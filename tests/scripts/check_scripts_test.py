@@ -139,10 +139,11 @@ ERRORS = {
     "src/io/Handle.cpp": SOURCE + 'constexpr char kReadError[] =\n    "Read error";\n'
                          + '// "No message"\nint f() { return "Open error"; }\n'
                          + 'int g() { Throw::ThrowException("Closed"); }\n',
-    "docs/errors.md": '| "Bad name" | no name | `<a>&;</a>` | 1:5 | `x` |\n| "Read error" | |\n'
-                      '| "Open error" | |\n| "Closed" | |\n| "No ink" | empty | `Write()` |\n',
+    "docs/errors.md": '`examples/errors.cpp`\n| "Bad name" | no name | `<a>&;</a>` | 1:5 | `x` |\n'
+                      '| "Read error" | |\n| "Open error" | |\n| "Closed" | |\n'
+                      '`examples/pen_errors.cpp`\n| "No ink" | code 7: empty | `Write()` |\n',
     "examples/expected/errors.txt": "<a>&;</a>\n    1:5: Bad name (x)\n",
-    "examples/expected/pen_errors.txt": "Write()\n    -1:-1: No ink\n",
+    "examples/expected/pen_errors.txt": "Write()\n    -1:-1: No ink (7)\n",
 }
 
 
@@ -202,6 +203,16 @@ class CheckErrors(CheckTest):
         self.expect_found("check-errors", {**ERRORS, "docs/errors.md": page},
                           "docs/errors.md: shows '1:6: Bad name (x)', "
                           "the example '1:5: Bad name (x)'")
+
+    def test_another_code_than_in_the_example_is_found(self):
+        page = ERRORS["docs/errors.md"].replace("code 7", "code 8")
+        self.expect_found("check-errors", {**ERRORS, "docs/errors.md": page},
+                          "docs/errors.md: shows 'No ink', the example '-1:-1: No ink (7)'")
+
+    def test_an_example_that_is_not_there_is_found(self):
+        page = ERRORS["docs/errors.md"] + "`examples/ink_errors.cpp`\n"
+        self.expect_found("check-errors", {**ERRORS, "docs/errors.md": page},
+                          "docs/errors.md: no such example: ink_errors")
 
     def test_an_example_that_is_not_shown_is_found(self):
         more = ERRORS["examples/expected/pen_errors.txt"] + "<b>\n    1:4: Bad name\n"
