@@ -189,5 +189,6 @@ int main(int argc, char** argv) {
     bool all = ProvokeAll(kEncodings, argv[1]);
     all &= ProvokeAll(kMemory, argv[1]);
     all &= ProvokeAll(kFiles, argv[1]);
-    return all & ProvokeAll(kArchives, argv[1]) ? 0 : 1;
+    all &= ProvokeAll(kArchives, argv[1]);
+    return all ? 0 : 1;
 }

@@ -133,7 +133,8 @@ bool MissAll() {
     all &= Miss("a.css with @import 'a.css'", "@import 'a.css';", {});
     all &= Miss("@import with importDepth 0", "@import 'b.css';", {.importDepth = 0});
     all &= Miss("a sheet of 16 bytes with bytes 8", "p { color: red }", {.bytes = 8});
-    return all & Miss("@import with sheets 1", "@import 'b.css';", {.sheets = 1});
+    all &= Miss("@import with sheets 1", "@import 'b.css';", {.sheets = 1});
+    return all;
 }
 
 }  // namespace
