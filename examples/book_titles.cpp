@@ -20,7 +20,9 @@ astring PackageOf(const astring& book) {
     }
     return "";
 }
+//! [package of a book]
 
+//! [titles of a book]
 void PrintTitles(const astring& book) {
     IO::ZipFileStream package(book, PackageOf(book));
     Xml::XmlTextReader reader;
@@ -32,7 +34,7 @@ void PrintTitles(const astring& book) {
         }
     }
 }
-//! [package of a book]
+//! [titles of a book]
 
 }  // namespace
 

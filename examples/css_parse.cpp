@@ -58,4 +58,10 @@ int main() {
     const auto style = Dom::CSS::ParseDeclarations("color red; border: 1px solid blue", &dropped);
     std::cout << style->GetPropertyValue("border-top-color") << "\n";  // blue
     //! [parse declarations]
+    //! [convert a length]
+    Dom::CSS::CSSPrimitiveValue width(nullptr, "12px");
+    std::cout << width.GetFloatValue(Dom::CSS::CSSPrimitiveValue::CSS_IN) << "\n";  // 0.125
+    width.SetFloatValue(Dom::CSS::CSSPrimitiveValue::CSS_EMS, 1.5F);
+    std::cout << width.CssText() << "\n";  // 1.5em
+    //! [convert a length]
 }

@@ -26,6 +26,14 @@ int main(int argc, char** argv) {
         const Dom::CSS::Selector html("h|title, |title", {{"h", "http://www.w3.org/1999/xhtml"}});
         std::cout << Dom::CSS::QuerySelectorAll(page, html).size() << " title\n";
         //! [query]
+        //! [one selector]
+        const Dom::CSS::Selector selector("tr.odd, a[href^='mailto:']");
+        int matches = 0;
+        for (const Dom::Node* const row : page.GetElementsByTagName("tr")) {
+            if (selector.Matches(static_cast<const Dom::Element&>(*row))) ++matches;
+        }
+        std::cout << matches << " rows\n";
+        //! [one selector]
     } catch (const Xml::Exception& error) {
         std::cerr << error.What() << "\n";
         return 1;

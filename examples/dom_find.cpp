@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Finds elements in a catalogue: dom_find samples/catalogue.xml
 #include <espalier/dom.h>
+#include <espalier/xml.h>
 
 #include <iostream>
 #include <string>
@@ -10,6 +11,26 @@ namespace {
 
 using Dom::Element;
 using Dom::Node;
+
+//! [load with entities]
+void Load(Dom::Document& document, const char* fileName) {
+    Xml::XmlTextReader reader;
+    reader.Open(fileName);
+    reader.SetWhitespaceHandling(Xml::XmlTextReader::WsSignificant);
+    reader.SetEntityHandling(Xml::XmlEntityHandling::ExpandEntities);
+    document.Load(reader, fileName);
+}
+//! [load with entities]
+
+//! [one attribute]
+// Returns what an attribute was before, and takes it away.
+astring TakeStock(Element& plant) {
+    if (!plant.HasAttribute("stock")) plant.SetAttribute("stock", "0");
+    const astring stock = plant.GetAttribute("stock");  // "" when there is none
+    plant.RemoveAttribute("stock");                     // throws when there is none
+    return stock;
+}
+//! [one attribute]
 
 //! [find]
 constexpr char kXml[] = "http://www.w3.org/XML/1998/namespace";
@@ -53,10 +74,11 @@ int main(int argc, char** argv) {
     }
     try {
         Dom::Document document;
-        document.Load(argv[1]);
+        Load(document, argv[1]);
         PrintPlant(document, "p-202");
         PrintPlant(document, "p-999");
         PrintTotals(document);
+        std::cout << "taken: " << TakeStock(*document.GetElementById("p-202")) << "\n";
     } catch (const Xml::Exception& error) {
         std::cerr << argv[1] << ":" << error.LineNumber() << ":" << error.LinePos() << ": "
                   << error.What() << "\n";

@@ -18,6 +18,18 @@ long CountBytes(const char* fileName) {
 }
 //! [read a file]
 
+//! [open files]
+// Appends two lines to a file: opened by its name, and by a handle of the C library.
+void AppendLines(const char* fileName) {
+    IO::FileStream log(fileName, IO::FileMode::Append, 2, 1);
+    log.WriteByte('\n');
+    log.Close();
+    IO::FileStream last(std::fopen(fileName, "a"), 2, true);  // a FILE* that the stream closes
+    last.WriteByte('\n');
+    last.Close();
+}
+//! [open files]
+
 //! [memory]
 int FirstByteOf(const unsigned char* bytes, int count) {
     IO::MemoryStream stream;  // grows as it is written
@@ -82,6 +94,8 @@ int main(int argc, char** argv) {
     }
     try {
         WriteNumbers(argv[1]);
+        std::cout << CountBytes(argv[1]) << "\n";
+        AppendLines(argv[1]);
         std::cout << CountBytes(argv[1]) << "\n";
         const unsigned char bytes[] = {7, 8, 9};
         unsigned char copied[sizeof bytes] = {};

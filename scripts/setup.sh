@@ -27,12 +27,13 @@ SETUP_CI=(
     libclang-rt-14-dev=deb libexpat1-dev=header:expat.h
 )
 
-# What it can do without: the libraries that tests and benchmarks compare with, and the packages
-# whose documents the tests read.
+# What it can do without: the libraries that tests and benchmarks compare with, the packages whose
+# documents the tests read, and the look of the documentation.
 SETUP_PEERS=(
     libxml2-dev=deb libpugixml-dev=header:pugixml.hpp libtinyxml2-dev=header:tinyxml2.h
     liblitehtml-dev=deb python3-tinycss2=deb
     libbenchmark-dev=header:benchmark/benchmark.h
+    doxygen-awesome-css=deb
     shared-mime-info=deb docbook-xsl=deb xcb-proto=deb libvulkan-dev=deb adwaita-icon-theme=deb
     gir1.2-gtk-3.0=deb libgtk-3-dev=deb
 )

@@ -4,6 +4,9 @@
 /// \file
 /// Style sheets, in the manner of DOM Level 2 Style, and selectors.
 
+/// \namespace Dom::CSS
+/// Style sheets, rules, values, selectors, and the computed style of elements.
+
 #include <espalier/dom/css/CSSCharsetRule.h>
 #include <espalier/dom/css/CSSFontFaceRule.h>
 #include <espalier/dom/css/CSSGroupingRule.h>

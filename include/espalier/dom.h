@@ -4,6 +4,12 @@
 /// \file
 /// Trees, in the manner of DOM Level 2.
 
+/// \namespace Dom
+/// Trees in the manner of DOM Level 2: documents, their nodes and what works on them.
+
+/// \namespace Dom::StyleSheets
+/// Style sheets of any language, and the nodes and documents that have them (DOM Level 2 Style).
+
 #include <espalier/dom/Attr.h>
 #include <espalier/dom/AttributeRange.h>
 #include <espalier/dom/CDATASection.h>

@@ -4,6 +4,9 @@
 /// \file
 /// All of the streams: include this one, or the headers that are needed.
 
+/// \namespace IO
+/// Byte streams: files, memory, strings, gzip data, members of zip archives.
+
 #include <espalier/base/astring.h>
 #include <espalier/io/BufferedStream.h>
 #include <espalier/io/CompressionMode.h>

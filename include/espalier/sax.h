@@ -4,6 +4,12 @@
 /// \file
 /// Events: a parser that calls handlers, in the manner of SAX2.
 
+/// \namespace sax
+/// Events in the manner of SAX2: the parser, its handlers and exceptions; namespaces in scope.
+
+/// \namespace sax::helpers
+/// Handlers that do nothing, lists of attributes, and what else programs with handlers want.
+
 #include <espalier/sax/Attributes.h>
 #include <espalier/sax/ContentHandler.h>
 #include <espalier/sax/DTDHandler.h>

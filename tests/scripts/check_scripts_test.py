@@ -8,6 +8,8 @@ import unittest
 from pathlib import Path
 
 SCRIPTS = Path(__file__).resolve().parent.parent.parent / "scripts"
+sys.path.insert(0, str(SCRIPTS))
+import documentation_site  # noqa: E402
 HEADER = "// SPDX-License-Identifier: MIT\n#pragma once\n"
 SOURCE = "// SPDX-License-Identifier: MIT\n"
 
@@ -137,10 +139,11 @@ ERRORS = {
     "src/io/Handle.cpp": SOURCE + 'constexpr char kReadError[] =\n    "Read error";\n'
                          + '// "No message"\nint f() { return "Open error"; }\n'
                          + 'int g() { Throw::ThrowException("Closed"); }\n',
-    "docs/errors.md": '| "Bad name" | no name | `<a>&;</a>` | 1:5 | `x` |\n| "Read error" | |\n'
-                      '| "Open error" | |\n| "Closed" | |\n| "No ink" | empty | `Write()` |\n',
+    "docs/errors.md": '`examples/errors.cpp`\n| "Bad name" | no name | `<a>&;</a>` | 1:5 | `x` |\n'
+                      '| "Read error" | |\n| "Open error" | |\n| "Closed" | |\n'
+                      '`examples/pen_errors.cpp`\n| "No ink" | code 7: empty | `Write()` |\n',
     "examples/expected/errors.txt": "<a>&;</a>\n    1:5: Bad name (x)\n",
-    "examples/expected/pen_errors.txt": "Write()\n    -1:-1: No ink\n",
+    "examples/expected/pen_errors.txt": "Write()\n    -1:-1: No ink (7)\n",
 }
 
 
@@ -201,10 +204,71 @@ class CheckErrors(CheckTest):
                           "docs/errors.md: shows '1:6: Bad name (x)', "
                           "the example '1:5: Bad name (x)'")
 
+    def test_another_code_than_in_the_example_is_found(self):
+        page = ERRORS["docs/errors.md"].replace("code 7", "code 8")
+        self.expect_found("check-errors", {**ERRORS, "docs/errors.md": page},
+                          "docs/errors.md: shows 'No ink', the example '-1:-1: No ink (7)'")
+
+    def test_an_example_that_is_not_there_is_found(self):
+        page = ERRORS["docs/errors.md"] + "`examples/ink_errors.cpp`\n"
+        self.expect_found("check-errors", {**ERRORS, "docs/errors.md": page},
+                          "docs/errors.md: no such example: ink_errors")
+
     def test_an_example_that_is_not_shown_is_found(self):
         more = ERRORS["examples/expected/pen_errors.txt"] + "<b>\n    1:4: Bad name\n"
         self.expect_found("check-errors", {**ERRORS, "examples/expected/pen_errors.txt": more},
                           "docs/errors.md: shows another number of inputs than the example")
+
+
+class CheckSurprises(CheckTest):
+    CODE = {"src/xml/Reader.cpp": SOURCE + "// Deliberate: so it\n// has always been.\n"}
+    ROW = '| a | b | c | `xml/Reader.cpp`: "so it has" |\n'
+
+    def test_a_complete_page_passes(self):
+        self.assertEqual(self.run_on("check-surprises", {**self.CODE, "docs/surprises.md": self.ROW}),
+                         (0, "1 comments, 0 problems\n"))
+
+    def test_a_comment_without_a_row_is_found(self):
+        self.expect_found("check-surprises", {**self.CODE, "docs/surprises.md": "# Surprises\n"},
+                          "xml/Reader.cpp: in 0 rows of docs/surprises.md: \"so it has always been.\"")
+
+    def test_a_row_without_a_comment_is_found(self):
+        gone = '| a | b | c | `xml/Reader.cpp`: "so it has"; `io/Handle.h`: "gone" |\n'
+        self.expect_found("check-surprises", {**self.CODE, "docs/surprises.md": gone},
+                          'docs/surprises.md: no such comment: io/Handle.h: "gone"')
+
+
+class DocumentationSite(unittest.TestCase):
+    def broken_links(self, pages):
+        with tempfile.TemporaryDirectory() as folder:
+            for name, text in pages.items():
+                (Path(folder) / name).write_text(text, encoding="utf-8")
+            return documentation_site.broken_links(Path(folder))
+
+    def test_links_that_lead_somewhere_pass(self):
+        pages = {"a.html": '<p id="p"><a href="b.html#x">b</a><a href="#p">p</a>'
+                           '<a href="https://host.example/none">h</a><img src="i.svg"/>',
+                 "b.html": '<a name="x"></a>', "i.svg": "<svg/>"}
+        self.assertEqual(self.broken_links(pages), ([], 3))
+
+    def test_links_that_lead_nowhere_are_found(self):
+        pages = {"a.html": '<a href="c.html">c</a>\n<a href="b.html#y">b</a>\n<a href="#q">q</a>',
+                 "b.html": '<p id="x">'}
+        self.assertEqual(self.broken_links(pages), (
+            ["a.html:1: no such file: c.html", "a.html:2: no such place: b.html#y",
+             "a.html:3: no such place: #q"], 3))
+
+    def test_pages_that_the_main_page_leaves_out_are_found(self):
+        with tempfile.TemporaryDirectory() as folder:
+            root = Path(folder).resolve()
+            (root / "docs").mkdir()
+            (root / "docs/mainpage.md").write_text("## Guide\n| [A](a.md) | one |\n", encoding="utf-8")
+            (root / "docs/a.md").write_text("# A\n", encoding="utf-8")
+            self.assertEqual(documentation_site.pages_not_listed(root), [])
+            (root / "docs/b.md").write_text("# B\n", encoding="utf-8")
+            self.assertEqual(documentation_site.pages_not_listed(root),
+                             ["docs/mainpage.md: no link to docs/b.md"])
+            self.assertIn('title="A" url="@ref md_docs_a"', documentation_site.layout(root))
 
 
 class RunTestsTest(unittest.TestCase):
