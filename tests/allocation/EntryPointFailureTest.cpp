@@ -180,9 +180,9 @@ TEST_P(EntryPointFailure, EveryReadMayBeTheLast) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, EntryPointFailure, testing::ValuesIn(AllEntryPoints()),
-                         [](const testing::TestParamInfo<EntryPoint>& info) {
+                         [](const testing::TestParamInfo<EntryPoint>& parameter) {
                              std::string name;
-                             for (const char character : std::string_view(info.param.name)) {
+                             for (const char character : std::string_view(parameter.param.name)) {
                                  if (character == ' ') name += '_';
                                  if (std::isalnum(static_cast<unsigned char>(character)) != 0)
                                      name += character;
