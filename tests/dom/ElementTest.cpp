@@ -251,6 +251,7 @@ TEST(Element, RemoveAttributeNodeRefusesNamesThatAreNotThere) {
     Dom::Document document;
     const ElementPtr element(document.CreateElement("e"));
     const AttrPtr freeOne(document.CreateAttribute("a"));
+    EXPECT_DOM_ERROR(element->RemoveAttributeNode(nullptr), "8 Node expected");
     EXPECT_DOM_ERROR(element->RemoveAttributeNode(freeOne.get()), "8 No node named a in this map");
     const AttrPtr prefixed(document.CreateAttributeNS("urn:x", "p:a"));
     EXPECT_DOM_ERROR(element->RemoveAttributeNode(prefixed.get()),

@@ -286,6 +286,20 @@ TEST(BufferedStream, SetLengthWritesForgetsAndForwards) {
     EXPECT_EQ(inner.TakeCalls(), Calls({"SetLength 3"}));
 }
 
+// A seek from the current place to it stays in the buffer; one from the beginning does not.
+TEST(BufferedStream, SetPositionBringsTheInnerStreamToThePlaceOfTheNextByte) {
+    RecordingStream inner("abcdef");
+    BufferedStream stream(&inner, false);
+    EXPECT_EQ(stream.ReadByte(), 'a');
+    stream.Seek(0, SeekOrigin::Current);
+    EXPECT_EQ(inner.Position(), 6);
+    stream.SetPosition(stream.Position());
+    EXPECT_EQ(inner.Position(), 1);
+    stream.SetLength(3);
+    EXPECT_EQ(stream.ReadByte(), 'b');
+    EXPECT_EQ(inner.Content(), "abc");
+}
+
 TEST(BufferedStream, TheInnerStreamSaysWhatIsPossible) {
     class Choice : public RecordingStream {
     public:

@@ -307,5 +307,50 @@ class RunTestsTest(unittest.TestCase):
             self.assertNotEqual(self.run_tests(program)[0], 0)
 
 
+class FuzzReport(unittest.TestCase):
+    # What libFuzzer prints: progress, a slow input, and its last lines.
+    PROGRESS = ("#2\tINITED cov: 10 ft: 11 corp: 1/1b exec/s: 0 rss: 30Mb\n"
+                "#{runs}\tNEW    cov: {edges} ft: 40 corp: 7/2Kb lim: 4 exec/s: 9 rss: 31Mb L: 4/4\n"
+                "artifact_prefix='f/'; Test unit written to f/slow-unit-1\n")
+    DONE = "Done {runs} runs in {seconds} second(s)\nstat::number_of_executed_units: {runs}\n"
+    FAILED = ("artifact_prefix='f/'; Test unit written to f/a-crash-2\n"
+              "stat::number_of_executed_units: 30\nscripts/fuzz: 5 seconds, status 77\n")
+
+    def report(self, logs):
+        with tempfile.TemporaryDirectory() as folder:
+            for name, text in logs.items():
+                path = Path(folder) / name
+                path.parent.mkdir(parents=True, exist_ok=True)
+                path.write_text(text, encoding="utf-8")
+            done = subprocess.run([sys.executable, SCRIPTS / "fuzz-report", folder],
+                                  capture_output=True, text=True)
+            return done.returncode, done.stdout.splitlines()[2:]
+
+    def done(self, runs, seconds, edges):
+        return (self.PROGRESS + self.DONE).format(runs=runs, seconds=seconds, edges=edges)
+
+    def test_adds_runs_up_and_tells_the_most_that_one_reached(self):
+        logs = {"a/1.log": self.done(3000, 10, 25), "a/2.log": self.done(1000, 30, 20),
+                "b-peer/1.log": self.done(6, 0, 5)}
+        self.assertEqual(self.report(logs), (0, [
+            "| a | 2 | 40 | 4,000 | 100 | 25 | 40 | 7 | 0 |",
+            "| b-peer | 1 | 0 | 6 | 6 | 10 | 40 | 7 | 0 |",
+            "| all | 3 | 40 | 4,006 | 100 | | | | 0 |"]))
+
+    def test_names_what_failed_and_counts_what_was_run_until_then(self):
+        logs = {"a/1.log": self.PROGRESS.format(runs=20, edges=3) + self.FAILED}
+        self.assertEqual(self.report(logs), (0, [
+            "| a | 1 | 5 | 30 | 6 | 10 | 40 | 7 | 1 |",
+            "| all | 1 | 5 | 30 | 6 | | | | 1 |", "", "- f/a-crash-2"]))
+
+    def test_a_run_that_was_killed_counts_as_far_as_it_told(self):
+        logs = {"a/1.log": "scripts/fuzz: started at 99999999999\n"
+                           + self.PROGRESS.format(runs=64, edges=30)}
+        self.assertEqual(self.report(logs)[1][0], "| a | 1 | 0 | 64 | 64 | 30 | 40 | 7 | 0 |")
+
+    def test_no_logs_are_no_report(self):
+        self.assertNotEqual(self.report({})[0], 0)
+
+
 if __name__ == "__main__":
     unittest.main()

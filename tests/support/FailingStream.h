@@ -8,9 +8,14 @@ namespace support {
 
 /// What a FailingStream does from its n-th call on.
 enum class Failure {
-    Throw,    ///< throws Xml::Exception "FailingStream: The call fails", once
-    EndEarly  ///< gives no more bytes and swallows those written, for good
+    Throw,           ///< throws Xml::Exception "FailingStream: The call fails", once
+    ThrowForeign,    ///< throws a ForeignException, once
+    EndEarly,        ///< gives no more bytes and swallows those written, for good
+    EndWithMinusOne  ///< the same; each Read() returns -1, as calls of a system do
 };
+
+/// An exception that the library knows nothing of.
+struct ForeignException {};
 
 /// Passes all operations on to another stream until the n-th call, which fails.
 ///
@@ -44,7 +49,8 @@ public:
         if (!Count()) inner_.Flush();
     }
     int Read(unsigned char* buffer, int offset, int count) override {
-        return Count() ? 0 : inner_.Read(buffer, offset, count);
+        if (Count()) return failure_ == Failure::EndWithMinusOne ? -1 : 0;
+        return inner_.Read(buffer, offset, count);
     }
     long Seek(long offset, IO::SeekOrigin origin) override {
         return Count() ? inner_.Position() : inner_.Seek(offset, origin);
@@ -63,7 +69,9 @@ private:
         if (calls_ == failingCall_ && failure_ == Failure::Throw) {
             Xml::Exception::ThrowException(kMessage);
         }
-        return failure_ == Failure::EndEarly && HasFailed();
+        if (calls_ == failingCall_ && failure_ == Failure::ThrowForeign) throw ForeignException();
+        const bool ends = failure_ == Failure::EndEarly || failure_ == Failure::EndWithMinusOne;
+        return ends && HasFailed();
     }
 
     IO::Stream& inner_;

@@ -12,36 +12,21 @@
 
 #include "support/DocumentForms.h"
 #include "support/NodeDump.h"
+#include "threads/RunAtOnce.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstddef>
 #include <iterator>
-#include <latch>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 namespace {
 
-constexpr std::size_t kThreads = 8;
-
-// Calls `work` with 0 to kThreads - 1, each in a thread of its own, all of them at once.
-template <typename Work>
-void RunAtOnce(const Work& work) {
-    std::latch start(kThreads);
-    std::vector<std::thread> threads;
-    for (std::size_t number = 0; number < kThreads; ++number) {
-        threads.emplace_back([&start, &work, number] {
-            start.arrive_and_wait();
-            work(number);
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-}
+using threads::kThreads;
+using threads::RunAtOnce;
 
 // A document that needs most of what readers might share, and ends in an error.
 constexpr std::string_view kDocument =

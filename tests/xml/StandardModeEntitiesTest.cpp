@@ -31,6 +31,9 @@ TEST(StandardModeEntities, AreReplacedByTheirTexts) {
         {"<!DOCTYPE a [<!ENTITY e '&f;&f;'><!ENTITY f '[&g;]'><!ENTITY g 'x'>]><a y='&e;'>&e;</a>",
          "<a y=\"[x][x]\">[x][x]</a>"},
         {"<!DOCTYPE a [<!ENTITY e 'first'><!ENTITY e 'second'>]><a>&e;</a>", "<a>first</a>"},
+        {"<!DOCTYPE a [<!ENTITY e '[&\\u{E9}\\u{300}1;]'><!ENTITY \\u{E9}\\u{300}1 "
+         "'x'>]><a>&e;</a>",
+         "<a>[x]</a>"},
         {"<!DOCTYPE a [<!ENTITY e '<b x=\"&f;\"/>'><!ENTITY f 'y'>]><a>&e;</a>",
          "<a><b x=\"y\"/></a>"},
         {"<!DOCTYPE a [<!ENTITY e '\"x\"'>]><a y=\"&e;\"/>", "<a y=\"\"x\"\"/>"},

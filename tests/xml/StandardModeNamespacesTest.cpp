@@ -159,6 +159,7 @@ TEST(StandardModeNamespaces, LeaveNoColonToOtherNames) {
         {"<!DOCTYPE a [<?p:q?>]><a/>", 1, kAny, "a target in the subset"},
         {"<!DOCTYPE a [<!ENTITY p:e 'x'>]><a/>", 1, kAny, "a general entity"},
         {"<!DOCTYPE a [<!ENTITY % p:e 'x'>]><a/>", 1, kAny, "a parameter entity"},
+        {"<!DOCTYPE a [<!ENTITY e 'x'>]><a>&p:e;</a>", 1, kAny, "a reference"},
         {"<!DOCTYPE a [<!NOTATION p:n SYSTEM 'x'>]><a/>", 1, kAny, "a notation"},
         {"<a>&p:e;</a>", 1, kAny, "a reference"},
         {"<!DOCTYPE a:b:c><a/>", 1, kAny, "two in the document type"},

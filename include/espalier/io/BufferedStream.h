@@ -76,8 +76,8 @@ public:
     long Seek(long offset, SeekOrigin origin) override;
 
     /// Writes pending bytes, forgets the bytes read ahead and sets the length of the inner stream.
-    /// After reading, call Seek(0, SeekOrigin::Current) first to bring the inner stream to the
-    /// logical position; SetLength() leaves it where it stands.
+    /// After reading, call SetPosition(Position()) first to bring the inner stream to the logical
+    /// position; SetLength() leaves it where it stands.
     void SetLength(long length) override;
 
     void Write(const unsigned char* buffer, int offset, int count) override;

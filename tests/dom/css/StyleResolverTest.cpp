@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/dom/Text.h>
 #include <espalier/dom/css/CSSStyleRule.h>
+#include <espalier/dom/css/KnownProperty.h>
+#include <espalier/dom/css/ParseStyleSheet.h>
+#include <espalier/dom/css/StyleResolver.h>
 
 #include "dom/css/StyledPage.h"
 
@@ -392,4 +395,22 @@ TEST(StyleResolverTest, TheAddressOfTheDocumentMayChange) {
     EXPECT_EQ(page.Value("p", "background-image"), "url(\"http://one/a.png\")");
     page.document.SetDocumentURI("http://two/x");
     EXPECT_EQ(page.Value("p", "background-image"), "url(\"http://two/a.png\")");
+}
+
+TEST(StyleResolverTest, TellsItsSheetsInTheirOrder) {
+    const auto first = Dom::CSS::ParseStyleSheet("p { color: red }");
+    const auto second = Dom::CSS::ParseStyleSheet("p { color: blue }");
+    Dom::CSS::StyleResolver resolver;
+    EXPECT_TRUE(resolver.Sheets().empty());
+    resolver.AddSheet(*second);
+    resolver.AddSheet(*first);
+    EXPECT_EQ(resolver.Sheets(),
+              (std::vector<const Dom::CSS::CSSStyleSheet*>{second.get(), first.get()}));
+}
+
+TEST(IsKnownProperty, IsTrueForShorthandsLonghandsAndCustomProperties) {
+    for (const char* const name : {"color", "COLOR", "margin", "margin-left", "--x", "--X"})
+        EXPECT_TRUE(Dom::CSS::IsKnownProperty(name)) << name;
+    for (const char* const name : {"", "colour", "color ", "-x", "margin-middle"})
+        EXPECT_FALSE(Dom::CSS::IsKnownProperty(name)) << name;
 }
