@@ -1,0 +1,164 @@
+# SPDX-License-Identifier: MIT
+"""Makes the figures of docs/performance.md out of one run of scripts/benchmark.
+
+What a program measured comes as the tables that it printed and as lines of figures, parted by
+tabulators (benchmarks/common/Figures.h says which). The page has a section for each family, with a
+picture, the spread and the tables, and one table of all bars.
+"""
+
+import datetime
+import os
+import re
+
+REGION = re.compile(r"(<!-- figures: begin -->\n)(.*)(<!-- figures: end -->\n)", re.DOTALL)
+
+# Why a bar is missed that is known to be, by the beginning of its title; one that is missed and not
+# here stands in the table as not explained. A reason is not shown while the bar is met.
+REASONS = {
+    "inner of root": "the result is the document once more, as a string: on a large one most of the "
+    "time goes into that memory, and a plain copy of it takes longer than reading the file",
+    "inner of children": "a page's text is decoded and collected in one go; what is lost is a copy of "
+    "each child's text",
+    "libxml2's tree": "most of the time goes into memory that the system has to hand out; where a "
+    "document is nearly all text, reading it is the smaller part for both",
+    "heap of libxml2's tree": "the text of such a document alone is more than half of what libxml2 "
+    "takes; texts are held once, and nothing is packed",
+    "litehtml, ": "selectors and declarations are checked while a sheet is read, which litehtml leaves "
+    "for later; with the properties made by both (made/whole) the ratio is in the table of sheets",
+    "std::unordered_map, insert, default": "the default hash takes a key byte by byte; the seeded one, "
+    "which the library's own tables use, takes eight at a time",
+}
+
+
+class Figures:
+    """What one program has written."""
+
+    def __init__(self, text):
+        self.compiler, self.libraries, self.charts, self.limits = "", [], [], []
+        for line in text.splitlines():
+            word, *fields = line.split("\t")
+            if word == "compiler":
+                self.compiler = fields[0]
+            elif word == "library":
+                self.libraries.append(tuple(fields))
+            elif word == "chart":
+                self.charts.append({"name": fields[0], "title": fields[1], "unit": fields[2],
+                                    "better": fields[3], "bars": []})
+            elif word == "group":
+                group = fields[0]
+            elif word == "bar":
+                self.charts[-1]["bars"].append((group, *fields))
+            elif word == "limit":
+                self.limits.append(tuple(fields))
+            else:
+                raise ValueError(f"not understood: {line}")
+
+
+def number(text):
+    """Returns a figure with three digits that count."""
+    if text == "-":
+        return "-"
+    value = float(text)
+    if value == int(value) or abs(value) >= 100:
+        return f"{value:.0f}"
+    return f"{value:.1f}" if abs(value) >= 10 else f"{value:.2f}"
+
+
+def table(rows, left=1):
+    """Returns rows as a Markdown table; the first `left` columns stand on the left."""
+    widths = [max(len(row[i]) for row in rows) for i in range(len(rows[0]))]
+    rule = [("-" * (w + 1) + "-") if i < left else "-" * (w + 1) + ":" for i, w in enumerate(widths)]
+    lines = []
+    for row in rows:
+        cells = [c.ljust(w) if i < left else c.rjust(w) for i, (c, w) in enumerate(zip(row, widths))]
+        lines.append("| " + " | ".join(cells) + " |")
+    lines.insert(1, "|" + "|".join(rule) + "|")
+    return "\n".join(lines) + "\n"
+
+
+def chart_part(chart):
+    """Returns the picture of a chart and the table of its spread."""
+    head = ["", "min", "median", "max"]
+    rows = [head]
+    for group, title, _, least, median, most in chart["bars"]:
+        name = f"{group}: {title}" if group else title
+        rows.append([name, number(least), number(median), number(most)])
+    return (
+        f"![{chart['title']}](images/performance-{chart['name']}.svg)\n\n"
+        f"{chart['title']}: {chart['unit']}, of all rounds; {chart['better']} is better.\n\n"
+        + table(rows)
+    )
+
+
+def reason_of(title):
+    known = [start for start in REASONS if title.startswith(start)]
+    return REASONS[max(known, key=len)] if known else "not explained"
+
+
+def limits_part(sections):
+    """Returns the one table of all bars."""
+    rows = [["family", "bar", "measured", "wanted", "", "why it is missed"]]
+    for section in sections:
+        for figures in section["figures"]:
+            for title, measured, wanted, side, unit, verdict in figures.limits:
+                rows.append([
+                    section["title"], title, f"{float(measured):.2f} {unit}",
+                    ("at most " if side == "most" else "at least ") + f"{float(wanted):.4g}", verdict,
+                    reason_of(title) if verdict == "MISS" else "",
+                ])
+    missed = sum(row[4] == "MISS" for row in rows)
+    return (
+        "### All bars\n\n"
+        f"{len(rows) - 1 - missed} of {len(rows) - 1} are met.\n\n" + table(rows, left=6)
+    )
+
+
+def processor():
+    with open("/proc/cpuinfo", encoding="utf-8") as file:
+        found = re.search(r"^model name\s*: (.*)$", file.read(), re.MULTILINE)
+    return found[1] if found else "unknown processor"
+
+
+def system():
+    with open("/etc/os-release", encoding="utf-8") as file:
+        found = re.search(r'^PRETTY_NAME="(.*)"$', file.read(), re.MULTILINE)
+    return found[1] if found else "unknown system"
+
+
+def setting_part(sections, commit, command, seconds):
+    """Returns on what and how all of it was measured."""
+    figures = [one for section in sections for one in section["figures"]]
+    libraries = sorted({one for each in figures for one in each.libraries}, key=lambda x: x[0].lower())
+    compilers = sorted({one.compiler for one in figures if one.compiler})
+    rows = [["library", "version"]] + [[title, version or "-"] for title, version in libraries]
+    return (
+        "### How it was measured\n\n"
+        f"All figures below are of one run, by `{command}`.\n\n"
+        f"- date: {datetime.date.today().isoformat()}, commit {commit}, {seconds / 60:.0f} minutes\n"
+        f"- machine: {processor()}, {os.cpu_count()} processors, {system()}\n"
+        f"- compiler: {', '.join(compilers)}, the release preset (-O3)\n\n"
+        + table(rows, left=2)
+        + "\n"
+    )
+
+
+def section_part(section):
+    parts = [f"### {section['title']}\n"]
+    parts += [chart_part(chart) for figures in section["figures"] for chart in figures.charts]
+    parts.append(section["text"].strip() + "\n")
+    return "\n".join(parts)
+
+
+def make(sections, commit, command, seconds):
+    """Returns the whole part of the page between its marks."""
+    parts = [setting_part(sections, commit, command, seconds).strip() + "\n", limits_part(sections)]
+    parts += [section_part(section) for section in sections]
+    return "\n" + "\n".join(parts) + "\n"
+
+
+def put(page, part):
+    """Returns the page with the part in its place; ValueError when it has none."""
+    after, count = REGION.subn(lambda match: match[1] + part + match[3], page)
+    if count != 1:
+        raise ValueError("the page has no place for the figures")
+    return after
