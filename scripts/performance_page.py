@@ -15,18 +15,17 @@ REGION = re.compile(r"(<!-- figures: begin -->\n)(.*)(<!-- figures: end -->\n)",
 # Why a bar is missed that is known to be, by the beginning of its title; one that is missed and not
 # here stands in the table as not explained. A reason is not shown while the bar is met.
 REASONS = {
-    "inner of root": "the result is the document once more, as a string: on a large one most of the "
-    "time goes into that memory, and a plain copy of it takes longer than reading the file",
-    "inner of children": "a page's text is decoded and collected in one go; what is lost is a copy of "
-    "each child's text",
-    "libxml2's tree": "most of the time goes into memory that the system has to hand out; where a "
-    "document is nearly all text, reading it is the smaller part for both",
-    "heap of libxml2's tree": "the text of such a document alone is more than half of what libxml2 "
-    "takes; texts are held once, and nothing is packed",
-    "litehtml, ": "selectors and declarations are checked while a sheet is read, which litehtml leaves "
-    "for later; with the properties made by both (made/whole) the ratio is in the table of sheets",
-    "std::unordered_map, insert, default": "the default hash takes a key byte by byte; the seeded one, "
-    "which the library's own tables use, takes eight at a time",
+    "inner of root": "the result is the document once more, as one string; on a large document most of "
+    "the time goes into that memory, of which a plain copy takes longer than reading the file",
+    "inner of children": "the markup of each child is returned as a string, which reading does not make",
+    "libxml2's tree": "documents that are mostly text pull the mean down: their bytes have to be copied "
+    "into either tree (see the table of files)",
+    "heap of libxml2's tree": "the text of that document alone takes more than half of what libxml2 "
+    "needs for all of it",
+    "litehtml, ": "all selectors and declarations are checked while the sheet is read; litehtml keeps "
+    "declarations as text. With properties made by both see made/whole",
+    "std::unordered_map, insert, default": "the default hash takes a key byte by byte; the library's own "
+    "tables use the seeded one",
 }
 
 
@@ -67,7 +66,7 @@ def number(text):
 def table(rows, left=1):
     """Returns rows as a Markdown table; the first `left` columns stand on the left."""
     widths = [max(len(row[i]) for row in rows) for i in range(len(rows[0]))]
-    rule = [("-" * (w + 1) + "-") if i < left else "-" * (w + 1) + ":" for i, w in enumerate(widths)]
+    rule = ["-" * (w + 2) if i < left else "-" * (w + 1) + ":" for i, w in enumerate(widths)]
     lines = []
     for row in rows:
         cells = [c.ljust(w) if i < left else c.rjust(w) for i, (c, w) in enumerate(zip(row, widths))]
