@@ -13,8 +13,8 @@ bool HasBar(const CorpusEntry& entry) {
 
 }  // namespace
 
-AllocationTable::AllocationTable(const std::string& piece)
-    : piece_(piece), rows_({{"second half of", piece + "s", "allocations", "a " + piece, "bar"}}) {}
+AllocationTable::AllocationTable(const char* pieces, const char* aPiece)
+    : rows_({{"second half of", pieces, "allocations", aPiece, "bar"}}) {}
 
 void AllocationTable::Add(const CorpusEntry& entry, const AllocationCounts& counts) {
     const char* verdict = "-";

@@ -22,8 +22,8 @@ struct AllocationCounts {
 /// heap: these have no bar.
 class AllocationTable {
 public:
-    /// Starts a table; `piece` is what is counted, "node" for example.
-    explicit AllocationTable(const std::string& piece);
+    /// Starts a table; its heads say what is counted, "nodes" and "a node" for example.
+    AllocationTable(const char* pieces, const char* aPiece);
 
     /// Adds a document.
     void Add(const CorpusEntry& entry, const AllocationCounts& counts);
@@ -35,7 +35,6 @@ public:
     Bar Judge(const std::string& title) const;
 
 private:
-    std::string piece_;
     std::vector<TableRow> rows_;
     double most_ = 0;  // blocks of a document that has a bar
 };

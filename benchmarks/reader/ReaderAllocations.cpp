@@ -117,7 +117,7 @@ struct Comparison {
 };
 
 int Run(const bench::RunOptions& options) {
-    bench::AllocationTable table("node");
+    bench::AllocationTable table("nodes", "a node");
     Comparison comparison;
     for (const bench::CorpusEntry* entry : options.entries) {
         const bench::CorpusFile file = bench::LoadCorpusFile(*entry);

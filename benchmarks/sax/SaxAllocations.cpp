@@ -99,7 +99,7 @@ bench::AllocationCounts CountSecondHalves(const bench::CorpusFile& file) {
 }
 
 int Run(const bench::RunOptions& options) {
-    bench::AllocationTable table("event");
+    bench::AllocationTable table("events", "an event");
     for (const bench::CorpusEntry* entry : options.entries)
         table.Add(*entry, CountSecondHalves(bench::LoadCorpusFile(*entry)));
     bench::Figures figures = bench::FiguresOfThisBuild();
