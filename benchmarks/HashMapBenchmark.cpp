@@ -3,23 +3,21 @@
 // Compares Xml::HashMap with std::unordered_map<std::string, void*>: inserting keys into an empty
 // map, and finding every key in another order.
 //
-// Each iteration is a pair: both maps do the same work, one right after the other, in alternating
+// Each round is a pair: both maps do the same work, one right after the other, in alternating
 // order. A row shows the time of our map for one key, beside it that of the standard map, and the
-// median of the ratios of the pairs (above 1 our map is faster). The geometric means over all
-// sizes and kinds of keys follow at the end. "seeded" is the map as the library uses it for keys
-// from input, "default" the map as it is without SetKey().
+// median of the ratios of the pairs (above 1 our map is faster). "seeded" is the map as the library
+// uses it for keys from input, "default" the map as it is without SetKey().
 
 #include <espalier/xml/HashMap.h>
 
+#include "common/Charts.h"
+#include "common/Publish.h"
+#include "common/RunOptions.h"
+#include "common/Setting.h"
 #include "xml/SeededHash.h"
-
-#include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
-#include <cstdio>
-#include <map>
 #include <random>
 #include <string>
 #include <unordered_map>
@@ -36,6 +34,20 @@ using StandardMap = std::unordered_map<std::string, void*>;
 
 constexpr std::size_t kKeysPerPair = 20000;  // small maps are filled again until this many are done
 constexpr unsigned kFirstBuckets = 16;
+constexpr std::size_t kCounts[] = {1000, 10000, 100000, 1000000};
+constexpr int kRounds = 11;
+constexpr double kBar = 1.5;  // times as fast as the standard map
+
+constexpr char kHelp[] =
+    "usage: espalier_hashmap_benchmark [--rounds N] [--markdown] [--figures FILE] [--enforce]\n"
+    "\n"
+    "Inserts keys into Xml::HashMap and std::unordered_map<std::string, void*> and finds them,\n"
+    "and prints times, ratios and bars.\n"
+    "\n"
+    "  --rounds N      rounds of both (11); the median counts\n"
+    "  --markdown      print only the tables, in Markdown\n"
+    "  --figures FILE  write the charts and the bars for espalier_plot and scripts/benchmark\n"
+    "  --enforce       exit with 3 when a bar is missed\n";
 
 const char* const kWords[] = {"order", "item",  "name",   "stroke", "width",  "path",
                               "group", "entry", "author", "title",  "remark", "unit",
@@ -135,27 +147,45 @@ double TimeInsert(MakeOne makeOne, const Keys& keys, std::size_t rounds) {
 
 template <typename Map>
 double TimeFind(const Map& map, const Keys& keys, std::size_t rounds) {
+    volatile std::size_t found = 0;
     return TimeOf([&] {
         for (std::size_t round = 0; round < rounds; ++round) {
-            benchmark::DoNotOptimize(CountFound(map, keys));
+            found = found + CountFound(map, keys);
         }
     });
 }
 
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
+// What was measured of one number of keys of one kind: seconds for a key in each round.
+struct Row {
+    std::string title;
+    std::vector<double> ours;
+    std::vector<double> standard;
+    double ratio = 0;  // the median of those of the rounds
+};
+
+// Keys, and the same in another order.
+struct KeySet {
+    std::string title;
+    Keys keys;
+    Keys shuffled;
+};
+
+std::vector<KeySet> MakeKeySets() {
+    std::vector<KeySet> sets;
+    for (const KeyKind kind : {KeyKind::Name, KeyKind::Uri}) {
+        for (const std::size_t count : kCounts) {
+            const Keys keys = MakeKeys(kind, count);
+            const char* const name = kind == KeyKind::Name ? "names, " : "URIs, ";
+            sets.push_back({name + std::to_string(count), keys, Shuffled(keys)});
+        }
+    }
+    return sets;
 }
 
-// The median ratio of each row, by hash and operation; kept for the means at the end.
-std::map<std::string, std::vector<double>> ratiosByGroup;
-
-void RunPairs(benchmark::State& state, HashKind hash, Operation operation, KeyKind kind,
-              const std::string& group) {
-    const auto count = static_cast<std::size_t>(state.range(0));
-    const Keys keys = MakeKeys(kind, count);
-    const Keys shuffled = Shuffled(keys);
-    const std::size_t rounds = std::max<std::size_t>(1, kKeysPerPair / count);
+Row MeasureRow(HashKind hash, Operation operation, const KeySet& set, int rounds) {
+    const Keys& keys = set.keys;
+    const Keys& shuffled = set.shuffled;
+    const std::size_t fills = std::max<std::size_t>(1, kKeysPerPair / keys.size());
 
     Xml::HashMap ourMap = MakeMap(hash);
     StandardMap standardMap;
@@ -165,86 +195,107 @@ void RunPairs(benchmark::State& state, HashKind hash, Operation operation, KeyKi
     }
     const auto timeOurs = [&] {
         return operation == Operation::Insert
-                   ? TimeInsert([&] { return MakeMap(hash); }, keys, rounds)
-                   : TimeFind(ourMap, shuffled, rounds);
+                   ? TimeInsert([&] { return MakeMap(hash); }, keys, fills)
+                   : TimeFind(ourMap, shuffled, fills);
     };
     const auto timeStandard = [&] {
         return operation == Operation::Insert
-                   ? TimeInsert([] { return StandardMap(); }, keys, rounds)
-                   : TimeFind(standardMap, shuffled, rounds);
+                   ? TimeInsert([] { return StandardMap(); }, keys, fills)
+                   : TimeFind(standardMap, shuffled, fills);
     };
 
+    Row row = {set.title, {}, {}, 0};
+    const double allKeys = static_cast<double>(fills * keys.size());
     std::vector<double> ratios;
-    double standardSeconds = 0;
     bool oursFirst = true;
-    for ([[maybe_unused]] auto _ : state) {
+    for (int round = 0; round < rounds; ++round) {
         double ours = oursFirst ? timeOurs() : 0;
         const double standard = timeStandard();
         if (!oursFirst) ours = timeOurs();
         oursFirst = !oursFirst;
         ratios.push_back(standard / ours);
-        standardSeconds += standard;
-        state.SetIterationTime(ours / static_cast<double>(rounds * count));
+        row.ours.push_back(ours / allKeys);
+        row.standard.push_back(standard / allKeys);
     }
-    const double ratio = Median(ratios);
-    state.counters["standard_ns"] =
-        1e9 * standardSeconds / static_cast<double>(ratios.size() * rounds * count);
-    state.counters["ratio"] = ratio;
-    ratiosByGroup[group].push_back(ratio);
+    row.ratio = bench::Quantile(ratios, 0.5);
+    return row;
 }
 
-void RegisterAll() {
-    const struct {
-        HashKind kind;
-        const char* name;
-    } hashes[] = {{HashKind::Seeded, "seeded"}, {HashKind::Default, "default"}};
-    const struct {
-        Operation kind;
-        const char* name;
-    } operations[] = {{Operation::Insert, "insert"}, {Operation::Find, "find"}};
-    const struct {
-        KeyKind kind;
-        const char* name;
-    } keyKinds[] = {{KeyKind::Name, "names"}, {KeyKind::Uri, "uris"}};
+// Something that is done with one of our maps.
+struct Group {
+    const char* title;
+    HashKind hash;
+    Operation operation;
+};
 
-    for (const auto& hash : hashes) {
-        for (const auto& operation : operations) {
-            for (const auto& keys : keyKinds) {
-                const std::string group = std::string(hash.name) + "/" + operation.name;
-                benchmark::RegisterBenchmark((group + "/" + keys.name).c_str(), RunPairs, hash.kind,
-                                             operation.kind, keys.kind, group)
-                    ->Arg(1000)
-                    ->Arg(10000)
-                    ->Arg(100000)
-                    ->Arg(1000000)
-                    ->UseManualTime()
-                    ->Iterations(11)
-                    ->Unit(benchmark::kNanosecond);
-            }
-        }
-    }
+constexpr Group kGroups[] = {
+    {"insert, seeded", HashKind::Seeded, Operation::Insert},
+    {"find, seeded", HashKind::Seeded, Operation::Find},
+    {"insert, default", HashKind::Default, Operation::Insert},
+    {"find, default", HashKind::Default, Operation::Find},
+};
+
+std::vector<Row> MeasureGroup(const Group& group, const std::vector<KeySet>& sets, int rounds) {
+    std::vector<Row> rows;
+    for (const KeySet& set : sets)
+        rows.push_back(MeasureRow(group.hash, group.operation, set, rounds));
+    return rows;
 }
 
-void PrintMeans() {
-    std::printf("\nGeometric mean of the ratios (standard map / our map):\n");
-    for (const auto& [group, ratios] : ratiosByGroup) {
-        double logs = 0;
-        for (const double ratio : ratios) {
-            logs += std::log(ratio);
-        }
-        std::printf("  %-16s %.2f\n", group.c_str(),
-                    std::exp(logs / static_cast<double>(ratios.size())));
+// Returns millions of keys in a second: the geometric mean of all rows, for each round.
+std::vector<double> MeansOf(const std::vector<Row>& rows, std::vector<double> Row::*seconds) {
+    std::vector<double> means;
+    for (std::size_t round = 0; round < (rows.front().*seconds).size(); ++round) {
+        std::vector<double> speeds;
+        for (const Row& row : rows)
+            speeds.push_back(1e-6 / (row.*seconds)[round]);
+        means.push_back(bench::GeometricMean(speeds));
     }
+    return means;
+}
+
+double MeanRatio(const std::vector<Row>& rows) {
+    std::vector<double> ratios;
+    for (const Row& row : rows)
+        ratios.push_back(row.ratio);
+    return bench::GeometricMean(ratios);
+}
+
+int Run(const bench::RunOptions& options) {
+    std::vector<bench::TableRow> table = {{"work", "keys", "ns a key", "standard map", "ratio"}};
+    bench::Figures figures = bench::FiguresOfThisBuild();
+    figures.libraries = {{"espalier", bench::EspalierVersion()},
+                         {"std::unordered_map of libstdc++", __VERSION__}};
+    bench::Chart chart = {
+        "hashmap", "Hash maps of 1,000 to 1,000,000 keys", "million keys a second", false, {}};
+    const std::vector<KeySet> sets = MakeKeySets();
+    for (const Group& group : kGroups) {
+        const std::vector<Row> rows = MeasureGroup(group, sets, options.measure.rounds);
+        for (const Row& row : rows) {
+            table.push_back({group.title, row.title,
+                             bench::FormatNumber(bench::Quantile(row.ours, 0.5) * 1e9, 1),
+                             bench::FormatNumber(bench::Quantile(row.standard, 0.5) * 1e9, 1),
+                             bench::FormatNumber(row.ratio, 2)});
+        }
+        table.push_back(
+            {group.title, "geometric mean", "", "", bench::FormatNumber(MeanRatio(rows), 2)});
+        chart.groups.push_back(
+            {group.title,
+             {bench::BarOfRounds("Xml::HashMap", true, MeansOf(rows, &Row::ours)),
+              bench::BarOfRounds("std::unordered_map", false, MeansOf(rows, &Row::standard))}});
+        figures.bars.push_back(
+            {std::string("std::unordered_map, ") + group.title, kBar, MeanRatio(rows)});
+    }
+    figures.charts = {chart};
+    return bench::Publish(bench::FormatTable(table, options.format), figures, options);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    RegisterAll();
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    PrintMeans();
-    return 0;
+    bench::RunOptions options;
+    options.measure.rounds = kRounds;
+    options.offersCheck = false;
+    options.entries = {&bench::CorpusEntries().front()};  // none is read
+    return bench::RunProgram({"espalier_hashmap_benchmark", kHelp, Run}, argc, argv, options);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "common/Bars.h"
 
+#include "common/Table.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -16,19 +18,14 @@ int DecimalsOf(double number) {
 
 }  // namespace
 
-std::string FormatBars(const std::vector<Bar>& bars, TableFormat format) {
+std::string FormatBars(const std::vector<Bar>& bars) {
     std::string text;
     for (const Bar& bar : bars) {
         const std::string verdict = bar.IsMet() ? "OK" : "MISS";
         const std::string numbers = FormatNumber(bar.measured, 2) + " " + bar.unit + ", wanted " +
                                     (bar.isMost ? "at most " : "") +
                                     FormatNumber(bar.wanted, DecimalsOf(bar.wanted));
-        if (format == TableFormat::Markdown) {
-            text += "- " + bar.title + ": " + numbers + " (" + verdict + ")\n";
-        } else {
-            text +=
-                verdict + std::string(6 - verdict.size(), ' ') + bar.title + ": " + numbers + "\n";
-        }
+        text += verdict + std::string(6 - verdict.size(), ' ') + bar.title + ": " + numbers + "\n";
     }
     return text;
 }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "common/Table.h"
-
 #include <string>
 #include <vector>
 
@@ -13,13 +11,13 @@ struct Bar {
     std::string title;
     double wanted = 0;
     double measured = 0;
-    const char* unit = "times";
+    std::string unit = "times";
     bool isMost = false;  ///< `wanted` is the most that is allowed, not the least
     bool IsMet() const { return isMost ? measured <= wanted : measured >= wanted; }
 };
 
 /// Returns a line for each bar, with OK or MISS.
-std::string FormatBars(const std::vector<Bar>& bars, TableFormat format);
+std::string FormatBars(const std::vector<Bar>& bars);
 
 /// Tells whether all of them are met.
 bool AreMet(const std::vector<Bar>& bars);

@@ -46,6 +46,7 @@ Measurement Measure(double megabytes, std::span<const Work> works, const Measure
 
     Measurement result;
     result.megabytes = megabytes;
+    result.rounds = speeds;
     for (std::size_t i = 0; i < works.size(); ++i) {
         result.speeds.push_back(Quantile(speeds[i], 0.5));
         result.ratios.push_back(Quantile(ratios[i], 0.5));

@@ -22,7 +22,8 @@ using Work = std::function<void()>;
 /// What was measured on the same bytes.
 struct Measurement {
     double megabytes = 0;
-    std::vector<double> speeds;  ///< MB/s of each work, median of the rounds
+    std::vector<double> speeds;               ///< MB/s of each work, median of the rounds
+    std::vector<std::vector<double>> rounds;  ///< MB/s of each work in each round
     /// How many times as fast the first work is as each: the median over the rounds of the ratio
     /// within one round, so that a machine that slows down between rounds does not show.
     std::vector<double> ratios;

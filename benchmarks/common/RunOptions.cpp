@@ -24,6 +24,8 @@ void ParseRunOptions(std::span<char*> arguments, RunOptions& options) {
             options.measure.minSeconds = std::stod(value());
         } else if (option == "--file") {
             named.push_back(&FindCorpusEntry(value()));
+        } else if (option == "--figures") {
+            options.figures = value();
         } else if (option == "--markdown") {
             options.format = TableFormat::Markdown;
         } else if (option == "--check" && options.offersCheck) {

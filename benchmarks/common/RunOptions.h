@@ -6,6 +6,7 @@
 #include "common/Table.h"
 
 #include <span>
+#include <string>
 #include <vector>
 
 namespace bench {
@@ -18,6 +19,7 @@ struct RunOptions {
     bool offersCheck = true;  ///< set by the program: it knows --check
     bool checkOnly = false;
     bool enforce = false;
+    std::string figures;  ///< the file that Publish() writes; empty for none
     bool help = false;
 };
 

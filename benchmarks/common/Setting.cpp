@@ -17,16 +17,25 @@ std::string ProcessorName() {
 
 }  // namespace
 
-std::string DescribeSetting(const std::string& libraries, TableFormat format) {
+Figures FiguresOfThisBuild() {
+    Figures figures;
 #if defined(__clang__)
-    const std::string compiler = "clang " __clang_version__;
+    figures.compiler = "clang " __clang_version__;
 #else
-    const std::string compiler = "g++ " __VERSION__;
+    figures.compiler = "g++ " __VERSION__;
 #endif
-    const char* const bullet = format == TableFormat::Markdown ? "- " : "";
-    return bullet + std::string("machine: ") + ProcessorName() + "\n" +  //
-           bullet + "compiler: " + compiler + "\n" +                     //
-           bullet + "libraries: " + libraries + "\n";
+    return figures;
+}
+
+std::string DescribeSetting(const Figures& figures) {
+    std::string libraries;
+    for (const LibraryVersion& library : figures.libraries) {
+        libraries += (libraries.empty() ? "" : "; ") + library.title;
+        if (!library.version.empty()) libraries += " " + library.version;
+    }
+    return "machine: " + ProcessorName() + "\n" +    //
+           "compiler: " + figures.compiler + "\n" +  //
+           "libraries: " + libraries + "\n";
 }
 
 std::string EspalierVersion() { return ESPALIER_VERSION; }

@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "common/Table.h"
+#include "common/Figures.h"
 
 #include <string>
 
 namespace bench {
 
-/// Returns the machine, the compiler and the libraries as the caller names them, a line each.
-std::string DescribeSetting(const std::string& libraries, TableFormat format);
+/// Returns figures with the compiler and nothing else.
+Figures FiguresOfThisBuild();
+
+/// Returns the machine, the compiler and the libraries, a line each.
+std::string DescribeSetting(const Figures& figures);
 
 /// Returns the version of our library.
 std::string EspalierVersion();

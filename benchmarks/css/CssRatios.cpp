@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Measures our style sheets and litehtml's in pairs, and the matching of rules, and prints the
 // tables and the bars.
-#include "common/Bars.h"
+#include "common/Publish.h"
 #include "common/RunOptions.h"
-#include "common/Setting.h"
 #include "css/CssReport.h"
 #include "css/MadeSheet.h"
 #include "css/RuleMatching.h"
@@ -20,7 +19,8 @@ constexpr std::size_t kSmallSheet = 600'000;
 constexpr std::size_t kLargeSheet = 10'000'000;
 
 constexpr char kHelp[] =
-    "usage: espalier_css_ratios [--rounds N] [--min-time SECONDS] [--markdown] [--check]\n"
+    "usage: espalier_css_ratios [--rounds N] [--min-time SECONDS] [--markdown] [--figures FILE] "
+    "[--check]\n"
     "                           [--enforce]\n"
     "\n"
     "Makes style sheets of 0.6 and 10 MB, reads them with CssReader into a CSSStyleSheet and with\n"
@@ -30,7 +30,8 @@ constexpr char kHelp[] =
     "\n"
     "  --rounds N          rounds of all ways (5); the median counts\n"
     "  --min-time SECONDS  how long a way works in a round, at least (0.2)\n"
-    "  --markdown          print tables and lists in Markdown\n"
+    "  --markdown          print only the tables, in Markdown\n"
+    "  --figures FILE      write the charts and the bars for espalier_plot and scripts/benchmark\n"
     "  --check             only compare what they see\n"
     "  --enforce           exit with 3 when a bar is missed\n"
     "\n"
@@ -53,13 +54,9 @@ int Run(const bench::RunOptions& options) {
                                                      bench::MeasureSheet(large, options.measure)};
     const double growth = bench::MeasureGrowth(small, large, options.measure);
     const bench::MatchingResult matching = bench::MeasureMatching(options.measure);
-    const std::vector<bench::Bar> bars = bench::JudgeCss(results, growth, matching);
-    const std::string libraries = "espalier " + bench::EspalierVersion() + "; litehtml";
-    std::printf("%s\n%s\n%s\n%s", bench::DescribeSetting(libraries, options.format).c_str(),
-                bench::FormatSheets(results, options.format).c_str(),
-                bench::FormatMatching(matching, options.format).c_str(),
-                bench::FormatBars(bars, options.format).c_str());
-    return options.enforce && !bench::AreMet(bars) ? bench::kBarMissed : EXIT_SUCCESS;
+    const std::string tables = bench::FormatSheets(results, options.format) + "\n" +
+                               bench::FormatMatching(matching, options.format);
+    return bench::Publish(tables, bench::SheetFigures(results, growth, matching), options);
 }
 
 }  // namespace

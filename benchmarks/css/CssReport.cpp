@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "css/CssReport.h"
 
+#include "common/Charts.h"
+#include "common/Setting.h"
+#include "css/LitehtmlVersion.h"
 #include "css/SheetReading.h"
 
 #include <algorithm>
@@ -15,7 +18,8 @@ using ReadSheet = SheetTotals (*)(const std::string& text);
 
 // A way to read a sheet.
 struct SheetReader {
-    const char* title;
+    const char* title;  // as in the table
+    const char* what;   // as in the chart
     ReadSheet read;
     bool isBare;  // it gets the sheet without its comments
 };
@@ -32,9 +36,12 @@ enum SheetReaderIndex {
 // litehtml goes through the text from its begin for each comment. So that not only this is
 // measured, it gets a sheet without comments, too.
 constexpr SheetReader kReaders[] = {
-    {"espalier", ReadEspalierSheet, false},  {"made", ReadEspalierSheetWhole, false},
-    {"litehtml", ReadLitehtmlSheet, false},  {"bare", ReadLitehtmlSheet, true},
-    {"whole", ReadLitehtmlSheetWhole, true}, {"parse", ParseEspalierSheet, false},
+    {"espalier", "CssReader", ReadEspalierSheet, false},
+    {"made", "CssReader, properties made", ReadEspalierSheetWhole, false},
+    {"litehtml", "litehtml", ReadLitehtmlSheet, false},
+    {"bare", "litehtml, no comments", ReadLitehtmlSheet, true},
+    {"whole", "the same, properties made", ReadLitehtmlSheetWhole, true},
+    {"parse", "ParseStyleSheet()", ParseEspalierSheet, false},
 };
 
 std::string Describe(const SheetTotals& totals) {
@@ -52,6 +59,39 @@ TableRow MatchingRow(const char* way, std::size_t elements, double seconds) {
     const double pairs = static_cast<double>(elements * kMatchedRules);
     return {way, std::to_string(elements), FormatNumber(seconds * 1e3, 1),
             FormatNumber(pairs / seconds / 1e6, 0)};
+}
+
+std::vector<Bar> JudgeCss(const std::vector<SheetResult>& results, double growth,
+                          const MatchingResult& matching) {
+    std::vector<Bar> bars;
+    for (const SheetResult& result : results) {
+        // Against the faster of the two.
+        bars.push_back({"litehtml, " + SizeTitle(result), 4,
+                        std::min(result.ratios[kLitehtml], result.ratios[kLitehtmlBare])});
+        // Ratios are how many times as fast as a way the first one is.
+        bars.push_back({"litehtml by ParseStyleSheet(), " + SizeTitle(result), 1,
+                        std::min(result.ratios[kLitehtml], result.ratios[kLitehtmlBare]) /
+                            result.ratios[kParse]});
+    }
+    bars.push_back({"MB/s of the large sheet, compared with the small one", 0.9, growth});
+    bars.push_back({std::to_string(kMatchedRules) + " rules matched with " +
+                        std::to_string(kMatchedElements) + " elements, with making the index",
+                    1, matching.bothSeconds, "s", true});
+    return bars;
+}
+
+Chart ChartOfSheets(const std::vector<SheetResult>& results) {
+    Chart chart = {"sheets", "Reading a style sheet into rules", "MB/s", false, {}};
+    for (const SheetResult& result : results) {
+        ChartGroup group = {"a sheet of " + SizeTitle(result), {}};
+        for (const SheetReaderIndex i :
+             {kEspalier, kParse, kEspalierMade, kLitehtml, kLitehtmlBare, kLitehtmlWhole}) {
+            const bool isOurs = i == kEspalier || i == kParse || i == kEspalierMade;
+            group.bars.push_back(BarOfRounds(kReaders[i].what, isOurs, result.rounds[i]));
+        }
+        chart.groups.push_back(group);
+    }
+    return chart;
 }
 
 }  // namespace
@@ -133,23 +173,13 @@ std::string FormatMatching(const MatchingResult& result, TableFormat format) {
            "):\n\n" + FormatTable(rows, format);
 }
 
-std::vector<Bar> JudgeCss(const std::vector<SheetResult>& results, double growth,
-                          const MatchingResult& matching) {
-    std::vector<Bar> bars;
-    for (const SheetResult& result : results) {
-        // Against the faster of the two.
-        bars.push_back({"litehtml, " + SizeTitle(result), 4,
-                        std::min(result.ratios[kLitehtml], result.ratios[kLitehtmlBare])});
-        // Ratios are how many times as fast as a way the first one is.
-        bars.push_back({"litehtml by ParseStyleSheet(), " + SizeTitle(result), 1,
-                        std::min(result.ratios[kLitehtml], result.ratios[kLitehtmlBare]) /
-                            result.ratios[kParse]});
-    }
-    bars.push_back({"MB/s of the large sheet, compared with the small one", 0.9, growth});
-    bars.push_back({std::to_string(kMatchedRules) + " rules matched with " +
-                        std::to_string(kMatchedElements) + " elements, with making the index",
-                    1, matching.bothSeconds, "s", true});
-    return bars;
+Figures SheetFigures(const std::vector<SheetResult>& results, double growth,
+                     const MatchingResult& matching) {
+    Figures figures = FiguresOfThisBuild();
+    figures.libraries = {{"espalier", EspalierVersion()}, {"litehtml", LitehtmlVersion()}};
+    figures.charts = {ChartOfSheets(results)};
+    figures.bars = JudgeCss(results, growth, matching);
+    return figures;
 }
 
 }  // namespace bench

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "common/Bars.h"
+#include "common/Figures.h"
 #include "common/Measure.h"
 #include "common/Table.h"
 #include "css/MadeSheet.h"
@@ -33,8 +33,8 @@ std::string FormatSheets(const std::vector<SheetResult>& results, TableFormat fo
 /// Returns the table of the matching.
 std::string FormatMatching(const MatchingResult& result, TableFormat format);
 
-/// Returns the bars. `growth` is what MeasureGrowth() returned.
-std::vector<Bar> JudgeCss(const std::vector<SheetResult>& results, double growth,
-                          const MatchingResult& matching);
+/// Returns the libraries, the chart and the bars. `growth` is what MeasureGrowth() returned.
+Figures SheetFigures(const std::vector<SheetResult>& results, double growth,
+                     const MatchingResult& matching);
 
 }  // namespace bench

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Measures how fast we style pages with Bootstrap 5, and litehtml, in pairs, and prints the table
 // and the bars.
-#include "common/Bars.h"
+#include "common/Publish.h"
 #include "common/RunOptions.h"
-#include "common/Setting.h"
 #include "css/StylingReport.h"
 
 #include <cstddef>
@@ -21,7 +20,8 @@ constexpr std::size_t kLargePage = 100'000;
 constexpr std::size_t kCheckedPage = 1'000;
 
 constexpr char kHelp[] =
-    "usage: espalier_style_ratios [--rounds N] [--min-time SECONDS] [--markdown] [--check]\n"
+    "usage: espalier_style_ratios [--rounds N] [--min-time SECONDS] [--markdown] [--figures FILE] "
+    "[--check]\n"
     "                             [--enforce]\n"
     "\n"
     "Makes pages of 10,000 and 100,000 elements with the class names of Bootstrap 5, styles every\n"
@@ -32,7 +32,8 @@ constexpr char kHelp[] =
     "  --rounds N          rounds of all ways (5), of the large page 1 with litehtml; the median\n"
     "                      counts\n"
     "  --min-time SECONDS  how long a way works in a round, at least (0.2)\n"
-    "  --markdown          print tables and lists in Markdown\n"
+    "  --markdown          print only the tables, in Markdown\n"
+    "  --figures FILE      write the charts and the bars for espalier_plot and scripts/benchmark\n"
     "  --check             only compare what they see, on a page of 1,000 elements\n"
     "  --enforce           exit with 3 when a bar is missed\n"
     "\n"
@@ -63,12 +64,8 @@ int Run(const bench::RunOptions& options) {
         bench::MeasureStyling(kLargePage, sheet, options.measure)};
     const double growth =
         bench::MeasureStylingGrowth(kSmallPage, kLargePage, sheet, options.measure);
-    const std::vector<bench::Bar> bars = bench::JudgeStyling(results, growth);
-    const std::string libraries = "espalier " + bench::EspalierVersion() + "; litehtml";
-    std::printf("%s\n%s\n%s", bench::DescribeSetting(libraries, options.format).c_str(),
-                bench::FormatStyling(results, options.format).c_str(),
-                bench::FormatBars(bars, options.format).c_str());
-    return options.enforce && !bench::AreMet(bars) ? bench::kBarMissed : EXIT_SUCCESS;
+    return bench::Publish(bench::FormatStyling(results, options.format),
+                          bench::StylingFigures(results, growth), options);
 }
 
 }  // namespace

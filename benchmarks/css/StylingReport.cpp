@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "css/StylingReport.h"
 
+#include "common/Charts.h"
+#include "common/Setting.h"
 #include "css/CardPage.h"
+#include "css/LitehtmlVersion.h"
 #include "css/PageStyling.h"
 
 #include <vector>
@@ -49,6 +52,36 @@ void MeasureSteps(const std::string& text, const std::string& sheet, int rounds,
     result.restyleSeconds = Median(restyle);
 }
 
+std::vector<Bar> JudgeStyling(const std::vector<StylingResult>& results, double growth) {
+    std::vector<Bar> bars;
+    for (const StylingResult& result : results) {
+        bars.push_back({"litehtml, a page of " + std::to_string(result.elements) + " elements", 3,
+                        result.ratio});
+    }
+    bars.push_back({"an element of the large page, compared with one of the small page", 1.25,
+                    growth, "times as long", true});
+    return bars;
+}
+
+Chart ChartOfPages(const std::vector<StylingResult>& results) {
+    Chart chart = {"styles",
+                   "Styling every element of a page with Bootstrap 5",
+                   "microseconds an element",
+                   true,
+                   {}};
+    for (const StylingResult& result : results) {
+        const auto bar = [&result](const char* title, bool isOurs, std::vector<double> seconds) {
+            for (double& value : seconds)
+                value *= 1e6 / static_cast<double>(result.elements);
+            return BarOfRounds(title, isOurs, seconds);
+        };
+        chart.groups.push_back(
+            {std::to_string(result.elements) + " elements",
+             {bar("espalier", true, result.rounds[0]), bar("litehtml", false, result.rounds[1])}});
+    }
+    return chart;
+}
+
 }  // namespace
 
 std::string StylingDisagreement(std::size_t elements, const std::string& sheet) {
@@ -89,6 +122,11 @@ StylingResult MeasureStyling(std::size_t elements, const std::string& sheet,
     result.wholeSeconds = megabytes / both.speeds[0];
     result.litehtmlSeconds = megabytes / both.speeds[1];
     result.ratio = both.ratios[1];
+    for (const std::vector<double>& speeds : both.rounds) {
+        std::vector<double>& seconds = result.rounds.emplace_back();
+        for (const double speed : speeds)
+            seconds.push_back(megabytes / speed);
+    }
     MeasureSteps(text, sheet, options.rounds, result);
     return result;
 }
@@ -129,15 +167,12 @@ std::string FormatStyling(const std::vector<StylingResult>& results, TableFormat
            FormatTable(rows, format);
 }
 
-std::vector<Bar> JudgeStyling(const std::vector<StylingResult>& results, double growth) {
-    std::vector<Bar> bars;
-    for (const StylingResult& result : results) {
-        bars.push_back({"litehtml, a page of " + std::to_string(result.elements) + " elements", 3,
-                        result.ratio});
-    }
-    bars.push_back({"an element of the large page, compared with one of the small page", 1.25,
-                    growth, "times as long", true});
-    return bars;
+Figures StylingFigures(const std::vector<StylingResult>& results, double growth) {
+    Figures figures = FiguresOfThisBuild();
+    figures.libraries = {{"espalier", EspalierVersion()}, {"litehtml", LitehtmlVersion()}};
+    figures.charts = {ChartOfPages(results)};
+    figures.bars = JudgeStyling(results, growth);
+    return figures;
 }
 
 }  // namespace bench

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "common/Bars.h"
+#include "common/Figures.h"
 #include "common/Measure.h"
 #include "common/Table.h"
 
@@ -21,6 +21,8 @@ struct StylingResult {
     double wholeSeconds = 0;    ///< for all but the last, and to free it
     double litehtmlSeconds = 0;
     double ratio = 0;  ///< how many times as fast as litehtml
+    /// The seconds of each round for all but styling again: ours, litehtml's.
+    std::vector<std::vector<double>> rounds;
 };
 
 /// Checks that both libraries see the elements that there are, and that a changed rule counts.
@@ -38,7 +40,7 @@ double MeasureStylingGrowth(std::size_t small, std::size_t large, const std::str
 /// Returns the table.
 std::string FormatStyling(const std::vector<StylingResult>& results, TableFormat format);
 
-/// Returns the bars. `growth` is what MeasureStylingGrowth() returned.
-std::vector<Bar> JudgeStyling(const std::vector<StylingResult>& results, double growth);
+/// Returns the libraries, the chart and the bars. `growth` is what MeasureStylingGrowth() returned.
+Figures StylingFigures(const std::vector<StylingResult>& results, double growth);
 
 }  // namespace bench

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Measures our tree and the peers' in pairs, weighs them, and prints the tables and the bars.
-#include "common/Bars.h"
 #include "common/Corpus.h"
+#include "common/Publish.h"
 #include "common/RunOptions.h"
 #include "dom/DomReport.h"
 #include "dom/TreeLibrary.h"
@@ -14,7 +14,8 @@
 namespace {
 
 constexpr char kHelp[] =
-    "usage: espalier_dom_ratios [--rounds N] [--min-time SECONDS] [--file NAME]... [--markdown]\n"
+    "usage: espalier_dom_ratios [--rounds N] [--min-time SECONDS] [--file NAME]... [--markdown] "
+    "[--figures FILE]\n"
     "                           [--check] [--enforce]\n"
     "\n"
     "Loads the documents in build/corpus (or $ESPALIER_CORPUS) into the trees of all libraries,\n"
@@ -24,7 +25,8 @@ constexpr char kHelp[] =
     "  --rounds N          rounds of all libraries (5); the median counts\n"
     "  --min-time SECONDS  how long a library works on a file in a round, at least (0.2)\n"
     "  --file NAME         only this file; may be repeated\n"
-    "  --markdown          print tables and lists in Markdown\n"
+    "  --markdown          print only the tables, in Markdown\n"
+    "  --figures FILE      write the charts and the bars for espalier_plot and scripts/benchmark\n"
     "  --check             only compare what is in the trees\n"
     "  --enforce           exit with 3 when a bar is missed\n"
     "\n"
@@ -52,13 +54,10 @@ int Run(const bench::RunOptions& options) {
     }
     if (options.checkOnly || results.empty()) return allAgree ? EXIT_SUCCESS : bench::kFailure;
 
-    const std::vector<bench::Bar> bars = bench::JudgeTrees(results, sizes);
-    std::printf("%s\n%s\n%s\n%s", bench::DescribeDomSetting(options.format).c_str(),
-                bench::FormatTrees(results, options.format).c_str(),
-                bench::FormatSizes(sizes, options.format).c_str(),
-                bench::FormatBars(bars, options.format).c_str());
-    if (!allAgree) return bench::kFailure;
-    return options.enforce && !bench::AreMet(bars) ? bench::kBarMissed : EXIT_SUCCESS;
+    const std::string tables = bench::FormatTrees(results, options.format) + "\n" +
+                               bench::FormatSizes(sizes, options.format);
+    const int status = bench::Publish(tables, bench::TreeFigures(results, sizes), options);
+    return allAgree ? status : bench::kFailure;
 }
 
 }  // namespace

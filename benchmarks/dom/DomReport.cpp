@@ -3,12 +3,14 @@
 
 #include <espalier/dom/Element.h>
 
+#include "common/Charts.h"
 #include "common/RatioTable.h"
 #include "common/Setting.h"
 #include "dom/TreeLibrary.h"
 #include "dom/TreeSize.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace bench {
@@ -70,6 +72,46 @@ TableRow MeanSizeRow(const char* title, const std::vector<TreeSizes>& sizes) {
     return row;
 }
 
+std::vector<Bar> JudgeTrees(const std::vector<FileResult>& results,
+                            const std::vector<TreeSizes>& sizes) {
+    std::vector<Bar> bars;
+    const std::vector<FileResult> utf8 = OnlyOf(CorpusGroup::Utf8, results);
+    if (!utf8.empty()) {
+        const std::string over = ", geometric mean of " + std::to_string(utf8.size()) + " files";
+        bars.push_back({"libxml2's tree" + over, 4, MeanRatio(utf8, kLibxmlTree)});
+        bars.push_back({"pugixml with full content" + over, 1, MeanRatio(utf8, kPugixmlFullTree)});
+        bars.push_back({"heap of pugixml with full content" + over, 1,
+                        MeanHeapAgainst(kPugixmlFullTree, OnlyUtf8(sizes)), "times", true});
+    }
+    const auto largest =
+        std::max_element(sizes.begin(), sizes.end(), [](const TreeSizes& a, const TreeSizes& b) {
+            return HeapAgainst(kLibxmlTree, a) < HeapAgainst(kLibxmlTree, b);
+        });
+    bars.push_back(
+        {std::string("heap of libxml2's tree, most of all files (") + largest->entry->title + ")",
+         0.5, HeapAgainst(kLibxmlTree, *largest), "times", true});
+    bars.push_back({"an element without attributes", 100, static_cast<double>(sizeof(Dom::Element)),
+                    "bytes", true});
+    return bars;
+}
+
+// What the heap holds is the same in every round, so one is enough.
+Chart ChartOfHeaps(const std::vector<TreeSizes>& sizes, const std::string& title) {
+    Chart chart = {"heap", title, "times the file", true, {{}}};
+    for (std::size_t i = 0; i < kTreeLibraryCount; ++i) {
+        std::vector<double> times;
+        std::size_t count = 0;
+        for (const TreeSizes& size : sizes) {
+            times.push_back(size.heaps[i] / size.bytes);
+            count += std::isnan(times.back()) ? 0U : 1U;
+        }
+        const std::string note = NoteOfFiles(count, sizes.size());
+        chart.groups.front().bars.push_back(BarOfRounds(
+            TreeLibraries()[i].title + note, i == kEspalierTree, {GeometricMean(times)}));
+    }
+    return chart;
+}
+
 }  // namespace
 
 FileResult MeasureTrees(const CorpusFile& file, MeasureOptions options) {
@@ -96,15 +138,6 @@ TreeSizes WeighTrees(const CorpusFile& file) {
                                   : std::numeric_limits<double>::quiet_NaN());
     }
     return sizes;
-}
-
-std::string DescribeDomSetting(TableFormat format) {
-    std::string libraries;
-    for (const TreeLibrary& library : TreeLibraries()) {
-        libraries +=
-            std::string(libraries.empty() ? "" : "; ") + library.title + " " + library.version();
-    }
-    return DescribeSetting(libraries, format);
 }
 
 std::string FormatTrees(const std::vector<FileResult>& results, TableFormat format) {
@@ -140,27 +173,22 @@ std::string FormatSizes(const std::vector<TreeSizes>& sizes, TableFormat format)
            FormatTable(rows, format);
 }
 
-std::vector<Bar> JudgeTrees(const std::vector<FileResult>& results,
-                            const std::vector<TreeSizes>& sizes) {
-    std::vector<Bar> bars;
+Figures TreeFigures(const std::vector<FileResult>& results, const std::vector<TreeSizes>& sizes) {
+    Figures figures = FiguresOfThisBuild();
+    std::vector<const char*> titles;
+    for (const TreeLibrary& library : TreeLibraries()) {
+        figures.libraries.push_back({library.title, library.version()});
+        titles.push_back(library.title);
+    }
     const std::vector<FileResult> utf8 = OnlyOf(CorpusGroup::Utf8, results);
     if (!utf8.empty()) {
-        const std::string over = ", geometric mean of " + std::to_string(utf8.size()) + " files";
-        bars.push_back({"libxml2's tree" + over, 4, MeanRatio(utf8, kLibxmlTree)});
-        bars.push_back({"pugixml with full content" + over, 1, MeanRatio(utf8, kPugixmlFullTree)});
-        bars.push_back({"heap of pugixml with full content" + over, 1,
-                        MeanHeapAgainst(kPugixmlFullTree, OnlyUtf8(sizes)), "times", true});
+        const std::string over = ": mean of " + std::to_string(utf8.size()) + " documents in UTF-8";
+        figures.charts.push_back(ChartOfMeans("trees", "Loading a tree, walking and freeing" + over,
+                                              titles, kLibxmlTree, utf8));
+        figures.charts.push_back(ChartOfHeaps(OnlyUtf8(sizes), "Heap of a loaded tree" + over));
     }
-    const auto largest =
-        std::max_element(sizes.begin(), sizes.end(), [](const TreeSizes& a, const TreeSizes& b) {
-            return HeapAgainst(kLibxmlTree, a) < HeapAgainst(kLibxmlTree, b);
-        });
-    bars.push_back(
-        {std::string("heap of libxml2's tree, most of all files (") + largest->entry->title + ")",
-         0.5, HeapAgainst(kLibxmlTree, *largest), "times", true});
-    bars.push_back({"an element without attributes", 100, static_cast<double>(sizeof(Dom::Element)),
-                    "bytes", true});
-    return bars;
+    figures.bars = JudgeTrees(results, sizes);
+    return figures;
 }
 
 }  // namespace bench

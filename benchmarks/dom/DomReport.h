@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "common/Bars.h"
 #include "common/Corpus.h"
+#include "common/Figures.h"
 #include "common/Measure.h"
 #include "common/Table.h"
 
@@ -25,17 +25,13 @@ FileResult MeasureTrees(const CorpusFile& file, MeasureOptions options);
 /// Loads `file` with all libraries, one after the other, and asks the heap.
 TreeSizes WeighTrees(const CorpusFile& file);
 
-/// Returns the machine, the compiler and the versions of the libraries, a line each.
-std::string DescribeDomSetting(TableFormat format);
-
 /// Returns the table of speeds and ratios, with the geometric means below it. \pre not empty
 std::string FormatTrees(const std::vector<FileResult>& results, TableFormat format);
 
 /// Returns the table of what the trees take. \pre not empty
 std::string FormatSizes(const std::vector<TreeSizes>& sizes, TableFormat format);
 
-/// Returns the bars. \pre not empty
-std::vector<Bar> JudgeTrees(const std::vector<FileResult>& results,
-                            const std::vector<TreeSizes>& sizes);
+/// Returns the libraries, the charts and the bars. \pre not empty
+Figures TreeFigures(const std::vector<FileResult>& results, const std::vector<TreeSizes>& sizes);
 
 }  // namespace bench

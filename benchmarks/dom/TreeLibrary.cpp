@@ -21,6 +21,12 @@ bool TakesPlainUtf8(const CorpusEntry& entry) {
     return entry.group == CorpusGroup::Utf8 && name != "deep" && name != "markup";
 }
 
+#if defined(ESPALIER_HAS_QT) || defined(ESPALIER_HAS_XERCES)
+// QDomDocument frees a tree by recursion, which the stack is too small for; the time of Xerces
+// grows with the square of the depth.
+bool TakesNoDepth(const CorpusEntry& entry) { return std::string_view(entry.name) != "deep"; }
+#endif
+
 constexpr TreeContent kWhole = TreeContent::Whole;
 constexpr TreeContent kReduced = TreeContent::Reduced;
 
@@ -31,6 +37,12 @@ constexpr TreeLibrary kLibraries[kTreeLibraryCount] = {
      PugixmlTreeVersion},
     {"pugixml", "pugixml", LoadPugixmlTree, kReduced, TakesNoCodePage, PugixmlTreeVersion},
     {"tinyxml2", "tinyxml2", LoadTinyxml2Tree, kReduced, TakesPlainUtf8, Tinyxml2TreeVersion},
+#ifdef ESPALIER_HAS_QT
+    {"QDomDocument", "Qt", LoadQtTree, kReduced, TakesNoDepth, QtTreeVersion},
+#endif
+#ifdef ESPALIER_HAS_XERCES
+    {"Xerces DOM", "Xerces", LoadXercesTree, kWhole, TakesNoDepth, XercesTreeVersion},
+#endif
 };
 
 std::string Difference(const TreeLibrary& library, const TreeTotals& totals,

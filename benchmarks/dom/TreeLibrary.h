@@ -32,9 +32,13 @@ std::unique_ptr<Tree> LoadLibxmlTree(std::string_view document);
 std::unique_ptr<Tree> LoadPugixmlFullTree(std::string_view document);
 std::unique_ptr<Tree> LoadPugixmlTree(std::string_view document);
 std::unique_ptr<Tree> LoadTinyxml2Tree(std::string_view document);
+std::unique_ptr<Tree> LoadQtTree(std::string_view document);
+std::unique_ptr<Tree> LoadXercesTree(std::string_view document);
 std::string LibxmlTreeVersion();
 std::string PugixmlTreeVersion();
 std::string Tinyxml2TreeVersion();
+std::string QtTreeVersion();
+std::string XercesTreeVersion();
 
 /// The libraries, in the order of TreeLibraries().
 enum TreeLibraryIndex {
@@ -43,6 +47,12 @@ enum TreeLibraryIndex {
     kPugixmlFullTree,
     kPugixmlTree,
     kTinyxml2Tree,
+#ifdef ESPALIER_HAS_QT
+    kQtTree,
+#endif
+#ifdef ESPALIER_HAS_XERCES
+    kXercesTree,
+#endif
     kTreeLibraryCount
 };
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Measures the decoding of code pages, as the reader does it, and that of iconv in pairs, and
 // prints the table of ratios and the bars.
-#include "common/Bars.h"
+#include "common/Charts.h"
 #include "common/Measure.h"
+#include "common/Publish.h"
 #include "common/RunOptions.h"
 #include "common/Setting.h"
 #include "common/Table.h"
@@ -20,7 +21,8 @@ namespace {
 constexpr double kWantedRatio = 3;
 
 constexpr char kHelp[] =
-    "usage: espalier_encoding_ratios [--rounds N] [--min-time SECONDS] [--markdown] [--check]\n"
+    "usage: espalier_encoding_ratios [--rounds N] [--min-time SECONDS] [--markdown] [--figures "
+    "FILE] [--check]\n"
     "                                [--enforce]\n"
     "\n"
     "Decodes a text in each of some code pages to UTF-8, as the reader does and with iconv, "
@@ -29,7 +31,8 @@ constexpr char kHelp[] =
     "\n"
     "  --rounds N          rounds of both (5); the median counts\n"
     "  --min-time SECONDS  how long each works on a text in a round, at least (0.2)\n"
-    "  --markdown          print tables and lists in Markdown\n"
+    "  --markdown          print only the tables, in Markdown\n"
+    "  --figures FILE      write the charts and the bars for espalier_plot and scripts/benchmark\n"
     "  --check             only compare what they give\n"
     "  --enforce           exit with 3 when a bar is missed\n"
     "\n"
@@ -46,7 +49,10 @@ std::size_t Decode(const bench::PageText& text, std::string& output) {
 
 int Run(const bench::RunOptions& options) {
     std::vector<bench::TableRow> rows = {{"text", "MB", "espalier", "iconv", "/iconv", "spread %"}};
-    std::vector<bench::Bar> bars;
+    bench::Figures figures = bench::FiguresOfThisBuild();
+    figures.libraries = {{"espalier", bench::EspalierVersion()},
+                         {"iconv of glibc", gnu_get_libc_version()}};
+    bench::Chart chart = {"encodings", "Decoding code pages to UTF-8", "MB/s", false, {}};
     for (const bench::PageText& text : bench::MakePageTexts()) {
         bench::Iconv iconv(text.iconvName, "UTF-8");
         std::string ours(3 * text.bytes.size(), '\0'), theirs(ours.size(), '\0');
@@ -66,16 +72,17 @@ int Run(const bench::RunOptions& options) {
                         bench::FormatNumber(result.speeds[1], 0),
                         bench::FormatNumber(result.ratios[1], 2),
                         bench::FormatNumber(result.spread * 100, 0)});
-        bars.push_back({std::string("iconv, ") + text.title, kWantedRatio, result.ratios[1]});
+        figures.bars.push_back(
+            {std::string("iconv, ") + text.title, kWantedRatio, result.ratios[1]});
+        chart.groups.push_back({text.title,
+                                {bench::BarOfRounds("espalier", true, result.rounds[0]),
+                                 bench::BarOfRounds("iconv", false, result.rounds[1])}});
     }
     if (options.checkOnly) return EXIT_SUCCESS;
-    const std::string libraries =
-        "espalier " + bench::EspalierVersion() + "; iconv of glibc " + gnu_get_libc_version();
-    std::printf("%s\nMB/s of encoded text in memory, then how many times as fast:\n\n%s\n%s",
-                bench::DescribeSetting(libraries, options.format).c_str(),
-                bench::FormatTable(rows, options.format).c_str(),
-                bench::FormatBars(bars, options.format).c_str());
-    return options.enforce && !bench::AreMet(bars) ? bench::kBarMissed : EXIT_SUCCESS;
+    figures.charts = {chart};
+    return bench::Publish("MB/s of encoded text in memory, then how many times as fast:\n\n" +
+                              bench::FormatTable(rows, options.format),
+                          figures, options);
 }
 
 }  // namespace

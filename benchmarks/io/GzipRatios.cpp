@@ -4,9 +4,10 @@
 #include <espalier/io/FileStream.h>
 #include <espalier/io/GZipStream.h>
 
-#include "common/Bars.h"
+#include "common/Charts.h"
 #include "common/Corpus.h"
 #include "common/Measure.h"
+#include "common/Publish.h"
 #include "common/RunOptions.h"
 #include "common/Setting.h"
 #include "common/Table.h"
@@ -28,7 +29,8 @@ namespace {
 using IO::CompressionMode;
 
 constexpr char kHelp[] =
-    "usage: espalier_gzip_ratios [--rounds N] [--min-time SECONDS] [--file NAME]... [--markdown]\n"
+    "usage: espalier_gzip_ratios [--rounds N] [--min-time SECONDS] [--file NAME]... [--markdown] "
+    "[--figures FILE]\n"
     "                            [--enforce]\n"
     "\n"
     "Compresses and decompresses documents of build/corpus (or $ESPALIER_CORPUS) with GZipStream "
@@ -38,7 +40,8 @@ constexpr char kHelp[] =
     "  --rounds N          rounds of both (5); the median counts\n"
     "  --min-time SECONDS  how long each works in a round, at least (0.2)\n"
     "  --file NAME         only this document; may be repeated (text, records)\n"
-    "  --markdown          print tables and lists in Markdown\n"
+    "  --markdown          print only the tables, in Markdown\n"
+    "  --figures FILE      write the charts and the bars for espalier_plot and scripts/benchmark\n"
     "  --enforce           exit with 3 when a bar is missed\n"
     "\n"
     "Exit status: 0, or 1 when a file is missing or the two do not give the same bytes.\n";
@@ -193,19 +196,30 @@ std::vector<bench::Bar> JudgeResults(const std::vector<Result>& results) {
     return bars;
 }
 
+bench::Figures GzipFigures(const std::vector<Result>& results) {
+    bench::Figures figures = bench::FiguresOfThisBuild();
+    figures.libraries = {{"espalier", bench::EspalierVersion()}, {"zlib", ::zlibVersion()}};
+    bench::Chart chart = {
+        "gzip", "Compressed streams", "MB/s of what is not compressed", false, {}};
+    for (const Result& result : results) {
+        const std::vector<std::vector<double>>& rounds = result.measured.rounds;
+        chart.groups.push_back({std::string(result.work) + " " + result.entry->title + ", " +
+                                    std::to_string(result.piece) + " bytes a call",
+                                {bench::BarOfRounds("GZipStream", true, rounds[0]),
+                                 bench::BarOfRounds("zlib", false, rounds[1])}});
+    }
+    figures.charts = {chart};
+    figures.bars = JudgeResults(results);
+    return figures;
+}
+
 int Run(const bench::RunOptions& options) {
     std::vector<Result> results;
     for (const bench::CorpusEntry* entry : options.entries) {
         std::fprintf(stderr, "%s: measuring\n", entry->title);
         MeasureDocument(*entry, options.measure, results);
     }
-    const std::vector<bench::Bar> bars = JudgeResults(results);
-    const std::string libraries =
-        "espalier " + bench::EspalierVersion() + ", zlib " + ::zlibVersion();
-    std::printf("%s\n%s\n%s", bench::DescribeSetting(libraries, options.format).c_str(),
-                FormatResults(results, options.format).c_str(),
-                bench::FormatBars(bars, options.format).c_str());
-    return options.enforce && !bench::AreMet(bars) ? bench::kBarMissed : EXIT_SUCCESS;
+    return bench::Publish(FormatResults(results, options.format), GzipFigures(results), options);
 }
 
 }  // namespace

@@ -10,7 +10,9 @@ FileResult MeasureVisitors(const CorpusFile& file,
                            const MeasureOptions& options) {
     std::vector<Work> works;
     for (const std::unique_ptr<Visitor>& visitor : visitors) {
-        works.emplace_back([&file, &visitor] { VisitAll(*visitor, file); });
+        works.emplace_back();
+        if (visitor == nullptr) continue;
+        works.back() = [&file, &visitor] { VisitAll(*visitor, file); };
     }
     return {Measure(static_cast<double>(file.bytes) / 1e6, works, options), file.entry};
 }
@@ -18,7 +20,8 @@ FileResult MeasureVisitors(const CorpusFile& file,
 FileResult MeasureLibraries(const CorpusFile& file, const MeasureOptions& options) {
     std::vector<std::unique_ptr<Visitor>> visitors;
     for (const Library& library : Libraries()) {
-        visitors.push_back(library.makeVisitor(file.entry->group));
+        visitors.push_back(library.takes(*file.entry) ? library.makeVisitor(file.entry->group)
+                                                      : nullptr);
     }
     return MeasureVisitors(file, visitors, options);
 }

@@ -9,7 +9,7 @@
 
 namespace bench {
 
-/// Measures visitors on `file`, see Measure().
+/// Measures visitors on `file`, see Measure(). A null pointer stands for what is not measured.
 FileResult MeasureVisitors(const CorpusFile& file,
                            std::span<const std::unique_ptr<Visitor>> visitors,
                            const MeasureOptions& options);

@@ -5,25 +5,34 @@
 #include <espalier/xml/XmlTextReader.h>
 
 #include "common/AllocationCounter.h"
+#include "common/AllocationTable.h"
+#include "common/Charts.h"
 #include "common/Corpus.h"
-#include "common/Table.h"
+#include "common/Publish.h"
+#include "common/RunOptions.h"
+#include "common/Setting.h"
+#include "reader/Library.h"
 
-#include <cstdio>
-#include <cstdlib>
-#include <exception>
-#include <span>
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace {
 
-constexpr int kBarMissed = 3;
-
-struct Counts {
-    std::uint64_t nodes = 0;
-    std::uint64_t allocations = 0;
-};
+constexpr char kHelp[] =
+    "usage: espalier_reader_allocations [--file NAME]... [--markdown] [--figures FILE] "
+    "[--enforce]\n"
+    "\n"
+    "Counts the blocks that our reader asks the heap for in the second half of each document, and\n"
+    "those that all libraries ask for on three documents when their parser is used again.\n"
+    "\n"
+    "  --file NAME     only this file; may be repeated\n"
+    "  --markdown      print only the tables, in Markdown\n"
+    "  --figures FILE  write the charts and the bars for espalier_plot and scripts/benchmark\n"
+    "  --enforce       exit with 3 when a bar is missed\n";
 
 // Asks for all that a node has, so that what is made on demand is made. Returns the bytes.
 std::size_t Touch(Xml::XmlTextReader& reader) {
@@ -37,7 +46,8 @@ std::size_t Touch(Xml::XmlTextReader& reader) {
 }
 
 // Counts the nodes from number `first` on and what is allocated while they are read.
-Counts CountFrom(std::uint64_t first, std::string_view document, bench::CorpusGroup group) {
+bench::AllocationCounts CountFrom(std::uint64_t first, std::string_view document,
+                                  bench::CorpusGroup group) {
     IO::MemoryStream stream(reinterpret_cast<const unsigned char*>(document.data()),
                             static_cast<long>(document.size()));
     Xml::XmlTextReader reader;
@@ -55,76 +65,81 @@ Counts CountFrom(std::uint64_t first, std::string_view document, bench::CorpusGr
     return {number - first, bench::AllocationCount() - before};
 }
 
-Counts CountSecondHalves(const bench::CorpusFile& file) {
+bench::AllocationCounts CountSecondHalves(const bench::CorpusFile& file) {
     const bench::CorpusGroup group = file.entry->group;
-    Counts sum;
+    bench::AllocationCounts sum;
     for (const std::string& document : file.documents) {
-        const std::uint64_t all = CountFrom(0, document, group).nodes;
-        const Counts half = CountFrom(all / 2, document, group);
-        sum.nodes += half.nodes;
+        const std::uint64_t all = CountFrom(0, document, group).pieces;
+        const bench::AllocationCounts half = CountFrom(all / 2, document, group);
+        sum.pieces += half.pieces;
         sum.allocations += half.allocations;
     }
     return sum;
 }
 
-// New names and depths come to the end of some documents, and entities are expanded on the heap.
-bool HasBar(const bench::CorpusEntry& entry) {
-    return entry.repeatsItsShapes && entry.group != bench::CorpusGroup::Entities;
+// Documents on which all libraries are counted: a second pass of a parser that is used again.
+constexpr const char* kCompared[] = {"text", "attributes", "records"};
+
+bool IsCompared(const bench::CorpusEntry& entry) {
+    return std::find(std::begin(kCompared), std::end(kCompared), std::string_view(entry.name)) !=
+           std::end(kCompared);
 }
 
-bench::TableRow RowFor(const bench::CorpusEntry& entry, const Counts& counts) {
-    const char* verdict = "-";
-    if (HasBar(entry)) verdict = counts.allocations == 0 ? "OK" : "MISS";
-    const double perNode =
-        static_cast<double>(counts.allocations) / static_cast<double>(counts.nodes);
-    return {entry.title, std::to_string(counts.nodes), std::to_string(counts.allocations),
-            bench::FormatNumber(perNode, 6), verdict};
-}
+// What each library has asked for, and for how many elements.
+struct Comparison {
+    std::vector<double> allocations = std::vector<double>(bench::kLibraryCount);
+    double elements = 0;
 
-struct Options {
-    std::vector<const bench::CorpusEntry*> entries;
-    bench::TableFormat format = bench::TableFormat::Text;
-    bool enforce = false;
-};
-
-Options ParseOptions(std::span<char*> arguments) {
-    Options options;
-    for (const std::string_view argument : arguments) {
-        if (argument == "--markdown") {
-            options.format = bench::TableFormat::Markdown;
-        } else if (argument == "--enforce") {
-            options.enforce = true;
-        } else {
-            options.entries.push_back(&bench::FindCorpusEntry(argument));
+    void Add(const bench::CorpusFile& file) {
+        for (std::size_t i = 0; i < bench::kLibraryCount; ++i) {
+            const auto visitor = bench::Libraries()[i].makeVisitor(file.entry->group);
+            const double count = static_cast<double>(bench::VisitAll(*visitor, file).elements);
+            const std::uint64_t before = bench::AllocationCount();
+            bench::VisitAll(*visitor, file);
+            allocations[i] += static_cast<double>(bench::AllocationCount() - before);
+            if (i == bench::kEspalier) elements += count;
         }
     }
-    if (options.entries.empty()) options.entries = bench::PresentCorpusEntries();
-    return options;
-}
 
-int Run(const Options& options) {
-    std::vector<bench::TableRow> rows = {
-        {"second half of", "nodes", "allocations", "a node", "bar"}};
-    bool allMet = true;
-    for (const bench::CorpusEntry* entry : options.entries) {
-        const Counts counts = CountSecondHalves(bench::LoadCorpusFile(*entry));
-        rows.push_back(RowFor(*entry, counts));
-        if (HasBar(*entry) && counts.allocations != 0) allMet = false;
+    bench::Chart MakeChart() const {
+        bench::Chart chart = {"allocations",
+                              "Blocks asked of the heap by a parser used again",
+                              "blocks for 1,000 elements",
+                              true,
+                              {{}}};
+        for (std::size_t i = 0; i < bench::kLibraryCount; ++i) {
+            chart.groups.front().bars.push_back(
+                bench::BarOfRounds(bench::Libraries()[i].title, i <= bench::kEspalierStandard,
+                                   {allocations[i] / elements * 1000}));
+        }
+        return chart;
     }
-    std::fputs(bench::FormatTable(rows, options.format).c_str(), stdout);
-    return options.enforce && !allMet ? kBarMissed : EXIT_SUCCESS;
+};
+
+int Run(const bench::RunOptions& options) {
+    bench::AllocationTable table("nodes", "a node");
+    Comparison comparison;
+    for (const bench::CorpusEntry* entry : options.entries) {
+        const bench::CorpusFile file = bench::LoadCorpusFile(*entry);
+        table.Add(*entry, CountSecondHalves(file));
+        if (IsCompared(*entry)) comparison.Add(file);
+    }
+    bench::Figures figures = bench::FiguresOfThisBuild();
+    for (const bench::Library& library : bench::Libraries())
+        figures.libraries.push_back({library.title, library.version()});
+    if (comparison.elements > 0) figures.charts.push_back(comparison.MakeChart());
+    figures.bars.push_back(table.Judge("blocks while a document is read"));
+    return bench::Publish(
+        "Blocks asked of the heap while the second half of a document is "
+        "read:\n\n" +
+            table.Format(options.format),
+        figures, options);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    try {
-        return Run(ParseOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(1)));
-    } catch (const std::exception& error) {
-        std::fprintf(stderr,
-                     "espalier_reader_allocations: %s\n"
-                     "usage: espalier_reader_allocations [--markdown] [--enforce] [NAME]...\n",
-                     error.what());
-        return EXIT_FAILURE;
-    }
+    bench::RunOptions options;
+    options.offersCheck = false;
+    return bench::RunProgram({"espalier_reader_allocations", kHelp, Run}, argc, argv, options);
 }

@@ -48,6 +48,7 @@ int main(int argc, char** argv) {
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return EXIT_FAILURE;
     for (const bench::CorpusEntry* entry : bench::PresentCorpusEntries()) {
         for (const bench::Library& library : bench::Libraries()) {
+            if (!library.takes(*entry)) continue;
             const std::string name = std::string(entry->name) + "/" + library.name;
             benchmark::RegisterBenchmark(name.c_str(), [entry, &library](benchmark::State& state) {
                 Read(state, *entry, library);

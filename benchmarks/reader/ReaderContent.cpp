@@ -5,9 +5,11 @@
 #include <espalier/io/MemoryStream.h>
 #include <espalier/xml/XmlTextReader.h>
 
-#include "common/Bars.h"
+#include "common/Charts.h"
 #include "common/Corpus.h"
+#include "common/Publish.h"
 #include "common/RunOptions.h"
+#include "common/Setting.h"
 #include "common/Table.h"
 #include "reader/Library.h"
 #include "reader/MeasureVisitors.h"
@@ -27,7 +29,7 @@ namespace {
 
 constexpr char kHelp[] =
     "usage: espalier_reader_content [--rounds N] [--min-time SECONDS] [--file NAME]... "
-    "[--markdown]\n"
+    "[--markdown] [--figures FILE]\n"
     "                               [--enforce]\n"
     "\n"
     "Goes through the documents in build/corpus (or $ESPALIER_CORPUS) with each operation on whole "
@@ -37,7 +39,8 @@ constexpr char kHelp[] =
     "  --rounds N          rounds of all operations (5); the median counts\n"
     "  --min-time SECONDS  how long an operation works on a file in a round, at least (0.1)\n"
     "  --file NAME         only this file; may be repeated\n"
-    "  --markdown          print tables and lists in Markdown\n"
+    "  --markdown          print only the tables, in Markdown\n"
+    "  --figures FILE      write the charts and the bars for espalier_plot and scripts/benchmark\n"
     "  --enforce           exit with 3 when a bar is missed\n"
     "\n"
     "Exit status: 0, or 1 when a file is missing or an operation does not see what it should.\n";
@@ -234,6 +237,16 @@ std::vector<bench::Bar> JudgeWays(const std::vector<bench::FileResult>& results)
     return bars;
 }
 
+bench::Chart ChartWays(const std::vector<bench::FileResult>& results) {
+    std::vector<const char*> titles = {"Read, all touched"};
+    for (const Way& way : kWays)
+        titles.push_back(way.title);
+    return bench::ChartOfMeans(
+        "content",
+        "Operations on whole elements: mean of " + std::to_string(results.size()) + " documents",
+        titles, titles.size(), results);
+}
+
 int Run(const bench::RunOptions& options) {
     std::vector<bench::FileResult> results;
     for (const bench::CorpusEntry* entry : options.entries) {
@@ -242,10 +255,11 @@ int Run(const bench::RunOptions& options) {
         std::fprintf(stderr, "%s: measuring\n", entry->title);
         results.push_back(MeasureWays(file, options.measure));
     }
-    const std::vector<bench::Bar> bars = JudgeWays(results);
-    std::printf("%s\n%s", FormatWays(results, options.format).c_str(),
-                bench::FormatBars(bars, options.format).c_str());
-    return options.enforce && !bench::AreMet(bars) ? bench::kBarMissed : EXIT_SUCCESS;
+    bench::Figures figures = bench::FiguresOfThisBuild();
+    figures.libraries = {{"espalier", bench::EspalierVersion()}};
+    figures.charts = {ChartWays(results)};
+    figures.bars = JudgeWays(results);
+    return bench::Publish(FormatWays(results, options.format), figures, options);
 }
 
 }  // namespace

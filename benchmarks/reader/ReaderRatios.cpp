@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Measures our reader and its peers in pairs and prints the table of ratios and the bars.
-#include "common/Bars.h"
 #include "common/Corpus.h"
+#include "common/Publish.h"
 #include "common/RunOptions.h"
 #include "reader/Library.h"
 #include "reader/MeasureVisitors.h"
@@ -16,7 +16,7 @@ namespace {
 
 constexpr char kHelp[] =
     "usage: espalier_reader_ratios [--rounds N] [--min-time SECONDS] [--file NAME]... "
-    "[--markdown]\n"
+    "[--markdown] [--figures FILE]\n"
     "                              [--check] [--enforce]\n"
     "\n"
     "Reads the documents in build/corpus (or $ESPALIER_CORPUS) with every library, checks that "
@@ -26,7 +26,8 @@ constexpr char kHelp[] =
     "  --rounds N          rounds of all libraries (5); the median counts\n"
     "  --min-time SECONDS  how long a library works on a file in a round, at least (0.2)\n"
     "  --file NAME         only this file; may be repeated\n"
-    "  --markdown          print tables and lists in Markdown\n"
+    "  --markdown          print only the tables, in Markdown\n"
+    "  --figures FILE      write the charts and the bars for espalier_plot and scripts/benchmark\n"
     "  --check             only compare what the libraries see\n"
     "  --enforce           exit with 3 when a bar is missed\n"
     "\n"
@@ -50,12 +51,9 @@ int Run(const bench::RunOptions& options) {
     }
     if (options.checkOnly || results.empty()) return allAgree ? EXIT_SUCCESS : bench::kFailure;
 
-    const std::vector<bench::Bar> bars = bench::JudgeBars(results);
-    std::printf("%s\n%s\n%s", bench::DescribeReaderSetting(options.format).c_str(),
-                bench::FormatResults(results, options.format).c_str(),
-                bench::FormatBars(bars, options.format).c_str());
-    if (!allAgree) return bench::kFailure;
-    return options.enforce && !bench::AreMet(bars) ? bench::kBarMissed : EXIT_SUCCESS;
+    const int status = bench::Publish(bench::FormatResults(results, options.format),
+                                      bench::ReaderFigures(results), options);
+    return allAgree ? status : bench::kFailure;
 }
 
 }  // namespace

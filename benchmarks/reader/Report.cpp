@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reader/Report.h"
 
+#include "common/Charts.h"
 #include "common/Corpus.h"
 #include "common/RatioTable.h"
 #include "common/Setting.h"
@@ -12,14 +13,14 @@ namespace bench {
 
 namespace {
 
-constexpr const char* kShort[kLibraryCount] = {"espalier", "standard", "reader",
-                                               "SAX2",     "expat",    "expat ns"};
-
 // How much of the time of the default mode the standard mode may take.
 constexpr double kMostOfStandard = 1.05;
 
 std::vector<TableRow> ResultRows(const std::vector<FileResult>& results) {
-    std::vector<TableRow> rows = {RatioHead(kShort)};
+    std::vector<const char*> titles;
+    for (const Library& library : Libraries())
+        titles.push_back(library.shortTitle);
+    std::vector<TableRow> rows = {RatioHead(titles)};
     for (const FileResult& result : results) {
         rows.push_back(RatioRow(result));
     }
@@ -56,37 +57,6 @@ void AddStandardBars(const std::vector<FileResult>& results, std::vector<Bar>& b
     bars.push_back({"libxml2 SAX2" + over, 2, MeanRatio(utf8, kLibxmlSax2)});
 }
 
-}  // namespace
-
-std::string DescribeReaderSetting(TableFormat format) {
-    std::string libraries;
-    for (const Library& library : Libraries()) {
-        libraries +=
-            std::string(libraries.empty() ? "" : "; ") + library.title + " " + library.version();
-    }
-    return DescribeSetting(libraries, format);
-}
-
-std::string FormatResults(const std::vector<FileResult>& results, TableFormat format) {
-    std::string text;
-    const std::vector<FileResult> plain = WithoutEntities(results);
-    if (!plain.empty()) {
-        std::vector<TableRow> rows = ResultRows(plain);
-        const std::vector<FileResult> utf8 = OnlyOf(CorpusGroup::Utf8, plain);
-        if (!utf8.empty()) rows.push_back(RatioMeanRow("mean of UTF-8", utf8));
-        rows.push_back(RatioMeanRow("mean of all", plain));
-        text = "MB/s from memory, then how many times as fast as each peer:\n\n" +
-               FormatTable(rows, format);
-    }
-    const std::vector<FileResult> entities = OnlyOf(CorpusGroup::Entities, results);
-    if (!entities.empty()) {
-        text += std::string(text.empty() ? "" : "\n") +
-                "The same with references to general entities, all replaced (no bar):\n\n" +
-                FormatTable(ResultRows(entities), format);
-    }
-    return text;
-}
-
 std::vector<Bar> JudgeBars(const std::vector<FileResult>& allResults) {
     const std::vector<FileResult> results = WithoutEntities(allResults);
     std::vector<Bar> bars;
@@ -117,6 +87,61 @@ std::vector<Bar> JudgeBars(const std::vector<FileResult>& allResults) {
     }
     if (!results.empty()) AddStandardBars(results, bars);
     return bars;
+}
+
+Chart ChartOfLibraries(const std::vector<FileResult>& utf8) {
+    std::vector<const char*> titles;
+    for (const Library& library : Libraries())
+        titles.push_back(library.title);
+    return ChartOfMeans("reader",
+                        "Reading every node, name and value: mean of " +
+                            std::to_string(utf8.size()) + " documents in UTF-8",
+                        titles, kLibxmlReader, utf8);
+}
+
+Chart ChartOfModes(const std::vector<FileResult>& results) {
+    Chart chart = {
+        "standard", "Reading in the default mode and in standard mode", "MB/s", false, {}};
+    for (const FileResult& result : results) {
+        chart.groups.push_back({result.entry->title,
+                                {BarOfRounds("default", true, result.rounds[kEspalier]),
+                                 BarOfRounds("standard", true, result.rounds[kEspalierStandard])}});
+    }
+    return chart;
+}
+
+}  // namespace
+
+std::string FormatResults(const std::vector<FileResult>& results, TableFormat format) {
+    std::string text;
+    const std::vector<FileResult> plain = WithoutEntities(results);
+    if (!plain.empty()) {
+        std::vector<TableRow> rows = ResultRows(plain);
+        const std::vector<FileResult> utf8 = OnlyOf(CorpusGroup::Utf8, plain);
+        if (!utf8.empty()) rows.push_back(RatioMeanRow("mean of UTF-8", utf8));
+        rows.push_back(RatioMeanRow("mean of all", plain));
+        text = "MB/s from memory, then how many times as fast as each peer:\n\n" +
+               FormatTable(rows, format);
+    }
+    const std::vector<FileResult> entities = OnlyOf(CorpusGroup::Entities, results);
+    if (!entities.empty()) {
+        text += std::string(text.empty() ? "" : "\n") +
+                "The same with references to general entities, all replaced (no bar):\n\n" +
+                FormatTable(ResultRows(entities), format);
+    }
+    return text;
+}
+
+Figures ReaderFigures(const std::vector<FileResult>& results) {
+    Figures figures = FiguresOfThisBuild();
+    for (const Library& library : Libraries())
+        figures.libraries.push_back({library.title, library.version()});
+    const std::vector<FileResult> plain = WithoutEntities(results);
+    const std::vector<FileResult> utf8 = OnlyOf(CorpusGroup::Utf8, plain);
+    if (!utf8.empty()) figures.charts.push_back(ChartOfLibraries(utf8));
+    if (!plain.empty()) figures.charts.push_back(ChartOfModes(plain));
+    figures.bars = JudgeBars(results);
+    return figures;
 }
 
 }  // namespace bench

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "common/Bars.h"
+#include "common/Figures.h"
 #include "common/Measure.h"
 #include "common/Table.h"
 
@@ -10,14 +10,11 @@
 
 namespace bench {
 
-/// Returns the machine, the compiler and the versions of the libraries, a line each.
-std::string DescribeReaderSetting(TableFormat format);
-
 /// Returns the table of speeds and ratios, with the geometric means below it, and the one of the
 /// files with entities. \pre not empty
 std::string FormatResults(const std::vector<FileResult>& results, TableFormat format);
 
-/// Returns the bars that the results allow to judge.
-std::vector<Bar> JudgeBars(const std::vector<FileResult>& results);
+/// Returns the libraries, the charts, and the bars that the results allow to judge.
+Figures ReaderFigures(const std::vector<FileResult>& results);
 
 }  // namespace bench

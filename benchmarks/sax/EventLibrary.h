@@ -31,8 +31,14 @@ template <typename Sink>
 std::unique_ptr<EventVisitor<Sink>> MakeExpatEvents();
 template <typename Sink>
 std::unique_ptr<EventVisitor<Sink>> MakeLibxmlEvents();
+template <typename Sink>
+std::unique_ptr<EventVisitor<Sink>> MakeQtEvents();
+template <typename Sink>
+std::unique_ptr<EventVisitor<Sink>> MakeXercesEvents();
 std::string ExpatEventsVersion();
 std::string LibxmlEventsVersion();
+std::string QtEventsVersion();
+std::string XercesEventsVersion();
 
 /// The libraries, in the order of EventLibraries().
 enum EventLibraryIndex {
@@ -40,8 +46,17 @@ enum EventLibraryIndex {
     kEspalierPull,
     kExpatEvents,
     kLibxmlEvents,
+#ifdef ESPALIER_HAS_QT
+    kQtEvents,
+#endif
+#ifdef ESPALIER_HAS_XERCES
+    kXercesEvents,
+#endif
     kEventLibraryCount
 };
+
+/// Says yes.
+constexpr bool TakesAllEvents(const CorpusEntry& /*entry*/) { return true; }
 
 /// A library to compare.
 struct EventLibrary {
@@ -50,6 +65,8 @@ struct EventLibrary {
     std::unique_ptr<EventVisitor<Touch>> (*makeTouching)();
     std::unique_ptr<EventVisitor<Digest>> (*makeDigesting)();
     std::string (*version)();
+    bool (*takes)(const CorpusEntry& entry) = TakesAllEvents;  ///< whether a file is measured
+    bool countsUnits = false;  ///< when it is measured, text is counted in units of UTF-16
 };
 
 /// Returns all libraries, our events first.
@@ -65,7 +82,7 @@ Sink VisitEvents(EventVisitor<Sink>& visitor, const CorpusFile& file) {
     return sink;
 }
 
-/// Visits `file` with every library and compares the events and all their bytes.
+/// Visits `file` with every library that takes it and compares the events and all their bytes.
 /// \return an empty text when they agree, else which library found something else, or refused the
 ///     file
 std::string EventDisagreement(const CorpusFile& file);

@@ -26,13 +26,20 @@ struct JoinedEventName {
     const char* text;
 };
 
+/// The names of an element or an attribute in UTF-16.
+struct WideEventName {
+    std::u16string_view uri;
+    std::u16string_view local;
+};
+
 /// What a document has; all visitors find the same.
 struct EventCounts {
     std::int64_t elements = 0;
     std::int64_t ends = 0;
     std::int64_t attributes = 0;  ///< declarations of namespaces included
     std::int64_t instructions = 0;
-    std::int64_t textBytes = 0;  ///< inside of the root element
+    std::int64_t textBytes = 0;  ///< inside of the root element; units of UTF-16 for Touch, if it
+                                 ///< gets these
     bool operator==(const EventCounts&) const = default;
 };
 
@@ -74,6 +81,28 @@ public:
         counts.textBytes += static_cast<std::int64_t>(length);
         if (length > 0) Add(text);
     }
+    void Attribute(const WideEventName& name, std::u16string_view value) {
+        ++counts.attributes;
+        Add(name);
+        Add(value);
+    }
+    void Start(const WideEventName& name) {
+        ++counts.elements;
+        Add(name);
+    }
+    void End(const WideEventName& name) {
+        ++counts.ends;
+        Add(name);
+    }
+    void Text(std::u16string_view text) {
+        counts.textBytes += static_cast<std::int64_t>(text.size());
+        Add(text);
+    }
+    void Instruction(std::u16string_view target, std::u16string_view data) {
+        ++counts.instructions;
+        Add(target);
+        Add(data);
+    }
     /// The peers do not tell of white space outside of the root element.
     void Whitespace(const char* text, std::size_t length) {
         if (counts.elements != counts.ends) Text(text, length);
@@ -92,7 +121,14 @@ private:
         if (name.uri != nullptr) Add(name.uri);
         Add(name.local);
     }
+    void Add(const WideEventName& name) {
+        Add(name.uri);
+        Add(name.local);
+    }
     void Add(const char* text) { sum += static_cast<unsigned char>(*text); }
+    void Add(std::u16string_view text) {
+        if (!text.empty()) sum += text.front();
+    }
 };
 
 /// Counts, and makes one number of all events and all their bytes.
@@ -111,6 +147,11 @@ public:
         if (counts.elements != counts.ends) Text(text, length);
     }
     void Instruction(const char* target, const char* data);
+    void Attribute(const WideEventName& name, std::u16string_view value);
+    void Start(const WideEventName& name);
+    void End(const WideEventName& name);
+    void Text(std::u16string_view text);
+    void Instruction(std::u16string_view target, std::u16string_view data);
 
     EventCounts counts;
 

@@ -8,9 +8,11 @@
 #include <espalier/sax/helpers/DefaultHandler.h>
 
 #include "common/AllocationCounter.h"
+#include "common/AllocationTable.h"
 #include "common/Corpus.h"
+#include "common/Publish.h"
 #include "common/RunOptions.h"
-#include "common/Table.h"
+#include "common/Setting.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -28,18 +30,13 @@ constexpr char kHelp[] =
     "\n"
     "Exit status: 0, 1 when a file is missing, or with --enforce 3 when the bar is missed.\n";
 
-struct Counts {
-    std::uint64_t events = 0;
-    std::uint64_t allocations = 0;
-};
-
 /// Counts the events from number `first` on and what is allocated until the last of them. It asks
 /// for all that attributes have, also by name.
 class Counter final : public sax::helpers::DefaultHandler {
 public:
     explicit Counter(std::uint64_t first) : first_(first), before_(bench::AllocationCount()) {}
 
-    Counts Result() const { return {number_ - first_, last_ - before_}; }
+    bench::AllocationCounts Result() const { return {number_ - first_, last_ - before_}; }
 
     void startElement(const char* uri, const char* localName, const char* qName,
                       const sax::Attributes& attributes) override {
@@ -80,7 +77,7 @@ private:
     volatile int sink_ = 0;
 };
 
-Counts CountFrom(std::uint64_t first, std::string_view document) {
+bench::AllocationCounts CountFrom(std::uint64_t first, std::string_view document) {
     IO::MemoryStream stream(reinterpret_cast<const unsigned char*>(document.data()),
                             static_cast<long>(document.size()));
     Counter counter(first);
@@ -90,40 +87,29 @@ Counts CountFrom(std::uint64_t first, std::string_view document) {
     return counter.Result();
 }
 
-Counts CountSecondHalves(const bench::CorpusFile& file) {
-    Counts sum;
+bench::AllocationCounts CountSecondHalves(const bench::CorpusFile& file) {
+    bench::AllocationCounts sum;
     for (const std::string& document : file.documents) {
-        const std::uint64_t all = CountFrom(0, document).events;
-        const Counts half = CountFrom(all / 2, document);
-        sum.events += half.events;
+        const std::uint64_t all = CountFrom(0, document).pieces;
+        const bench::AllocationCounts half = CountFrom(all / 2, document);
+        sum.pieces += half.pieces;
         sum.allocations += half.allocations;
     }
     return sum;
 }
 
-// New names and depths come to the end of some documents, and entities are replaced on the heap.
-bool HasBar(const bench::CorpusEntry& entry) {
-    return entry.repeatsItsShapes && entry.group != bench::CorpusGroup::Entities;
-}
-
 int Run(const bench::RunOptions& options) {
-    std::vector<bench::TableRow> rows = {
-        {"second half of", "events", "allocations", "an event", "bar"}};
-    bool allMet = true;
-    for (const bench::CorpusEntry* entry : options.entries) {
-        const Counts counts = CountSecondHalves(bench::LoadCorpusFile(*entry));
-        const bool isMet = !HasBar(*entry) || counts.allocations == 0;
-        allMet = allMet && isMet;
-        const double perEvent =
-            static_cast<double>(counts.allocations) / static_cast<double>(counts.events);
-        rows.push_back({entry->title, std::to_string(counts.events),
-                        std::to_string(counts.allocations), bench::FormatNumber(perEvent, 6),
-                        !HasBar(*entry) ? "-"
-                        : isMet         ? "OK"
-                                        : "MISS"});
-    }
-    std::fputs(bench::FormatTable(rows, options.format).c_str(), stdout);
-    return options.enforce && !allMet ? bench::kBarMissed : EXIT_SUCCESS;
+    bench::AllocationTable table("events", "an event");
+    for (const bench::CorpusEntry* entry : options.entries)
+        table.Add(*entry, CountSecondHalves(bench::LoadCorpusFile(*entry)));
+    bench::Figures figures = bench::FiguresOfThisBuild();
+    figures.libraries = {{"espalier", bench::EspalierVersion()}};
+    figures.bars = {table.Judge("blocks while events are reported")};
+    return bench::Publish(
+        "Blocks asked of the heap while the second half of a document is "
+        "reported:\n\n" +
+            table.Format(options.format),
+        figures, options);
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Measures our events, our pull parser and the peers in pairs and prints the table of ratios and
 // the bars.
-#include "common/Bars.h"
 #include "common/Corpus.h"
+#include "common/Publish.h"
 #include "common/RunOptions.h"
 #include "sax/EventLibrary.h"
 #include "sax/SaxReport.h"
@@ -15,7 +15,8 @@
 namespace {
 
 constexpr char kHelp[] =
-    "usage: espalier_sax_ratios [--rounds N] [--min-time SECONDS] [--file NAME]... [--markdown]\n"
+    "usage: espalier_sax_ratios [--rounds N] [--min-time SECONDS] [--file NAME]... [--markdown] "
+    "[--figures FILE]\n"
     "                           [--check] [--enforce]\n"
     "\n"
     "Reads the documents in build/corpus (or $ESPALIER_CORPUS) with every library, checks that "
@@ -26,7 +27,8 @@ constexpr char kHelp[] =
     "  --rounds N          rounds of all libraries (5); the median counts\n"
     "  --min-time SECONDS  how long a library works on a file in a round, at least (0.2)\n"
     "  --file NAME         only this file; may be repeated\n"
-    "  --markdown          print tables and lists in Markdown\n"
+    "  --markdown          print only the tables, in Markdown\n"
+    "  --figures FILE      write the charts and the bars for espalier_plot and scripts/benchmark\n"
     "  --check             only compare what the libraries report\n"
     "  --enforce           exit with 3 when a bar is missed\n"
     "\n"
@@ -51,12 +53,9 @@ int Run(const bench::RunOptions& options) {
     }
     if (options.checkOnly || results.empty()) return allAgree ? EXIT_SUCCESS : bench::kFailure;
 
-    const std::vector<bench::Bar> bars = bench::JudgeEvents(results);
-    std::printf("%s\n%s\n%s", bench::DescribeSaxSetting(options.format).c_str(),
-                bench::FormatEvents(results, options.format).c_str(),
-                bench::FormatBars(bars, options.format).c_str());
-    if (!allAgree) return bench::kFailure;
-    return options.enforce && !bench::AreMet(bars) ? bench::kBarMissed : EXIT_SUCCESS;
+    const int status = bench::Publish(bench::FormatEvents(results, options.format),
+                                      bench::EventFigures(results), options);
+    return allAgree ? status : bench::kFailure;
 }
 
 }  // namespace

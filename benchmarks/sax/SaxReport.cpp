@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "sax/SaxReport.h"
 
+#include "common/Charts.h"
 #include "common/Corpus.h"
 #include "common/RatioTable.h"
 #include "common/Setting.h"
@@ -11,43 +12,7 @@
 
 namespace bench {
 
-FileResult MeasureEvents(const CorpusFile& file, const MeasureOptions& options) {
-    std::vector<std::unique_ptr<EventVisitor<Touch>>> visitors;
-    for (const EventLibrary& library : EventLibraries()) {
-        visitors.push_back(library.makeTouching());
-    }
-    volatile std::uint64_t sink = 0;
-    std::vector<Work> works;
-    for (const auto& visitor : visitors) {
-        works.emplace_back([&] { sink = sink + VisitEvents(*visitor, file).sum; });
-    }
-    return {Measure(static_cast<double>(file.bytes) / 1e6, works, options), file.entry};
-}
-
-std::string DescribeSaxSetting(TableFormat format) {
-    std::string libraries;
-    for (const EventLibrary& library : EventLibraries()) {
-        libraries +=
-            std::string(libraries.empty() ? "" : "; ") + library.title + " " + library.version();
-    }
-    return DescribeSetting(libraries, format);
-}
-
-std::string FormatEvents(const std::vector<FileResult>& results, TableFormat format) {
-    std::vector<const char*> titles;
-    for (const EventLibrary& library : EventLibraries()) {
-        titles.push_back(library.shortTitle);
-    }
-    std::vector<TableRow> rows = {RatioHead(titles)};
-    for (const FileResult& result : results) {
-        rows.push_back(RatioRow(result));
-    }
-    const std::vector<FileResult> utf8 = OnlyOf(CorpusGroup::Utf8, results);
-    if (!utf8.empty()) rows.push_back(RatioMeanRow("mean of UTF-8", utf8));
-    rows.push_back(RatioMeanRow("mean of all", results));
-    return "MB/s from memory, then how many times as fast as each other way:\n\n" +
-           FormatTable(rows, format);
-}
+namespace {
 
 std::vector<Bar> JudgeEvents(const std::vector<FileResult>& results) {
     constexpr double kMostTime = 1.15;  // of that which the pull parser takes for the same
@@ -68,6 +33,57 @@ std::vector<Bar> JudgeEvents(const std::vector<FileResult>& results) {
         {std::string("libxml2 SAX2, lowest of all files (") + slowest->entry->title + ")", 1.5,
          slowest->ratios[kLibxmlEvents]});
     return bars;
+}
+
+}  // namespace
+
+FileResult MeasureEvents(const CorpusFile& file, const MeasureOptions& options) {
+    std::vector<std::unique_ptr<EventVisitor<Touch>>> visitors;
+    for (const EventLibrary& library : EventLibraries()) {
+        visitors.push_back(library.takes(*file.entry) ? library.makeTouching() : nullptr);
+    }
+    volatile std::uint64_t sink = 0;
+    std::vector<Work> works;
+    for (const auto& visitor : visitors) {
+        works.emplace_back();
+        if (visitor == nullptr) continue;
+        works.back() = [&] { sink = sink + VisitEvents(*visitor, file).sum; };
+    }
+    return {Measure(static_cast<double>(file.bytes) / 1e6, works, options), file.entry};
+}
+
+std::string FormatEvents(const std::vector<FileResult>& results, TableFormat format) {
+    std::vector<const char*> titles;
+    for (const EventLibrary& library : EventLibraries()) {
+        titles.push_back(library.shortTitle);
+    }
+    std::vector<TableRow> rows = {RatioHead(titles)};
+    for (const FileResult& result : results) {
+        rows.push_back(RatioRow(result));
+    }
+    const std::vector<FileResult> utf8 = OnlyOf(CorpusGroup::Utf8, results);
+    if (!utf8.empty()) rows.push_back(RatioMeanRow("mean of UTF-8", utf8));
+    rows.push_back(RatioMeanRow("mean of all", results));
+    return "MB/s from memory, then how many times as fast as each other way:\n\n" +
+           FormatTable(rows, format);
+}
+
+Figures EventFigures(const std::vector<FileResult>& results) {
+    Figures figures = FiguresOfThisBuild();
+    std::vector<const char*> titles;
+    for (const EventLibrary& library : EventLibraries()) {
+        figures.libraries.push_back({library.title, library.version()});
+        titles.push_back(library.title);
+    }
+    const std::vector<FileResult> utf8 = OnlyOf(CorpusGroup::Utf8, results);
+    if (!utf8.empty()) {
+        figures.charts.push_back(ChartOfMeans(
+            "events",
+            "Events of a document: mean of " + std::to_string(utf8.size()) + " documents in UTF-8",
+            titles, kExpatEvents, utf8));
+    }
+    figures.bars = JudgeEvents(results);
+    return figures;
 }
 
 }  // namespace bench

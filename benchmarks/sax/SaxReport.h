@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "common/Bars.h"
 #include "common/Corpus.h"
+#include "common/Figures.h"
 #include "common/Measure.h"
 #include "common/Table.h"
 
@@ -14,13 +14,10 @@ namespace bench {
 /// Measures all libraries on `file`, in the order of EventLibraries().
 FileResult MeasureEvents(const CorpusFile& file, const MeasureOptions& options);
 
-/// Returns the machine, the compiler and the versions of the libraries, a line each.
-std::string DescribeSaxSetting(TableFormat format);
-
 /// Returns the table of speeds and ratios, with the geometric means below it. \pre not empty
 std::string FormatEvents(const std::vector<FileResult>& results, TableFormat format);
 
-/// Returns the bars. \pre not empty
-std::vector<Bar> JudgeEvents(const std::vector<FileResult>& results);
+/// Returns the libraries, the chart and the bars. \pre not empty
+Figures EventFigures(const std::vector<FileResult>& results);
 
 }  // namespace bench

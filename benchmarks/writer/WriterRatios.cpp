@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Measures our writer and its peers in pairs and prints the table of ratios and the bars.
-#include "common/Bars.h"
 #include "common/Corpus.h"
+#include "common/Publish.h"
 #include "common/RunOptions.h"
 #include "writer/Base64.h"
 #include "writer/DocumentWriter.h"
@@ -18,7 +18,7 @@ namespace {
 
 constexpr char kHelp[] =
     "usage: espalier_writer_ratios [--rounds N] [--min-time SECONDS] [--file NAME]... "
-    "[--markdown]\n"
+    "[--markdown] [--figures FILE]\n"
     "                              [--check] [--enforce]\n"
     "\n"
     "Records the calls that write 1.5 MB of documents in build/corpus (or $ESPALIER_CORPUS), "
@@ -29,7 +29,8 @@ constexpr char kHelp[] =
     "  --rounds N          rounds of all libraries (5); the median counts\n"
     "  --min-time SECONDS  how long a library writes a document in a round, at least (0.2)\n"
     "  --file NAME         only this file; may be repeated\n"
-    "  --markdown          print tables and lists in Markdown\n"
+    "  --markdown          print only the tables, in Markdown\n"
+    "  --figures FILE      write the charts and the bars for espalier_plot and scripts/benchmark\n"
     "  --check             only compare what the libraries write\n"
     "  --enforce           exit with 3 when a bar is missed\n"
     "\n"
@@ -78,13 +79,10 @@ int Run(const bench::RunOptions& options) {
     if (options.checkOnly || results.empty()) return allAgree ? EXIT_SUCCESS : bench::kFailure;
 
     const bench::Measurement base64 = bench::MeasureBase64(options.measure);
-    const std::vector<bench::Bar> bars = bench::JudgeWriters(results, base64);
-    std::printf("%s\n%s\n%s\n%s", bench::DescribeWriterSetting(options.format).c_str(),
-                bench::FormatWriters(results, options.format).c_str(),
-                bench::FormatBase64(base64, options.format).c_str(),
-                bench::FormatBars(bars, options.format).c_str());
-    if (!allAgree) return bench::kFailure;
-    return options.enforce && !bench::AreMet(bars) ? bench::kBarMissed : EXIT_SUCCESS;
+    const std::string tables =
+        bench::FormatWriters(results, options.format) + "\n" + bench::FormatBase64(base64);
+    const int status = bench::Publish(tables, bench::WriterFigures(results, base64), options);
+    return allAgree ? status : bench::kFailure;
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "writer/WriterReport.h"
 
+#include "common/Charts.h"
 #include "common/RatioTable.h"
 #include "common/Setting.h"
 #include "writer/DocumentWriter.h"
@@ -20,17 +21,21 @@ std::vector<FileResult> OfMeans(const std::vector<FileResult>& results) {
     return chosen;
 }
 
-}  // namespace
-
-std::string DescribeWriterSetting(TableFormat format) {
-    std::string libraries;
-    for (const WriterLibrary& library : WriterLibraries()) {
-        const std::string version = library.version();
-        if (version.empty()) continue;
-        libraries += std::string(libraries.empty() ? "" : "; ") + library.title + " " + version;
+std::vector<Bar> JudgeWriters(const std::vector<FileResult>& results, const Measurement& base64) {
+    std::vector<Bar> bars;
+    const std::vector<FileResult> chosen = OfMeans(results);
+    if (!chosen.empty()) {
+        const std::string over =
+            ", geometric mean of " + std::to_string(chosen.size()) + " documents";
+        bars.push_back({"tinyxml2's printer" + over, 2, MeanRatio(chosen, kTinyxml2Printer)});
+        bars.push_back({"pugixml's save" + over, 1, MeanRatio(chosen, kPugixmlSave)});
+        bars.push_back({"a plain append loop" + over, 0.8, MeanRatio(chosen, kPlainLoop)});
     }
-    return DescribeSetting(libraries, format);
+    bars.push_back({"base64", 1, base64.speeds[0] / 1e3, "GB/s"});
+    return bars;
 }
+
+}  // namespace
 
 std::string FormatWriters(const std::vector<FileResult>& results, TableFormat format) {
     std::vector<const char*> titles;
@@ -50,26 +55,29 @@ std::string FormatWriters(const std::vector<FileResult>& results, TableFormat fo
            FormatTable(rows, format);
 }
 
-std::string FormatBase64(const Measurement& base64, TableFormat format) {
-    const std::string bullet = format == TableFormat::Markdown ? "- " : "";
-    return bullet + "base64: " + FormatNumber(base64.speeds[0] / 1e3, 2) +
+std::string FormatBase64(const Measurement& base64) {
+    return "base64: " + FormatNumber(base64.speeds[0] / 1e3, 2) +
            " GB/s of input; memcpy: " + FormatNumber(base64.speeds[1] / 1e3, 2) +
            " GB/s; ratio: " + FormatNumber(base64.ratios[1], 3) +
            "; spread: " + FormatNumber(base64.spread * 100, 0) + " %\n";
 }
 
-std::vector<Bar> JudgeWriters(const std::vector<FileResult>& results, const Measurement& base64) {
-    std::vector<Bar> bars;
+Figures WriterFigures(const std::vector<FileResult>& results, const Measurement& base64) {
+    Figures figures = FiguresOfThisBuild();
+    std::vector<const char*> titles;
+    for (const WriterLibrary& library : WriterLibraries()) {
+        const std::string version = library.version();
+        if (!version.empty()) figures.libraries.push_back({library.title, version});
+        titles.push_back(library.title);
+    }
     const std::vector<FileResult> chosen = OfMeans(results);
     if (!chosen.empty()) {
-        const std::string over =
-            ", geometric mean of " + std::to_string(chosen.size()) + " documents";
-        bars.push_back({"tinyxml2's printer" + over, 2, MeanRatio(chosen, kTinyxml2Printer)});
-        bars.push_back({"pugixml's save" + over, 1, MeanRatio(chosen, kPugixmlSave)});
-        bars.push_back({"a plain append loop" + over, 0.8, MeanRatio(chosen, kPlainLoop)});
+        figures.charts.push_back(ChartOfMeans(
+            "writer", "Writing to memory: mean of " + std::to_string(chosen.size()) + " documents",
+            titles, 1, chosen));
     }
-    bars.push_back({"base64", 1, base64.speeds[0] / 1e3, "GB/s"});
-    return bars;
+    figures.bars = JudgeWriters(results, base64);
+    return figures;
 }
 
 }  // namespace bench
