@@ -50,14 +50,18 @@ if(TARGET espalier_tool)
     install(TARGETS espalier_tool
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
         COMPONENT tools)
-    # Where the shells look, those of the system and those in a prefix of their own.
+    # Where the shells look. zsh has a folder for packages and one for all else.
+    set(zsh_folder site-functions)
+    if(ESPALIER_PACKAGES)
+        set(zsh_folder vendor-completions)
+    endif()
     set(completions ${PROJECT_SOURCE_DIR}/tools/espalier/completions)
     install(FILES ${completions}/espalier.bash
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
         RENAME espalier
         COMPONENT tools)
     install(FILES ${completions}/_espalier
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/${zsh_folder}
         COMPONENT tools)
     install(FILES ${completions}/espalier.fish
         DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d
