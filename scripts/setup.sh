@@ -27,8 +27,15 @@ SETUP_CI=(
     libclang-rt-14-dev=deb libexpat1-dev=header:expat.h
 )
 
-# What it can do without: the libraries that tests and benchmarks compare with, the packages whose
-# documents the tests read, and the look of the documentation.
+# What it can do without: what makes and judges Debian packages, the shells that the program has
+# completions for, and what compares binary interfaces.
+SETUP_PACKAGES=(
+    lintian=cmd:lintian dpkg-dev=cmd:dpkg-shlibdeps file=cmd:file man-db=cmd:man groff=deb
+    mandoc=cmd:mandoc zsh=cmd:zsh fish=cmd:fish abigail-tools=cmd:abidiff
+)
+
+# And this: the libraries that tests and benchmarks compare with, the packages whose documents the
+# tests read, and the look of the documentation.
 SETUP_PEERS=(
     libxml2-dev=deb libpugixml-dev=header:pugixml.hpp libtinyxml2-dev=header:tinyxml2.h
     liblitehtml-dev=deb python3-tinycss2=deb
