@@ -179,7 +179,7 @@ void TreeWriter::WriteDocumentType(const DocumentType& type) {
 
 // Texts and markup between tags.
 
-// White space outside of elements is no part of the content, and the writer takes none there.
+// White space outside of elements is no part of the content, and the writer takes none before them.
 void TreeWriter::WriteText(std::string_view text) {
     const bool isOutside = depth_ == 0 && !isInside_;
     if (!isOutside || !IsBlank(text)) writer_.WriteString(text);

@@ -3,6 +3,7 @@
 #include <espalier/io/FileStream.h>
 #include <espalier/io/ZipFileStream.h>
 
+#include "io/ByteRange.h"
 #include "io/SeekTarget.h"
 #include "io/ZipMember.h"
 
@@ -85,8 +86,9 @@ long ZipFileStream::Position() const { return member_ != nullptr ? member_->Posi
 void ZipFileStream::Close() { member_.reset(); }
 
 int ZipFileStream::Read(unsigned char* buffer, int offset, int count) {
-    if (count < 1 || member_ == nullptr) return 0;
-    return member_->Read(buffer + offset, count);
+    const detail::ByteRange range = detail::FoldOffset(offset, count);
+    if (range.count < 1 || member_ == nullptr) return 0;
+    return member_->Read(buffer + range.offset, range.count);
 }
 
 long ZipFileStream::Seek(long offset, SeekOrigin origin) {

@@ -8,8 +8,18 @@
 
 namespace Xml {
 
+namespace {
+
+// What std::bad_alloc says differs between standard libraries; this text is interface.
+class BadAllocation final : public std::bad_alloc {
+public:
+    const char* what() const noexcept override { return "bad allocation"; }
+};
+
+}  // namespace
+
 HashMap::HashMap(unsigned size, bool autoGrow) {
-    if (!XmlHashInit(&map_, size, autoGrow)) throw std::bad_alloc();
+    if (!XmlHashInit(&map_, size, autoGrow)) throw BadAllocation();
 }
 
 HashMap::HashMap(const HashMap& other) { detail::ShareTable(map_, other.map_); }
@@ -28,20 +38,20 @@ HashMap& HashMap::operator=(const HashMap& other) {
 HashMap::~HashMap() { XmlHashDeinit(&map_); }
 
 void HashMap::Insert(const void* key, unsigned length, void* value) {
-    if (!XmlHashInsert(&map_, key, length, value)) throw std::bad_alloc();
+    if (!XmlHashInsert(&map_, key, length, value)) throw BadAllocation();
 }
 
 void HashMap::Remove(const void* key, unsigned length) {
-    if (!detail::RemoveKey(map_, key, length)) throw std::bad_alloc();
+    if (!detail::RemoveKey(map_, key, length)) throw BadAllocation();
 }
 
 void HashMap::Remove(HashItem& item) {
-    if (!detail::RemoveItem(map_, item.item_)) throw std::bad_alloc();
+    if (!detail::RemoveItem(map_, item.item_)) throw BadAllocation();
     item.item_ = nullptr;
 }
 
 void HashMap::Clear() {
-    if (!detail::ClearTable(map_)) throw std::bad_alloc();
+    if (!detail::ClearTable(map_)) throw BadAllocation();
 }
 
 HashItem HashIterator::First(const HashMap& map) {

@@ -59,6 +59,17 @@ void WriterCore::RequireText() const {
     if (!IsInElement()) Throw(Message::kNoTextHere);
 }
 
+// Tells whether the root element has ended, but not its document.
+bool WriterCore::IsBehindRoot() const {
+    return depth_ == 0 && (state_ == WriteState::Element || state_ == WriteState::Content);
+}
+
+// White space may stand behind the root element, too, and so may markup that is not looked at.
+void WriterCore::RequireTextOrEnd() const {
+    RequireOpen();
+    if (!IsInElement() && !IsBehindRoot()) Throw(Message::kNoTextHere);
+}
+
 // Returns whether the text has anything to escape.
 bool WriterCore::CheckText(std::string_view text) const {
     const TextNeeds needs = ExamineText(text, BreaksArePlain(), settings.checkCharacters);
@@ -269,6 +280,11 @@ void WriterCore::StartElement(std::string_view prefix, std::string_view localNam
                               std::string_view ns) {
     RequireOpen();
     const ElementPlan plan = SettleAndPlan([&] { return PlanElement(prefix, localName, ns); });
+    BeginElement(plan, localName, ns);
+}
+
+void WriterCore::BeginElement(const ElementPlan& plan, std::string_view localName,
+                              std::string_view ns) {
     if (state_ == WriteState::Start) output_.PutPreamble();
     CloseTag();
     const bool indents = Indents();
@@ -317,8 +333,12 @@ void WriterCore::FullEndElement() {
 void WriterCore::ElementString(std::string_view prefix, std::string_view localName,
                                std::string_view ns, std::string_view text) {
     RequireOpen();
-    CheckText(text);
-    StartElement(prefix, localName, ns);
+    const ElementPlan plan = SettleAndPlan([&] {
+        const ElementPlan made = PlanElement(prefix, localName, ns);
+        CheckText(text);
+        return made;
+    });
+    BeginElement(plan, localName, ns);
     String(text);
     EndElement();
 }

@@ -152,8 +152,10 @@ private:
     }
     void RequireOpen() const;
     void RequireText() const;
+    void RequireTextOrEnd() const;
     bool CheckText(std::string_view text) const;
     bool IsInElement() const;
+    bool IsBehindRoot() const;
     bool Indents() const;
     void NewLine(std::size_t depth);
     void CloseTag() {
@@ -168,6 +170,7 @@ private:
     void DeclareBound();
     void CollectBound();
     void WriteDeclaration(std::string_view prefix, std::string_view uri);
+    void BeginElement(const ElementPlan& plan, std::string_view localName, std::string_view ns);
     void BeginMarkup();
     void BeginContent();
     void Push(const ElementPlan& plan, std::string_view localName, std::string_view ns);

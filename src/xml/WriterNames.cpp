@@ -227,9 +227,10 @@ void WriterCore::AttributeString(std::string_view prefix, std::string_view local
                                  TextArgument ns, std::string_view value) {
     RequireStartTag();
     if (AttributeQuickly(prefix, localName, ns, value)) return;
-    const bool escapes = CheckText(value);
+    bool escapes = false;
     const AttributePlan plan = SettleAndPlan([&] {
         const AttributePlan made = PlanAttribute(prefix, localName, ns);
+        escapes = CheckText(value);
         CheckAttribute(made.role, value);
         return made;
     });

@@ -30,12 +30,21 @@ std::size_t LengthOf(char lead) {
     return static_cast<std::size_t>(utf8::SequenceLength(static_cast<unsigned char>(lead)));
 }
 
+// Returns the length of about the first half of a text, or of its only character.
+std::size_t HalfOf(std::string_view text) {
+    std::size_t length = text.size() / 2;
+    while (length > 0 && utf8::IsContinuation(static_cast<unsigned char>(text[length])))
+        --length;
+    return length > 0 ? length : LengthOf(text[0]);
+}
+
 }  // namespace
 
 void WriterOutput::Attach(IO::Stream* stream, const Encoding* encoding) {
     stream_ = stream;
     encoding_ = encoding;
     isUtf8_ = typeid(*encoding) == typeid(UTF8Encoding);
+    isForeign_ = !isUtf8_ && encoding->Codec().Kind() == CodecKind::Utf8;
     bytesPerByte_ = isUtf8_ ? 1 : BytesPerByte(*encoding);
     used_ = 0;
     hasFailed_ = false;
@@ -49,8 +58,9 @@ void WriterOutput::Drain() {
 }
 
 void WriterOutput::PutPreamble() {
-    Drain();
-    used_ = static_cast<int>(encoding_->GetPreamble(buffer_, kCapacity));
+    if (used_ + 8 >= kCapacity) Drain();
+    used_ +=
+        static_cast<int>(encoding_->GetPreamble(buffer_ + used_, static_cast<unsigned>(Room())));
 }
 
 // Encodes a slice for which there is room, as long as no byte becomes more than kMostBytes. What
@@ -81,14 +91,44 @@ void WriterOutput::Encode(std::string_view slice, Missing missing) {
 }
 
 void WriterOutput::EncodeWritable(std::string_view text) {
-    // What the capacity counts is the encoding's own affair: bytes, or units of 2 or 4. Some want
-    // room for a character more than they write.
-    const auto length = static_cast<unsigned>(text.size());
+    if (isForeign_) {
+        EncodeForeign(text);
+    } else {
+        used_ += static_cast<int>(GetBytes(text));
+    }
+}
+
+// What the capacity counts is the encoding's own affair: bytes, or units of 2 or 4, of which there
+// is more room than they can take.
+std::size_t WriterOutput::GetBytes(std::string_view text) {
     hasFailed_ = true;  // unless the encoding returns
-    const unsigned written =
-        encoding_->GetBytes(text.data(), length, buffer_ + used_, length + kMostBytes);
+    const unsigned written = encoding_->GetBytes(text.data(), static_cast<unsigned>(text.size()),
+                                                 buffer_ + used_, static_cast<unsigned>(Room()));
     hasFailed_ = false;
-    used_ += static_cast<int>(written);
+    return written;
+}
+
+// Only an encoding of the caller's knows how much it makes of a text. When that does not fit, or
+// less comes out than it said, the text goes in halves, so that nothing is lost for want of room.
+// A character of which nothing comes out is one that the encoding cannot write.
+void WriterOutput::EncodeForeign(std::string_view text) {
+    if (text.empty()) return;
+    hasFailed_ = true;  // unless the encoding returns
+    const std::size_t need =
+        encoding_->GetByteCount(text.data(), static_cast<unsigned>(text.size()));
+    hasFailed_ = false;
+    if (need > Room()) Drain();
+    const std::size_t half = HalfOf(text);
+    const bool isOne = half == text.size();
+    if (need <= Room() || isOne) {
+        const std::size_t written = std::min(GetBytes(text), Room());
+        if (written >= need || (isOne && (written > 0 || text == "?"))) {
+            used_ += static_cast<int>(written);
+            return;
+        }
+    }
+    EncodeForeign(isOne ? "?" : text.substr(0, half));
+    EncodeForeign(text.substr(half));
 }
 
 // "&#x7FF;" takes 3.5 bytes for each of the character, and those with more bytes take less.

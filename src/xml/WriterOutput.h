@@ -209,6 +209,8 @@ private:
     void WriteThrough(std::string_view bytes);
     void Encode(std::string_view slice, Missing missing);
     void EncodeWritable(std::string_view text);
+    void EncodeForeign(std::string_view text);
+    std::size_t GetBytes(std::string_view text);
     void EncodeReference(int code);
     std::size_t WritableLength(std::string_view text) const;
     bool CanWrite(int code) const;
@@ -218,6 +220,7 @@ private:
     IO::Stream* stream_ = nullptr;
     const Encoding* encoding_ = nullptr;
     bool isUtf8_ = true;            // the text is copied as it is
+    bool isForeign_ = false;        // an encoding of the caller's: none of ours has this codec
     std::size_t bytesPerByte_ = 1;  // that the encoding makes of a byte of UTF-8, at most
     bool hasFailed_ = false;
     int used_ = 0;

@@ -15,8 +15,9 @@
 namespace Xml::detail {
 
 // Gets ready for a text in the innermost element, or in the value of the attribute that is open.
+// Behind the root element nothing changes, as with comments there.
 void WriterCore::BeginContent() {
-    if (state_ == WriteState::Attribute) return;
+    if (state_ == WriteState::Attribute || depth_ == 0) return;
     CloseTag();
     state_ = WriteState::Content;
     Top().isMixed = true;
@@ -53,7 +54,7 @@ void WriterCore::String(std::string_view text) {
 }
 
 void WriterCore::Whitespace(std::string_view text) {
-    RequireText();
+    RequireTextOrEnd();
     const bool isWhite = text.find_first_not_of(" \t\r\n") == std::string_view::npos;
     if (!isWhite) Throw(Message::kBadWhitespace);
     PutContent(text, true);
@@ -83,7 +84,7 @@ void WriterCore::EntityRef(std::string_view name) {
 }
 
 void WriterCore::Raw(std::string_view text) {
-    RequireText();
+    RequireTextOrEnd();
     BeginContent();
     output_.PutText(text);
     NoteValue(text);

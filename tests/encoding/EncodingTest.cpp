@@ -2,6 +2,7 @@
 #include <espalier/encoding.h>
 
 #include "encoding/Thrown.h"
+#include "support/VirtualSlot.h"
 
 #include <gtest/gtest.h>
 
@@ -408,6 +409,19 @@ TEST(SingleByteEncoding, TheResultCountsCharactersWithoutRoom) {
     EXPECT_EQ(Written(encoding, "abc", 0, 3), Bytes());
     // Without room the room is what is missed first, so nothing moves back.
     EXPECT_EQ(Written(encoding, "abc\xC4\x80z", 3, 5), (Bytes{'a', 'b', 'c'}));
+}
+
+TEST(Encoding, TheVirtualFunctionsHaveTheirPlaces) {
+    if (!support::kKnowsVirtualSlots) GTEST_SKIP() << "another ABI";
+    using support::VirtualSlot;
+    using Xml::Encoding;
+    using Count = unsigned (Encoding::*)(const char*, unsigned) const;
+    using Write = unsigned (Encoding::*)(const char*, unsigned, unsigned char*, unsigned) const;
+    // 0 and 1 are the destructor.
+    EXPECT_EQ(VirtualSlot(static_cast<Count>(&Encoding::GetByteCount)), 2);
+    EXPECT_EQ(VirtualSlot(static_cast<Write>(&Encoding::GetBytes)), 3);
+    EXPECT_EQ(VirtualSlot(&Encoding::GetCharCount), 4);
+    EXPECT_EQ(VirtualSlot(&Encoding::GetPreamble), 5);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "encoding/CodecCases.h"
 #include "encoding/Codecs.h"
 #include "encoding/Utf8.h"
+#include "support/VirtualSlot.h"
 
 #include <gtest/gtest.h>
 
@@ -326,6 +327,23 @@ TEST(Utf8Codec, ToUtf16StopsAtValuesThatHaveNoPair) {
     const unsigned char* position = text.data();
     EXPECT_EQ(codec.ToUtf16(position, EndOf(text), unitsEnd, units + 8), 1);
     EXPECT_EQ(position, text.data() + 1);
+}
+
+TEST(CharCodec, TheVirtualFunctionsHaveTheirPlaces) {
+    if (!support::kKnowsVirtualSlots) GTEST_SKIP() << "another ABI";
+    using support::VirtualSlot;
+    using Xml::detail::CharCodec;
+    // 0 and 1 are the destructor.
+    EXPECT_EQ(VirtualSlot(&CharCodec::ClassOfCode), 2);
+    EXPECT_EQ(VirtualSlot(&CharCodec::ClassAt), 3);
+    EXPECT_EQ(VirtualSlot(&CharCodec::Decode), 4);
+    EXPECT_EQ(VirtualSlot(&CharCodec::Encode), 5);
+    EXPECT_EQ(VirtualSlot(&CharCodec::Next), 6);
+    EXPECT_EQ(VirtualSlot(&CharCodec::IsChar), 7);
+    EXPECT_EQ(VirtualSlot(&CharCodec::MatchAscii), 8);
+    EXPECT_EQ(VirtualSlot(&CharCodec::ToUtf8), 9);
+    EXPECT_EQ(VirtualSlot(&CharCodec::ToUtf16), 10);
+    EXPECT_EQ(VirtualSlot(&CharCodec::ToUcs4), 11);
 }
 
 }  // namespace

@@ -409,4 +409,32 @@ TEST(MemoryStream, DeliberateWriteWithoutMemoryNamesSetCapacity) {
     ::munmap(zeros, kSize);
 }
 
+TEST(MemoryStream, TheFirstOfSeveralMistakesCounts) {
+    MemoryStream readOnly(Bytes("abc"), 3);
+    readOnly.SetPosition(2);
+    EXPECT_THROW_FULL(readOnly.SetLength(-1), "MemoryStream::SetLength: Bad argument", "", -1, -1);
+    EXPECT_THROW_FULL(readOnly.SetLength(1),
+                      "MemoryStream::SetLength: New length smaller than current position", "", -1,
+                      -1);
+    EXPECT_THROW_FULL(readOnly.SetLength(9), "MemoryStream::SetLength: Stream not open for writing",
+                      "", -1, -1);
+    EXPECT_THROW_FULL(readOnly.SetCapacity(-1), "MemoryStream::SetCapacity: Stream is read-only",
+                      "", -1, -1);
+    unsigned char buffer[4] = {};
+    MemoryStream fixed(buffer, 4);
+    EXPECT_THROW_FULL(fixed.SetCapacity(-1), "MemoryStream::SetCapacity: Stream has fixed capacity",
+                      "", -1, -1);
+}
+
+TEST(MemoryStream, WriteAsksADerivedClassWhetherItMay) {
+    class Sealed : public MemoryStream {
+    public:
+        using MemoryStream::MemoryStream;
+        bool CanWrite() const override { return false; }
+    };
+    Sealed stream;
+    EXPECT_THROW_FULL(stream.Write(Bytes("x"), 0, 1), "Write not supported", "", -1, -1);
+    EXPECT_EQ(stream.Position(), 0);
+}
+
 }  // namespace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/io.h>
 
+#include "support/VirtualSlot.h"
+
 #include <gtest/gtest.h>
 
 #include <type_traits>
@@ -97,6 +99,29 @@ TEST(Stream, NullIsOneSharedStreamThatIsAlwaysAtItsEnd) {
         EXPECT_EQ(stream->Position(), 0);
         stream->Close();
     }
+}
+
+TEST(Stream, TheVirtualFunctionsHaveTheirPlaces) {
+    if (!support::kKnowsVirtualSlots) GTEST_SKIP() << "another ABI";
+    using IO::MemoryStream;
+    using IO::Stream;
+    using support::VirtualSlot;
+    // 0 and 1 are the destructor.
+    EXPECT_EQ(VirtualSlot(&Stream::CanRead), 2);
+    EXPECT_EQ(VirtualSlot(&Stream::CanSeek), 3);
+    EXPECT_EQ(VirtualSlot(&Stream::CanWrite), 4);
+    EXPECT_EQ(VirtualSlot(&Stream::Length), 5);
+    EXPECT_EQ(VirtualSlot(&Stream::Position), 6);
+    EXPECT_EQ(VirtualSlot(&Stream::Close), 7);
+    EXPECT_EQ(VirtualSlot(&Stream::Flush), 8);
+    EXPECT_EQ(VirtualSlot(&Stream::Read), 9);
+    EXPECT_EQ(VirtualSlot(&Stream::Seek), 10);
+    EXPECT_EQ(VirtualSlot(&Stream::SetLength), 11);
+    EXPECT_EQ(VirtualSlot(&Stream::Write), 12);
+    EXPECT_EQ(VirtualSlot(&MemoryStream::Capacity), 13);
+    EXPECT_EQ(VirtualSlot(&MemoryStream::SetCapacity), 14);
+    EXPECT_EQ(VirtualSlot(&MemoryStream::GetBuffer), 15);
+    EXPECT_EQ(VirtualSlot(&MemoryStream::ToArray), 16);
 }
 
 }  // namespace

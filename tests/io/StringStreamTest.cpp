@@ -165,4 +165,29 @@ TEST(StringStream, CloseAndFlushDoNothing) {
     EXPECT_EQ(stream.GetString(), "aXc");
 }
 
+// What a derived class says of the stream holds for the operations of the base, too.
+TEST(StringStream, SeekAsksTheLengthOfADerivedClass) {
+    class Longer : public StringStream {
+    public:
+        using StringStream::StringStream;
+        long Length() const override { return 100; }
+    };
+    Longer stream("abc", true);
+    EXPECT_EQ(stream.Seek(0, IO::SeekOrigin::End), 100);
+    EXPECT_EQ(stream.Seek(50, IO::SeekOrigin::Begin), 50);
+    EXPECT_EQ(stream.ReadByte(), -1);
+}
+
+TEST(StringStream, WriteAsksADerivedClassWhetherItMay) {
+    class Sealed : public StringStream {
+    public:
+        using StringStream::StringStream;
+        bool CanWrite() const override { return false; }
+    };
+    Sealed stream("abc", true);
+    EXPECT_THROW_FULL(stream.Write(Bytes("x"), 0, 1), "StringStream::Write: Write not supported",
+                      "", -1, -1);
+    EXPECT_EQ(stream.Position(), 0);
+}
+
 }  // namespace

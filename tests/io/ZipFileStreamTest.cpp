@@ -94,7 +94,7 @@ TEST_F(ZipFileStreamTest, ReadOnAClosedStreamGivesNothing) {
     EXPECT_EQ(byte, 'x');
 }
 
-TEST_F(ZipFileStreamTest, ReadTakesCountAndOffsetAsTheyAre) {
+TEST_F(ZipFileStreamTest, ReadFoldsANegativeOffsetIntoTheCount) {
     ZipFileStream stream(MakeArchive(), "stored");
     unsigned char bytes[10] = {};
     EXPECT_EQ(stream.Read(bytes, 0, 0), 0);
@@ -102,9 +102,13 @@ TEST_F(ZipFileStreamTest, ReadTakesCountAndOffsetAsTheyAre) {
     EXPECT_EQ(stream.Read(bytes, 0, INT_MIN), 0);
     EXPECT_EQ(stream.Read(bytes, 4, 1), 1);
     EXPECT_EQ(bytes[4], 'a');
-    EXPECT_EQ(stream.Read(bytes + 9, -2, 5), 2);
-    EXPECT_EQ(bytes[7], 'b');
-    EXPECT_EQ(bytes[8], 'c');
+    EXPECT_EQ(stream.Read(bytes + 3, -3, 3), 0);
+    EXPECT_EQ(stream.Read(bytes + 3, INT_MIN, 5), 0);
+    EXPECT_EQ(stream.Read(bytes + 5, -2, 4), 2);
+    EXPECT_EQ(bytes[3], 0);
+    EXPECT_EQ(bytes[5], 'b');
+    EXPECT_EQ(bytes[6], 'c');
+    EXPECT_EQ(bytes[7], 0);
 }
 
 TEST_F(ZipFileStreamTest, WhatCannotBeOpenedIsAnError) {

@@ -93,6 +93,13 @@ class CheckLayers(CheckTest):
             "src/io/Handle.cpp:2: includes a public header that does not exist: "
             "espalier/io/None.h")
 
+    def test_locks_are_found_everywhere(self):
+        for name in ("mutex", "thread"):
+            self.expect_found(
+                "check-layers",
+                {"src/io/Handle.cpp": SOURCE + f"#include <{name}>\n"},
+                "src/io/Handle.cpp:2: includes a header of threads or locks: " + name)
+
     def test_system_headers_stand_in_io_alone(self):
         for name in ("unistd.h", "sys/stat.h"):
             self.expect_found(

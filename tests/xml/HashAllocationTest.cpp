@@ -72,8 +72,9 @@ TEST(HashAllocation, AFailedConstructorThrowsBadAlloc) {
         bool thrown = false;
         try {
             const Xml::HashMap map(64, true);
-        } catch (const std::bad_alloc&) {
+        } catch (const std::bad_alloc& error) {
             thrown = true;
+            EXPECT_STREQ(error.what(), "bad allocation");
         }
         EXPECT_EQ(thrown, failure.HasFailed());
         EXPECT_EQ(failure.LiveCount(), 0);
@@ -114,7 +115,12 @@ TEST(HashAllocation, AFailedInsertionThrowsBadAlloc) {
     const std::string longKey(1000, 'k');  // one that gets memory of its own
     Xml::HashMap map(4, true);
     const FailingAllocation failure(1);
-    EXPECT_THROW(map.Insert(longKey.data(), LengthOf(longKey), value), std::bad_alloc);
+    try {
+        map.Insert(longKey.data(), LengthOf(longKey), value);
+        ADD_FAILURE() << "nothing is thrown";
+    } catch (const std::bad_alloc& error) {
+        EXPECT_STREQ(error.what(), "bad allocation");
+    }
     EXPECT_EQ(map.GetItemCount(), 0u);
 }
 
@@ -167,8 +173,9 @@ TEST(HashAllocation, AFailedChangeOfASharedMapChangesNothing) {
                 bool thrown = false;
                 try {
                     c.change(second);
-                } catch (const std::bad_alloc&) {
+                } catch (const std::bad_alloc& error) {
                     thrown = true;
+                    EXPECT_STREQ(error.what(), "bad allocation");
                 }
                 EXPECT_EQ(second.GetItemCount(), thrown ? keys.size() : c.left);
                 EXPECT_EQ(first.GetItemCount(), keys.size());

@@ -11,7 +11,7 @@ using Xml::XmlSpace;
 
 const struct {
     int number;
-    XmlSpace::XML_SPACE value;
+    XmlSpace::SPACE value;
     const char* name;
 } kValues[] = {
     {0, XmlSpace::SpaceDefault, "SpaceDefault"},
@@ -28,7 +28,7 @@ TEST(XmlSpace, NumbersAndNames) {
 }
 
 TEST(XmlSpace, AnyOtherNumberHasNoName) {
-    EXPECT_STREQ(XmlSpace(static_cast<XmlSpace::XML_SPACE>(3)).ToString(), "?");
+    EXPECT_STREQ(XmlSpace(static_cast<XmlSpace::SPACE>(3)).ToString(), "?");
 }
 
 TEST(XmlSpace, HoldsItsDefault) { EXPECT_EQ(XmlSpace(), XmlSpace::SpaceDefault); }
@@ -49,7 +49,8 @@ static_assert(XmlSpace::SpacePreserve == XmlSpace(XmlSpace::SpacePreserve));
 static_assert(XmlSpace(XmlSpace::SpacePreserve) != XmlSpace(XmlSpace::SpaceNone));
 static_assert(XmlSpace(XmlSpace::SpacePreserve) != XmlSpace::SpaceNone);
 static_assert(XmlSpace::SpaceNone != XmlSpace(XmlSpace::SpacePreserve));
-static_assert(std::is_convertible_v<XmlSpace, XmlSpace::XML_SPACE>);
-static_assert(std::is_convertible_v<XmlSpace::XML_SPACE, XmlSpace>);
+static_assert(std::is_convertible_v<XmlSpace, XmlSpace::SPACE>);
+static_assert(std::is_convertible_v<XmlSpace::SPACE, XmlSpace>);
+static_assert(std::is_same_v<XmlSpace::XML_SPACE, XmlSpace::SPACE>);
 
 }  // namespace

@@ -70,7 +70,7 @@ TEST(XmlTextReaderWhitespace, TheSettingAndXmlSpaceDecideTogether) {
 
 TEST(XmlTextReaderWhitespace, XmlSpaceIsInForceUntilItsElementHasBeenLeft) {
     DocumentReader reader("<a><b xml:space='preserve'>x<c xml:space='default'/></b><d/></a>");
-    const XmlSpace::XML_SPACE kExpected[] = {
+    const XmlSpace::SPACE kExpected[] = {
         XmlSpace::SpaceNone,      // a
         XmlSpace::SpacePreserve,  // b
         XmlSpace::SpacePreserve,  // x
@@ -79,7 +79,7 @@ TEST(XmlTextReaderWhitespace, XmlSpaceIsInForceUntilItsElementHasBeenLeft) {
         XmlSpace::SpaceNone,      // d
         XmlSpace::SpaceNone,      // end of a
     };
-    for (const XmlSpace::XML_SPACE space : kExpected) {
+    for (const XmlSpace::SPACE space : kExpected) {
         ASSERT_TRUE(reader->Read());
         EXPECT_EQ(reader->GetXmlSpace(), space) << reader->Name();
     }

@@ -280,6 +280,39 @@ TEST(XmlTextWriterBuffer, EveryLengthOfTextAndMarkup) {
     EXPECT_EQ(writer.Text(), expected);
 }
 
+TEST(XmlTextWriterBuffer, ASecondDocumentWaitsInTheBufferToo) {
+    Xml::UTF8Encoding utf8(true, false);
+    DocumentWriter writer(&utf8);
+    writer->WriteStartElement("a");
+    writer->WriteEndDocument();
+    writer->WriteStartDocument();
+    writer->WriteStartElement("b");
+    EXPECT_EQ(writer.TakeCalls(), Calls{});
+    writer->Close();
+    EXPECT_EQ(writer.TakeCalls(), (Calls{"Write 52", "Flush"}));
+    EXPECT_EQ(writer.Text(),
+              "\xEF\xBB\xBF<a/>\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF-8\"?><b/>");
+}
+
+// A mark follows the rule for a character: with fewer than 9 bytes free the buffer goes first.
+TEST(XmlTextWriterBuffer, TheMarkOfASecondDocumentIsNotCut) {
+    Xml::UTF8Encoding utf8(true, false);
+    for (std::size_t length = 980; length < 1030; ++length) {
+        SCOPED_TRACE(length);
+        DocumentWriter writer(&utf8);
+        std::string expected = "\xEF\xBB\xBF<a>";
+        writer->WriteStartElement("a");
+        for (std::size_t i = 0; i < length; ++i) {
+            writer->WriteRaw("-");
+            expected += '-';
+        }
+        writer->WriteEndDocument();
+        writer->WriteStartElement("b");
+        writer->Close();
+        EXPECT_EQ(writer.Text(), expected + "</a>\xEF\xBB\xBF<b/>");
+    }
+}
+
 // An encoding gives nothing for a character that it does not have. What the buffer held before, or
 // never held, is not written in its place.
 TEST(XmlTextWriterBuffer, TheBufferIsNotDisclosed) {

@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>  // std::max
+#include <cstddef>
 #include <string>
 
 namespace {
@@ -94,6 +96,108 @@ TEST(XmlTextWriterEncoding, BytesThatAreNoCharactersInOtherEncodings) {
     single->WriteStartElement("a\xFF");
     single->WriteString("b\xE2\x82");
     EXPECT_EQ(single.Text(), "<a?>b??");
+}
+
+// Encodings of an application's own. They are ASCII only, for the example.
+class OwnEncoding : public Xml::Encoding {
+public:
+    using Encoding::GetByteCount;
+    using Encoding::GetBytes;
+    unsigned GetByteCount(const char*, unsigned length) const override { return bytes_ * length; }
+    unsigned GetCharCount(const unsigned char*, unsigned count) const override {
+        return count / bytes_;
+    }
+    // The capacity counts bytes, and a character is written as a whole or not at all.
+    unsigned GetBytes(const char* text, unsigned length, unsigned char* destination,
+                      unsigned capacity) const override {
+        unsigned written = 0;
+        for (unsigned i = 0; i < length && capacity - written >= bytes_; ++i) {
+            destination[written++] = static_cast<unsigned char>(text[i]);
+            for (unsigned more = 1; more < bytes_; ++more)
+                destination[written++] = 0;
+        }
+        return written;
+    }
+
+protected:
+    explicit OwnEncoding(unsigned bytes) : Encoding("Own", "x-own", false, false), bytes_(bytes) {}
+
+private:
+    unsigned bytes_;  // of a character
+};
+
+template <unsigned kBytes>
+class FixedEncoding : public OwnEncoding {
+public:
+    FixedEncoding() : OwnEncoding(kBytes) {}
+};
+
+// Returns each `step`th byte of what was written.
+std::string EveryNth(const std::string& written, std::size_t step) {
+    std::string text;
+    for (std::size_t i = 0; i < written.size(); i += step)
+        text += written[i];
+    return text;
+}
+
+template <unsigned kBytes>
+void ExpectWholeTexts() {
+    FixedEncoding<kBytes> encoding;
+    for (const std::size_t length : {1u, 8u, 13u, 100u, 255u, 256u, 257u, 600u, 2000u}) {
+        SCOPED_TRACE(std::to_string(kBytes) + ": " + std::to_string(length));
+        const std::string name(length, 'n');
+        const std::string text(length, 't');
+        DocumentWriter writer(&encoding);
+        writer->WriteStartElement(name);
+        writer->WriteString(text);
+        writer->WriteRaw(text);
+        writer->Close();
+        const std::string written = writer.Text();
+        const std::string expected = '<' + name + '>' + text + text + "</" + name + '>';
+        EXPECT_EQ(written.size(), kBytes * expected.size());
+        EXPECT_EQ(EveryNth(written, kBytes), expected);
+    }
+}
+
+TEST(XmlTextWriterEncoding, AnEncodingOfTheCallerGetsTheFreeSpaceAsItsCapacity) {
+    ExpectWholeTexts<1>();
+    ExpectWholeTexts<2>();
+    ExpectWholeTexts<3>();
+    ExpectWholeTexts<7>();  // more than any of our own
+    ExpectWholeTexts<40>();
+}
+
+// Its count is an upper bound only; it has no "x"; and it wants room for a character more.
+class RoughEncoding : public FixedEncoding<1> {
+public:
+    unsigned GetByteCount(const char*, unsigned length) const override { return 3 * length; }
+    unsigned GetBytes(const char* text, unsigned length, unsigned char* destination,
+                      unsigned capacity) const override {
+        largest_ = std::max(largest_, capacity);
+        unsigned written = 0;
+        for (unsigned i = 0; i < length && written + 1 < capacity; ++i) {
+            if (text[i] != 'x') destination[written++] = static_cast<unsigned char>(text[i]);
+        }
+        return written;
+    }
+    unsigned Largest() const { return largest_; }
+
+private:
+    mutable unsigned largest_ = 0;  // capacity that was given
+};
+
+TEST(XmlTextWriterEncoding, AnEncodingOfTheCallerThatWritesLessThanItSaidLosesNothing) {
+    RoughEncoding encoding;
+    std::string text;
+    for (int i = 0; i < 500; ++i)
+        text += "abcd";
+    DocumentWriter writer(&encoding);
+    writer->WriteStartElement("r");
+    writer->WriteString(text);
+    writer->WriteComment("1x2x3");
+    writer->Close();
+    EXPECT_EQ(writer.Text(), "<r>" + text + "<!--1?2?3--></r>");
+    EXPECT_LE(encoding.Largest(), 1024u);
 }
 
 }  // namespace

@@ -323,6 +323,18 @@ TEST(XmlTextWriterFormat, AnIndentationIsNotCutToAnInt) {
     }
 }
 
+TEST(XmlTextWriterFormat, TheNamesOfTheModes) {
+    EXPECT_STREQ(Formatting(Formatting::None).ToString(), "None");
+    EXPECT_STREQ(Formatting(Formatting::Indented).ToString(), "Indented");
+    EXPECT_STREQ(Formatting(static_cast<Formatting::FORMATTING_MODE>(2)).ToString(), "?");
+
+    EXPECT_STREQ(NewLineHandling(NewLineHandling::NoHandling).ToString(), "NoHandling");
+    EXPECT_STREQ(NewLineHandling(NewLineHandling::Entitize).ToString(), "Entitize");
+    EXPECT_STREQ(NewLineHandling(NewLineHandling::Replace).ToString(), "Replace");
+    const auto none = static_cast<NewLineHandling::NEWLINE_HANDLING>(3);
+    EXPECT_STREQ(NewLineHandling(none).ToString(), "?");
+}
+
 TEST(XmlTextWriterFormat, TheNumbersOfTheModes) {
     EXPECT_EQ(static_cast<int>(Formatting::None), 0);
     EXPECT_EQ(static_cast<int>(Formatting::Indented), 1);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/xml/XmlTextWriter.h>
 
+#include "support/DocumentReader.h"
 #include "support/DocumentWriter.h"
 #include "support/ExpectThrow.h"
 
@@ -122,6 +123,15 @@ constexpr std::array<Effect, 7> InElement(std::string_view inElement, std::strin
             outside};
 }
 
+// The effects of an operation that writes `text` behind the root element, too.
+constexpr std::array<Effect, 7> InElementAndBehind(std::string_view inElement,
+                                                   std::string_view text) {
+    std::array<Effect, 7> effects = InElement(inElement, text, text, kNoText);
+    effects[5] = Writes(text, kElement);
+    effects[6] = Writes(text, kContent);
+    return effects;
+}
+
 constexpr std::array<Effect, 7> InStartTag(Effect inElement, Effect inAttribute) {
     return {kNotHere, kNotHere, inElement, inAttribute, kNotHere, kNotHere, kNotHere};
 }
@@ -168,14 +178,13 @@ const Operation kOperations[] = {
     {"WriteString", [](XmlTextWriter& w) { w.WriteString("t<"); },
      InElement(">t&lt;", "t&lt;", "t&lt;", kNoText)},
     {"WriteWhitespace", [](XmlTextWriter& w) { w.WriteWhitespace(" "); },
-     InElement("> ", " ", " ", kNoText)},
+     InElementAndBehind("> ", " ")},
     {"WriteName", [](XmlTextWriter& w) { w.WriteName("n"); }, InElement(">n", "n", "n", kNoText)},
     {"WriteNmToken", [](XmlTextWriter& w) { w.WriteNmToken("1n"); },
      InElement(">1n", "1n", "1n", kNoText)},
-    {"WriteRaw(text)", [](XmlTextWriter& w) { w.WriteRaw("<&"); },
-     InElement("><&", "<&", "<&", kNoText)},
+    {"WriteRaw(text)", [](XmlTextWriter& w) { w.WriteRaw("<&"); }, InElementAndBehind("><&", "<&")},
     {"WriteRaw(text, length)", [](XmlTextWriter& w) { w.WriteRaw("<&>", 2); },
-     InElement("><&", "<&", "<&", kNoText)},
+     InElementAndBehind("><&", "<&")},
     {"WriteEntityRef", [](XmlTextWriter& w) { w.WriteEntityRef("n"); },
      InElement(">&n;", "&n;", "&n;", kNoReference)},
     {"WriteCData",
@@ -310,6 +319,9 @@ const BadArgument kBadArguments[] = {
     {"WriteElementString, prefix",
      [](XmlTextWriter& w) { w.WriteElementString("q", "e", nullptr, "t"); },
      "Invalid Argument: Prefix not declared", "PEAC"},
+    {"WriteElementString, prefix and text",
+     [](XmlTextWriter& w) { w.WriteElementString("q", "e", nullptr, "\x01"); },
+     "Invalid Argument: Prefix not declared", "PEAC"},
     {"WriteStartAttribute, empty namespace",
      [](XmlTextWriter& w) { w.WriteStartAttribute("q", "a", ""); },
      "Invalid Argument: Prefix defined for empty namespace", "EA"},
@@ -319,6 +331,12 @@ const BadArgument kBadArguments[] = {
     {"WriteAttributeString, value",
      [](XmlTextWriter& w) { w.WriteAttributeString("a", "good \x01"); }, "Invalid XML character",
      "EA"},
+    {"WriteAttributeString, prefix and value",
+     [](XmlTextWriter& w) { w.WriteAttributeString("q", "a", nullptr, "\x01"); },
+     "Bad attribute: Missing namespace URI", "EA"},
+    {"WriteAttributeString, space and value",
+     [](XmlTextWriter& w) { w.WriteAttributeString("xml", "space", nullptr, "\x01"); },
+     "Invalid XML character", "EA"},
     {"WriteAttributeString, space",
      [](XmlTextWriter& w) { w.WriteAttributeString("xml", "space", nullptr, "bad"); },
      "Bad attribute: Invalid xml:space value", "EA"},
@@ -444,6 +462,44 @@ TEST(XmlTextWriterState, TheMessageOfTheStateComesFirst) {
     }
 }
 
+// What is wrong with a name is told before what is wrong with its text.
+TEST(XmlTextWriterState, TheRootElementIsComparedBeforeItsTextIsLookedAt) {
+    DocumentWriter writer;
+    writer->WriteDocType("d", "", "", "");
+    EXPECT_THROW_FULL(writer->WriteElementString("e", "\x01"),
+                      "Invalid Argument: Root element name does not match document type", "", -1,
+                      -1);
+    EXPECT_THROW_FULL(writer->WriteElementString("d", "\x01"), "Invalid XML character", "", -1, -1);
+    writer->WriteElementString("d", "t");
+    EXPECT_EQ(writer.Text(), "<!DOCTYPE d><d>t</d>");
+}
+
+TEST(XmlTextWriterState, BehindTheRootElementThereMayBeWhiteSpaceAndRawMarkup) {
+    DocumentWriter writer;
+    writer->WriteElementString("r", "t");
+    writer->WriteWhitespace("\r\n");
+    EXPECT_THROW_FULL(writer->WriteWhitespace("x"), "Invalid whitespace character", "", -1, -1);
+    writer->WriteRaw("<!--raw-->");
+    writer->WriteComment("c");
+    writer->WriteWhitespace("");
+    writer->WriteStartElement("s");
+    writer->WriteEndElement();
+    writer->WriteWhitespace("\t\n");
+    writer->Close();
+    EXPECT_EQ(writer.Text(), "<r>t</r>\r\n<!--raw--><!--c--><s/>\t\r\n");
+}
+
+TEST(XmlTextWriterState, ADocumentThatEndsWithALineBreakIsCopied) {
+    for (const char* const document : {"<r/>\n", "<!--c--><r a=\"b\"/>\n<!--d-->\n\n"}) {
+        SCOPED_TRACE(document);
+        support::DocumentReader reader(document);
+        DocumentWriter writer;
+        writer->SetNewLineHandling(Xml::NewLineHandling::NoHandling);
+        writer->WriteNode(&*reader, false);
+        EXPECT_EQ(writer.Text(), document);
+    }
+}
+
 TEST(XmlTextWriterState, WhileElementsRemainOpenAnEndTagLeavesContent) {
     const WriterCalls kEnds[] = {
         [](XmlTextWriter& w) { w.WriteEndElement(); },
@@ -465,6 +521,16 @@ TEST(XmlTextWriterState, CloseTwiceThrows) {
     DocumentWriter writer;
     writer->Close();
     EXPECT_THROW_FULL(writer->Close(), "Invalid Operation: Writer already closed", "", -1, -1);
+}
+
+TEST(XmlTextWriterState, TheNamesOfTheStates) {
+    EXPECT_STREQ(WriteState(WriteState::Start).ToString(), "Start");
+    EXPECT_STREQ(WriteState(WriteState::Prolog).ToString(), "Prolog");
+    EXPECT_STREQ(WriteState(WriteState::Element).ToString(), "Element");
+    EXPECT_STREQ(WriteState(WriteState::Attribute).ToString(), "Attribute");
+    EXPECT_STREQ(WriteState(WriteState::Content).ToString(), "Content");
+    EXPECT_STREQ(WriteState(WriteState::Closed).ToString(), "Closed");
+    EXPECT_STREQ(WriteState(static_cast<WriteState::WRITE_STATE>(6)).ToString(), "?");
 }
 
 TEST(XmlTextWriterState, TheNumbersOfTheStates) {

@@ -91,7 +91,7 @@ public:
     void Close() override;
 
     /// Reads bytes of the member; with a count below 1, or when closed, none. A negative offset is
-    /// taken as it is.
+    /// added to the count and becomes 0.
     /// \return the number of bytes, or a negative number when the archive cannot be read (-1) or is
     ///     damaged there (-3 and -5 from zlib, below -100 from minizip); the same number comes
     ///     again until Seek() goes back

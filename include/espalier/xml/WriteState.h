@@ -6,7 +6,7 @@ namespace Xml {
 /// Where an XmlTextWriter stands in its document.
 class WriteState {
 public:
-    enum WRITE_STATE {
+    enum WRITE_STATE : int {
         Start = 0,      ///< nothing has been written, or a document has ended
         Prolog = 1,     ///< something stands before the root element
         Element = 2,    ///< a start tag is open
@@ -28,6 +28,19 @@ public:
     constexpr bool operator==(WRITE_STATE value) const { return value_ == value; }
 
     constexpr operator WRITE_STATE() const { return value_; }
+
+    /// Returns the value's name, or "?" for a number that has none.
+    constexpr const char* ToString() const {
+        switch (value_) {
+        case Start: return "Start";
+        case Prolog: return "Prolog";
+        case Element: return "Element";
+        case Attribute: return "Attribute";
+        case Content: return "Content";
+        case Closed: return "Closed";
+        }
+        return "?";
+    }
 
 private:
     WRITE_STATE value_ = Start;

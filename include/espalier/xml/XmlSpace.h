@@ -8,25 +8,27 @@ namespace Xml {
 /// The state of xml:space.
 class XmlSpace {
 public:
-    enum XML_SPACE {
+    enum SPACE {
         SpaceDefault = 0,  ///< xml:space="default" is in force
         SpaceNone = 1,     ///< no xml:space is in force
         SpacePreserve = 2  ///< xml:space="preserve" is in force
     };
+    /// The same by another name.
+    using XML_SPACE = SPACE;
 
     /// Holds SpaceDefault.
     constexpr XmlSpace() = default;
-    constexpr XmlSpace(XML_SPACE value) : value_(value) {}
+    constexpr XmlSpace(SPACE value) : value_(value) {}
 
-    constexpr XmlSpace& operator=(XML_SPACE value) {
+    constexpr XmlSpace& operator=(SPACE value) {
         value_ = value;
         return *this;
     }
 
     constexpr bool operator==(const XmlSpace& other) const { return value_ == other.value_; }
-    constexpr bool operator==(XML_SPACE value) const { return value_ == value; }
+    constexpr bool operator==(SPACE value) const { return value_ == value; }
 
-    constexpr operator XML_SPACE() const { return value_; }
+    constexpr operator SPACE() const { return value_; }
 
     /// Returns the value's name, or "?" for a number that has none.
     constexpr const char* ToString() const {
@@ -39,7 +41,7 @@ public:
     }
 
 private:
-    XML_SPACE value_ = SpaceDefault;
+    SPACE value_ = SpaceDefault;
 };
 
 }  // namespace Xml

@@ -232,7 +232,7 @@ public:
     ///     character"
     void WriteString(TextArgument text);
 
-    /// Writes white space.
+    /// Writes white space, also behind the root element.
     /// \throws Xml::Exception as WriteString(), and "Invalid whitespace character"
     void WriteWhitespace(TextArgument text);
 
@@ -263,7 +263,7 @@ public:
     /// \throws Xml::Exception as WriteString(), and "Invalid Argument: Not a valid Nmtoken"
     void WriteNmToken(TextArgument token);
 
-    /// Writes markup as it is, unchecked.
+    /// Writes markup as it is, unchecked, also behind the root element.
     /// \throws Xml::Exception "Invalid Operation: Text not allowed in this state"
     void WriteRaw(TextArgument text);
 

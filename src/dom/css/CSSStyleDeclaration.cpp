@@ -11,10 +11,19 @@
 #include "dom/css/WaitingText.h"
 #include "dom/css/Weight.h"
 
+#include <cstddef>
 #include <memory>
-#include <mutex>
 
 namespace Dom::CSS {
+
+namespace {
+
+// What stands in place of a text while one thread makes properties of it. It is never looked into.
+alignas(detail::WaitingText) constexpr std::byte kBusy[sizeof(detail::WaitingText)] = {};
+
+const detail::WaitingText* Busy() { return reinterpret_cast<const detail::WaitingText*>(kBusy); }
+
+}  // namespace
 
 CSSStyleDeclaration::CSSStyleDeclaration(CSSRule* parentRule) : parentRule_(parentRule) {}
 
@@ -43,17 +52,31 @@ void CSSStyleDeclaration::DropWaiting() noexcept {
     waiting_.store(nullptr, std::memory_order_relaxed);
 }
 
-// Declarations take turns at being made, whatever thread asks: that is short, and happens once.
+// One of the threads that ask at once takes the text and makes the properties; the others wait for
+// it, and go on as it did when memory is out. Declarations know nothing of each other.
 void CSSStyleDeclaration::MakeProperties() const {
-    static std::mutex turn;
-    const std::lock_guard lock(turn);
-    const detail::WaitingText* const waiting = waiting_.load(std::memory_order_relaxed);
-    if (waiting == nullptr) return;
-    CSSPropertyList made;
-    detail::PropertyBuilder(made, waiting->TheWeight(), waiting->Reading())
-        .AddText(waiting->Text());
-    properties_.SwapItems(made);
-    waiting_.store(nullptr, std::memory_order_release);
+    const detail::WaitingText* waiting = waiting_.load(std::memory_order_acquire);
+    do {
+        while (waiting == Busy()) {
+            waiting_.wait(waiting, std::memory_order_acquire);
+            waiting = waiting_.load(std::memory_order_acquire);
+        }
+        if (waiting == nullptr) return;
+    } while (!waiting_.compare_exchange_weak(waiting, Busy(), std::memory_order_acquire));
+    const auto endTurn = [this](const detail::WaitingText* left) {
+        waiting_.store(left, std::memory_order_release);
+        waiting_.notify_all();
+    };
+    try {
+        CSSPropertyList made;
+        detail::PropertyBuilder(made, waiting->TheWeight(), waiting->Reading())
+            .AddText(waiting->Text());
+        properties_.SwapItems(made);
+    } catch (...) {
+        endTurn(waiting);
+        throw;
+    }
+    endTurn(nullptr);
     detail::WaitingText::Dispose()(waiting);
 }
 
