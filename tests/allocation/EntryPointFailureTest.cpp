@@ -74,7 +74,10 @@ IO::MemoryStream Input(const EntryPoint& point) {
 
 class EntryPointFailure : public testing::TestWithParam<EntryPoint> {
 protected:
-    // What happens when nothing fails; what the library keeps for good has been made then.
+    // What the library keeps for good is made when it is first asked for.
+    void SetUp() override { Complete(); }
+
+    // What happens when nothing fails.
     Outcome Complete() const {
         IO::MemoryStream stream = Input(GetParam());
         return RunOf(GetParam(), stream);
