@@ -2,16 +2,12 @@
 // Xerces' SAX2 parser, which gives names and values as texts of UTF-16 that end in a zero. The
 // parser is made once. Its scanner is the one for documents without a grammar, which is its
 // fastest; for documents with entities it is the one that knows document types.
+#include "common/XercesParser.h"
 #include "reader/Library.h"
 #include "reader/Utf16Length.h"
 
-#include <stdexcept>
-#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/sax2/Attributes.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
-#include <xercesc/sax2/SAX2XMLReader.hpp>
-#include <xercesc/sax2/XMLReaderFactory.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
 #include <xercesc/util/XercesVersion.hpp>
@@ -22,42 +18,18 @@ namespace {
 
 namespace xc = xercesc;
 
-// What Xerces needs as long as it is used.
-struct Platform {
-    Platform() { xc::XMLPlatformUtils::Initialize(); }
-    Platform(const Platform&) = delete;
-    Platform& operator=(const Platform&) = delete;
-    ~Platform() { xc::XMLPlatformUtils::Terminate(); }
-};
-
 template <typename Count>
 class XercesVisitor final : public Visitor, private xc::DefaultHandler {
 public:
-    explicit XercesVisitor(CorpusGroup group) : parser_(xc::XMLReaderFactory::createXMLReader()) {
-        const XMLCh* const scanner = group == CorpusGroup::Entities ? xc::XMLUni::fgDGXMLScanner
-                                                                    : xc::XMLUni::fgWFXMLScanner;
-        parser_->setProperty(xc::XMLUni::fgXercesScannerName, const_cast<XMLCh*>(scanner));
-        parser_->setFeature(xc::XMLUni::fgSAX2CoreValidation, false);
-        parser_->setFeature(xc::XMLUni::fgXercesLoadExternalDTD, false);
-        // Declarations of namespaces are among the attributes.
-        parser_->setFeature(xc::XMLUni::fgSAX2CoreNameSpacePrefixes, true);
-        parser_->setContentHandler(this);
-        parser_->setLexicalHandler(this);
-        parser_->setErrorHandler(this);
+    explicit XercesVisitor(CorpusGroup group)
+        : parser_(*this, group == CorpusGroup::Entities ? xc::XMLUni::fgDGXMLScanner
+                                                        : xc::XMLUni::fgWFXMLScanner) {
+        parser_.SetLexicalHandler(*this);
     }
 
     void Visit(std::string_view document, Totals& totals) override {
         totals_ = &totals;
-        const xc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(document.data()),
-                                           document.size(), "document", false);
-        try {
-            parser_->parse(source);
-        } catch (const xc::SAXException& error) {
-            char* message = xc::XMLString::transcode(error.getMessage());
-            const std::string text = message;
-            xc::XMLString::release(&message);
-            throw std::runtime_error(text);
-        }
+        parser_.Parse(document);
         totals.prefixBytes = Totals::kNotDelivered;
         totals.attributeUriBytes = Totals::kNotDelivered;
     }
@@ -105,8 +77,7 @@ private:
 
     void fatalError(const xc::SAXParseException& error) override { throw error; }
 
-    Platform platform_;
-    std::unique_ptr<xc::SAX2XMLReader> parser_;
+    XercesParser parser_;
     Totals* totals_ = nullptr;  // of the running Visit()
 };
 

@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Xerces' SAX2 parser with its scanner for documents without a grammar, which is its fastest. The
 // parser is made once. Lengths of names are not asked for: it would have to count.
+#include "common/XercesParser.h"
 #include "sax/EventLibrary.h"
 
-#include <stdexcept>
 #include <type_traits>
-#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/sax2/Attributes.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
-#include <xercesc/sax2/SAX2XMLReader.hpp>
-#include <xercesc/sax2/XMLReaderFactory.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
 #include <xercesc/util/XercesVersion.hpp>
@@ -20,14 +16,6 @@ namespace bench {
 namespace {
 
 namespace xc = xercesc;
-
-// What Xerces needs as long as it is used.
-struct Platform {
-    Platform() { xc::XMLPlatformUtils::Initialize(); }
-    Platform(const Platform&) = delete;
-    Platform& operator=(const Platform&) = delete;
-    ~Platform() { xc::XMLPlatformUtils::Terminate(); }
-};
 
 // Returns the whole text for comparing, and its first unit for measuring.
 template <typename Sink>
@@ -40,28 +28,11 @@ std::u16string_view ViewOf(const XMLCh* text) {
 template <typename Sink>
 class XercesEventsVisitor final : public EventVisitor<Sink>, private xc::DefaultHandler {
 public:
-    XercesEventsVisitor() : parser_(xc::XMLReaderFactory::createXMLReader()) {
-        parser_->setProperty(xc::XMLUni::fgXercesScannerName,
-                             const_cast<XMLCh*>(xc::XMLUni::fgWFXMLScanner));
-        parser_->setFeature(xc::XMLUni::fgSAX2CoreValidation, false);
-        // Declarations of namespaces are among the attributes.
-        parser_->setFeature(xc::XMLUni::fgSAX2CoreNameSpacePrefixes, true);
-        parser_->setContentHandler(this);
-        parser_->setErrorHandler(this);
-    }
+    XercesEventsVisitor() : parser_(*this, xc::XMLUni::fgWFXMLScanner) {}
 
     void Visit(std::string_view document, Sink& sink) override {
         sink_ = &sink;
-        const xc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(document.data()),
-                                           document.size(), "document", false);
-        try {
-            parser_->parse(source);
-        } catch (const xc::SAXException& error) {
-            char* message = xc::XMLString::transcode(error.getMessage());
-            const std::string text = message;
-            xc::XMLString::release(&message);
-            throw std::runtime_error(text);
-        }
+        parser_.Parse(document);
     }
 
 private:
@@ -102,8 +73,7 @@ private:
 
     void fatalError(const xc::SAXParseException& error) override { throw error; }
 
-    Platform platform_;
-    std::unique_ptr<xc::SAX2XMLReader> parser_;
+    XercesParser parser_;
     Sink* sink_ = nullptr;  // of the running Visit()
 };
 
