@@ -350,6 +350,14 @@ class FuzzReport(unittest.TestCase):
             "| a | 1 | 5 | 30 | 6 | 10 | 40 | 7 | 1 |",
             "| all | 1 | 5 | 30 | 6 | | | | 1 |", "", "- f/a-crash-2"]))
 
+    def test_seconds_are_those_of_the_processor_where_a_log_has_them(self):
+        logs = {"a/1.log": self.done(3000, 10, 25)
+                           + "scripts/fuzz: 6.502 + 1.499 seconds of the processor\n"
+                           + "scripts/fuzz: 10 seconds, status 0\n",
+                "a/2.log": self.done(1000, 30, 20)}
+        self.assertEqual(self.report(logs)[1][0],
+                         "| a | 2 | 38 | 4,000 | 105 | 25 | 40 | 7 | 0 |")
+
     def test_a_run_that_was_killed_counts_as_far_as_it_told(self):
         logs = {"a/1.log": "scripts/fuzz: started at 99999999999\n"
                            + self.PROGRESS.format(runs=64, edges=30)}
