@@ -6,10 +6,15 @@
 #include <espalier/encoding.h>
 #include <espalier/io.h>
 
+#include <climits>
+
 #include <cstdio>
+#include <filesystem>
 #include <iostream>
 #include <stdexcept>
 #include <string>
+#include <sys/resource.h>
+#include <unistd.h>
 
 namespace {
 
@@ -35,6 +40,51 @@ class Unseekable : public FileStream {
 public:
     using FileStream::FileStream;
     bool CanSeek() const override { return false; }
+};
+
+// A stream that takes nothing that is written.
+class Full : public Nothing {
+public:
+    bool CanWrite() const override { return true; }
+    void Write(const unsigned char*, int, int) override { throw std::runtime_error("full"); }
+};
+
+// As long as this lives no more files can be opened.
+class NoMoreFiles {
+public:
+    NoMoreFiles() {
+        getrlimit(RLIMIT_NOFILE, &before_);
+        const rlimit none = {0, before_.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &none);
+    }
+    NoMoreFiles(const NoMoreFiles&) = delete;
+    NoMoreFiles& operator=(const NoMoreFiles&) = delete;
+    ~NoMoreFiles() { setrlimit(RLIMIT_NOFILE, &before_); }
+
+private:
+    rlimit before_ = {};
+};
+
+// A copy of the archive with zeros where the data of META-INF/container.xml begin; removed at the
+// end.
+class DamagedCopy {
+public:
+    explicit DamagedCopy(const char* archive)
+        : path_(std::filesystem::temp_directory_path() / ("damaged" + std::to_string(getpid()))) {
+        std::filesystem::copy_file(archive, path_);
+        FileStream file(Name(), FileMode::Open, 2, 0);
+        file.Seek(110, SeekOrigin::Begin);
+        file.WriteByte(0);
+        file.WriteByte(0);
+    }
+    DamagedCopy(const DamagedCopy&) = delete;
+    DamagedCopy& operator=(const DamagedCopy&) = delete;
+    ~DamagedCopy() { std::filesystem::remove(path_); }
+
+    astring Name() const { return path_.string().c_str(); }
+
+private:
+    std::filesystem::path path_;
 };
 
 struct Calls {
@@ -86,6 +136,7 @@ const Calls kMemory[] = {
          MemoryStream(buffer, 1).SetCapacity(9);
      }},
     {"MemoryStream(-1)", [](auto*) { const MemoryStream stream(-1); }},
+    {"MemoryStream(LONG_MAX)", [](auto*) { const MemoryStream stream(LONG_MAX); }},
     {"SetLength(-1)", [](auto*) { MemoryStream().SetLength(-1); }},
     {"SetLength(0) at position 1",
      [](auto*) {
@@ -110,6 +161,11 @@ const Calls kFiles[] = {
      [](auto* name) { const FileStream file(name, FileMode::CreateNew, 2, 1); }},
     {"a file that is missing",
      [](auto*) { const FileStream file("/no such file", FileMode::Open, 1, 1); }},
+    {"setrlimit(RLIMIT_NOFILE) to none",
+     [](auto* name) {
+         const NoMoreFiles none;
+         const FileStream file(name, FileMode::Open, 1, 1);
+     }},
     {"a name with a NUL",
      [](auto*) { const FileStream file(astring("a\0b", 3), FileMode::Open, 1, 1); }},
     {"a name of 300 bytes",
@@ -136,6 +192,11 @@ const Calls kArchives[] = {
          Nothing target;
          const GZipStream stream(&target, CompressionMode::Decompress);
      }},
+    {"a mode without a name",
+     [](auto*) {
+         MemoryStream target;
+         const GZipStream stream(&target, static_cast<CompressionMode::CMODE>(2));
+     }},
     {"GZipStream().ReadByte()", [](auto*) { GZipStream().ReadByte(); }},
     {"GZipStream().WriteByte()", [](auto*) { GZipStream().WriteByte('a'); }},
     {"data that end behind their first bytes",
@@ -143,6 +204,17 @@ const Calls kArchives[] = {
          const unsigned char bytes[] = {0x1F, 0x8B, 8, 0};
          MemoryStream target(bytes, sizeof bytes);
          GZipStream(&target, CompressionMode::Decompress).ReadByte();
+     }},
+    {"Flush() again, after the target refused",
+     [](auto*) {
+         Full target;
+         GZipStream stream(&target, CompressionMode::Compress);
+         stream.WriteByte('a');
+         try {
+             stream.Flush();
+         } catch (const std::runtime_error&) {
+             stream.Flush();
+         }
      }},
     {"Seek(0, SeekOrigin::End)",
      [](auto*) {
@@ -158,6 +230,11 @@ const Calls kArchives[] = {
      [](auto*) { const ZipFileStream stream("/no such file", "a"); }},
     {"a member that is not there",
      [](auto* name) { const ZipFileStream stream(name, "no such member"); }},
+    {"Seek(9, SeekOrigin::Begin) over damaged data",
+     [](auto* name) {
+         const DamagedCopy archive(name);
+         ZipFileStream(archive.Name(), "META-INF/container.xml").Seek(9, SeekOrigin::Begin);
+     }},
 };
 
 bool Provoke(const Calls& calls, const char* archive) {

@@ -25,6 +25,14 @@ public:
     void Lock() { SetReadOnly(true); }
 };
 
+// A node of a kind that no document makes.
+class Declaration : public Node {
+public:
+    explicit Declaration(Document& document)
+        : Node(Dom::DOMNodeType::XML_DECLARATION_NODE, "", "xml", &document) {}
+    Node* CloneNode(bool) override { return nullptr; }
+};
+
 // What the calls work on: a document with the elements a, b in it and c behind b.
 struct Tree {
     Document document;
@@ -113,6 +121,11 @@ const Calls kCalls[] = {
      [](auto& tree) {
          Dom::DocumentType type("a", "", "", &tree.document);
          tree.document.AppendChild(&type);
+     }},
+    {"AppendChild() of an XML declaration",
+     [](auto& tree) {
+         Declaration declaration(tree.document);
+         tree.document.AppendChild(&declaration);
      }},
     {"AppendChild() of the text \" x\"",
      [](auto& tree) {
