@@ -4,6 +4,7 @@
 /// \file
 /// The reader and what belongs to it: namespaces and the hash map.
 
+#include <espalier/io/Exception.h>
 #include <espalier/xml/Formatting.h>
 #include <espalier/xml/Forward.h>
 #include <espalier/xml/HashItem.h>
