@@ -2,7 +2,9 @@
 #include "io/BackMemory.h"
 
 #include <cstdint>
-#include <sys/mman.h>
+#if __has_include(<sys/mman.h>)
+#    include <sys/mman.h>
+#endif
 
 namespace IO::detail {
 

@@ -1,39 +1,25 @@
 // SPDX-License-Identifier: MIT
 //
-// Files over POSIX descriptors: the only place where the library asks the operating system for
-// bytes. A file that reads ahead stands, for the system, at the end of what it has read ahead:
+// Files over descriptors. One that reads ahead stands, for the system, at the end of what it has
+// read ahead:
 //
 //     0      next_     filled_          kReadAhead
 //     | read | unread  |                |
 //                      ^ the descriptor's position
+#include "io/Descriptor.h"
 #include "io/OpenFile.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
-#include <fcntl.h>
 #include <memory>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace IO::detail {
 
 namespace {
 
-static_assert(sizeof(off_t) >= sizeof(long), "positions must not be truncated");
-
 constexpr int kReadAhead = 64 * 1024;  // 64 requests of 1 KiB for one call of the system
-
-// Calls a function of the system again for as long as a signal interrupts it.
-template <typename Call>
-auto Uninterrupted(Call call) {
-    for (;;) {
-        const auto result = call();
-        if (result != -1 || errno != EINTR) return result;
-    }
-}
 
 class DescriptorFile final : public OpenFile {
 public:
@@ -57,7 +43,6 @@ public:
     int Open(const char* name, FileMode mode, unsigned access, unsigned share);
 
 private:
-    int ReadOnce(unsigned char* buffer, int count);
     int ReadThroughBuffer(unsigned char* buffer, int count);
 
     int descriptor_;                           // -1 when closed
@@ -68,50 +53,41 @@ private:
 };
 
 long DescriptorFile::Length() {
-    const off_t position = ::lseek(descriptor_, 0, SEEK_CUR);
+    const long position = SeekDescriptor(descriptor_, 0, Whence::Current);
     if (position < 0) return -1;
-    const off_t length = ::lseek(descriptor_, 0, SEEK_END);
-    ::lseek(descriptor_, position, SEEK_SET);
+    const long length = SeekDescriptor(descriptor_, 0, Whence::End);
+    SeekDescriptor(descriptor_, position, Whence::Begin);
     return length;
 }
 
 long DescriptorFile::Position() {
-    const off_t position = ::lseek(descriptor_, 0, SEEK_CUR);
+    const long position = SeekDescriptor(descriptor_, 0, Whence::Current);
     return position < 0 ? -1 : position - (filled_ - next_);
 }
 
 long DescriptorFile::Seek(long offset, Whence whence) {
-    if (filled_ == 0) {
-        const int origin = whence == Whence::End       ? SEEK_END
-                           : whence == Whence::Current ? SEEK_CUR
-                                                       : SEEK_SET;
-        return ::lseek(descriptor_, offset, origin);
-    }
+    if (filled_ == 0) return SeekDescriptor(descriptor_, offset, whence);
+    const long here = Position();
     if (whence == Whence::Current) {
-        if (__builtin_add_overflow(offset, Position(), &offset)) return -1;
+        if (here < 0 || __builtin_add_overflow(offset, here, &offset)) return -1;
         whence = Whence::Begin;
     }
-    if (whence == Whence::Begin) {
+    if (whence == Whence::Begin && here >= 0) {
         // What was read ahead is kept when the target lies in it: archives are read in small hops.
-        const long bufferStart = Position() - next_;
+        const long bufferStart = here - next_;
         if (offset >= bufferStart && offset <= bufferStart + filled_) {
             next_ = static_cast<int>(offset - bufferStart);
             return offset;
         }
     }
-    const off_t position =
-        ::lseek(descriptor_, offset, whence == Whence::End ? SEEK_END : SEEK_SET);
+    const long position = SeekDescriptor(descriptor_, offset, whence);
     if (position >= 0) next_ = filled_ = 0;
     return position;
 }
 
 int DescriptorFile::Read(unsigned char* buffer, int count) {
-    return readsAhead_ ? ReadThroughBuffer(buffer, count) : ReadOnce(buffer, count);
-}
-
-int DescriptorFile::ReadOnce(unsigned char* buffer, int count) {
-    return static_cast<int>(Uninterrupted(
-        [&] { return ::read(descriptor_, buffer, static_cast<std::size_t>(count)); }));
+    return readsAhead_ ? ReadThroughBuffer(buffer, count)
+                       : ReadDescriptor(descriptor_, buffer, count);
 }
 
 int DescriptorFile::ReadThroughBuffer(unsigned char* buffer, int count) {
@@ -119,7 +95,7 @@ int DescriptorFile::ReadThroughBuffer(unsigned char* buffer, int count) {
     while (copied < count) {
         if (next_ == filled_) {
             if (count - copied >= kReadAhead) {
-                const int direct = ReadOnce(buffer + copied, count - copied);
+                const int direct = ReadDescriptor(descriptor_, buffer + copied, count - copied);
                 next_ = filled_ = 0;
                 if (direct > 0) return copied + direct;
                 return copied > 0 ? copied : direct;
@@ -127,7 +103,7 @@ int DescriptorFile::ReadThroughBuffer(unsigned char* buffer, int count) {
             if (buffer_ == nullptr) {
                 buffer_ = std::make_unique_for_overwrite<unsigned char[]>(kReadAhead);
             }
-            const int result = ReadOnce(buffer_.get(), kReadAhead);
+            const int result = ReadDescriptor(descriptor_, buffer_.get(), kReadAhead);
             next_ = 0;
             filled_ = std::max(result, 0);
             // After a part was delivered, an error shows in the next call.
@@ -144,76 +120,38 @@ int DescriptorFile::ReadThroughBuffer(unsigned char* buffer, int count) {
 bool DescriptorFile::Write(const unsigned char* buffer, int count) {
     dirty_ = true;
     while (count > 0) {
-        const ssize_t written = Uninterrupted(
-            [&] { return ::write(descriptor_, buffer, static_cast<std::size_t>(count)); });
+        const int written = WriteDescriptor(descriptor_, buffer, count);
         if (written <= 0) return false;
         buffer += written;
-        count -= static_cast<int>(written);
+        count -= written;
     }
     return true;
 }
 
-bool DescriptorFile::SetLength(long length) {
-    return Uninterrupted([&] { return ::ftruncate(descriptor_, length); }) == 0;
-}
+bool DescriptorFile::SetLength(long length) { return ResizeDescriptor(descriptor_, length); }
 
 bool DescriptorFile::Flush() {
     dirty_ = false;
-    if (Uninterrupted([&] { return ::fdatasync(descriptor_); }) == 0) return true;
-    // Pipes, terminals and their like have nothing to commit.
-    return errno == EINVAL || errno == EROFS || errno == ENOTSUP;
+    return CommitDescriptor(descriptor_);
 }
 
 bool DescriptorFile::Close() {
     const bool wasDirty = dirty_;
     const bool flushed = !dirty_ || Flush();
-    // Not repeated after EINTR: the descriptor is closed then, and may be another file's already.
-    const bool closed = ::close(descriptor_) == 0 || errno == EINTR;
+    const bool closed = CloseDescriptor(descriptor_);
     descriptor_ = -1;
     buffer_.reset();
     next_ = filled_ = 0;
     return flushed && (closed || !wasDirty);
 }
 
-int OpenFlags(FileMode mode, unsigned access) {
-    int flags = O_CLOEXEC | O_NOCTTY;
-    switch (mode) {
-    case FileMode::Append: flags |= O_CREAT | O_APPEND; break;
-    case FileMode::CreateNew: flags |= O_CREAT | O_EXCL; break;
-    case FileMode::Create:
-    case FileMode::OpenOrCreate: flags |= O_CREAT; break;
-    case FileMode::Open:
-    case FileMode::Truncate: break;
-    }
-    // Emptying a file takes a descriptor that may write, whatever the stream may do.
-    const bool empties = mode == FileMode::Create || mode == FileMode::Truncate;
-    if (access == 3 || (access == 1 && empties)) return flags | O_RDWR;
-    return flags | (access == 2 ? O_WRONLY : O_RDONLY);
-}
-
-// Takes the lock that keeps others out as `share` says; returns false when somebody is in already.
-bool Lock(int descriptor, unsigned access, unsigned share) {
-    if (share == 3) return true;
-    const bool shared = share == 1 && access == 1;
-    const int operation = (shared ? LOCK_SH : LOCK_EX) | LOCK_NB;
-    if (Uninterrupted([&] { return ::flock(descriptor, operation); }) == 0) return true;
-    return errno != EWOULDBLOCK;  // any other error: the file system has no locks
-}
-
 int DescriptorFile::Open(const char* name, FileMode mode, unsigned access, unsigned share) {
-    constexpr mode_t kOwnerReadsAndWrites = 0600;
-    descriptor_ =
-        Uninterrupted([&] { return ::open(name, OpenFlags(mode, access), kOwnerReadsAndWrites); });
-    if (descriptor_ < 0) return errno;
-
-    struct stat status = {};
-    if (::fstat(descriptor_, &status) != 0) return errno;
-    if (S_ISDIR(status.st_mode)) return EISDIR;
-    if (!S_ISREG(status.st_mode)) return 0;
-    if (!Lock(descriptor_, access, share)) return EACCES;
+    const OpenedDescriptor opened = OpenDescriptor(name, mode, access, share);
+    if (opened.descriptor < 0) return opened.error;
+    descriptor_ = opened.descriptor;
+    if (!opened.isRegular) return 0;
     // Only now that the lock is held: a refused open destroys nothing.
-    const bool empties = mode == FileMode::Create || mode == FileMode::Truncate;
-    if (empties && !SetLength(0)) return errno;
+    if (Empties(mode) && !SetLength(0)) return errno;
     readsAhead_ = access == 1;
     return 0;
 }

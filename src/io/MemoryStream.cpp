@@ -147,7 +147,10 @@ void MemoryStream::Write(const unsigned char* buffer, int offset, int count) {
     if (!CanWrite()) Xml::Exception::ThrowException("Write not supported");
 
     const unsigned char* source = buffer + range.offset;
-    const long end = position_ + range.count;
+    long end = 0;
+    if (__builtin_add_overflow(position_, range.count, &end)) {  // where `long` has 32 bits
+        Xml::Exception::ThrowException(kOutOfMemory);
+    }
     if (growable_ && end > capacity_) {
         // A caller may append the stream's own bytes to it: they move with the block.
         const std::less<> before;
@@ -231,7 +234,7 @@ void MemoryStream::ChangeCapacity(long capacity) {
 
 // Raises the capacity so that a write of `count` bytes that ends at `end` fits.
 void MemoryStream::Grow(long count, long end) {
-    const long capacity = capacity_ + std::max(count, kSmallestGrowth);
+    const long capacity = detail::SaturatingAdd(capacity_, std::max(count, kSmallestGrowth));
     const long size = block_ != nullptr ? block_->size : 0;
     if (capacity > size && !Reallocate(std::max(capacity, detail::SaturatingAdd(size, size))) &&
         !Reallocate(capacity)) {

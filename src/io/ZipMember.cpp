@@ -213,13 +213,13 @@ bool ZipMember::HasTheSameNameInFront(std::string_view name) {
     const int extra = unzGetLocalExtrafield(zip_, nullptr, 0);
     const auto data = static_cast<long>(unzGetCurrentFileZStreamPos64(zip_));
     const long place = data - extra - static_cast<long>(name.size());
+    const uLong size = static_cast<unsigned>(name.size());  // 16 bits in the archive
     astring inFront;
     inFront.resize(name.size());
     return extra >= 0 && place >= 0 &&
            SeekStream(&source_, nullptr, static_cast<ZPOS64_T>(place), ZLIB_FILEFUNC_SEEK_SET) ==
                0 &&
-           ReadStream(&source_, nullptr, inFront.begin(), name.size()) == name.size() &&
-           inFront == name;
+           ReadStream(&source_, nullptr, inFront.begin(), size) == size && inFront == name;
 }
 
 void ZipMember::FailAtEnd() {

@@ -37,14 +37,14 @@ struct XmlName : NameParts {
 
     /// What the name is bound to as a prefix, good while the generation is the current one.
     const astring* uri = nullptr;
-    unsigned long generation = ~0UL;
+    std::uint64_t generation = ~std::uint64_t{0};
 
     /// What somebody who keeps names of his own calls the name of an element, and of an attribute:
     /// good for him whose serial number it is, and as long as the generation is the current one.
     struct Counterpart {
         const void* name = nullptr;
         std::uint64_t keeper = 0;
-        unsigned long generation = 0;
+        std::uint64_t generation = 0;
     };
     Counterpart elementCounterpart;
     Counterpart attributeCounterpart;

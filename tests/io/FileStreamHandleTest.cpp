@@ -111,21 +111,6 @@ TEST_F(FileStreamHandleTest, AWriteErrorIsTold) {
     EXPECT_THROW_FULL(stream.WriteByte('x'), "File write error", "", -1, -1);
 }
 
-TEST_F(FileStreamHandleTest, AFullDiskIsToldByFlushOrClose) {
-    FileStream flushed(std::fopen("/dev/full", "wb"), kWrite, true);
-    flushed.WriteByte('x');
-    EXPECT_THROW_FULL(flushed.Flush(), "File write error", "", -1, -1);
-
-    FileStream closed(std::fopen("/dev/full", "wb"), kWrite, true);
-    closed.WriteByte('x');
-    EXPECT_THROW_FULL(closed.Close(), "File write error", "", -1, -1);
-    EXPECT_NO_THROW(closed.Close());
-
-    FileStream* destroyed = new FileStream(std::fopen("/dev/full", "wb"), kWrite, true);
-    destroyed->WriteByte('x');
-    EXPECT_NO_THROW(delete destroyed);
-}
-
 TEST_F(FileStreamHandleTest, CopiesShareOneHandle) {
     FileStream first(Open("abc", "rb"), kRead, true);
     FileStream second(first);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/io/FileStream.h>
 
+#include "support/Descriptor.h"
 #include "support/ExpectThrow.h"
 #include "support/FileTest.h"
 
@@ -9,10 +10,8 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fcntl.h>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 
 namespace {
 
@@ -35,7 +34,7 @@ class FileStreamTest : public support::FileTest {};
 class StandardInput {
 public:
     explicit StandardInput(const std::string& path) : kept_(::dup(0)) {
-        const int opened = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+        const int opened = ::open(path.c_str(), O_RDONLY | support::kDescriptorFlags);
         isThere_ = ::dup2(opened, 0) == 0;
         ::close(opened);
     }
@@ -189,28 +188,6 @@ TEST_F(FileStreamTest, WithNothingOpenTheOperationsSaySo) {
     EXPECT_EQ(Content(path), "abc");
 }
 
-TEST_F(FileStreamTest, AFullDiskIsAWriteError) {
-    FileStream stream("/dev/full", FileMode::Open, kWrite, kDenyNothing);
-    EXPECT_THROW_FULL(stream.WriteByte('x'), "File write error", "", -1, -1);
-}
-
-TEST_F(FileStreamTest, FilesOverFourGibibytesKeepTheirPositions) {
-    const std::string path = Path("large");
-    constexpr long kFar = 5L * 1024 * 1024 * 1024;
-    FileStream stream(path, FileMode::Create, kReadWrite, kDenyNothing);
-    EXPECT_EQ(stream.Seek(kFar, SeekOrigin::Begin), kFar);
-    stream.WriteByte('x');
-    EXPECT_EQ(stream.Length(), kFar + 1);
-    EXPECT_EQ(stream.Position(), kFar + 1);
-    stream.Close();
-
-    FileStream reader(path, FileMode::Open, kRead, kDenyNothing);
-    EXPECT_EQ(reader.ReadByte(), 0);
-    EXPECT_EQ(reader.Seek(kFar - 1, SeekOrigin::Current), kFar);
-    EXPECT_EQ(reader.ReadByte(), 'x');
-    EXPECT_EQ(reader.Position(), kFar + 1);
-}
-
 TEST_F(FileStreamTest, ReadingAheadGivesTheSameBytesForReadsOfAnySize) {
     const std::string content = Pattern(200'001);
     const std::string path = Make("file", content);
@@ -297,7 +274,7 @@ TEST_F(FileStreamTest, CopiesShareOneOpenFile) {
 
 TEST_F(FileStreamTest, TheLastOfTheCopiesClosesTheFile) {
     const std::string path = Make("file", "abc");
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const int descriptor = ::open(path.c_str(), O_RDONLY | support::kDescriptorFlags);
     {
         FileStream last;
         {
@@ -305,9 +282,9 @@ TEST_F(FileStreamTest, TheLastOfTheCopiesClosesTheFile) {
             last = first;
         }
         EXPECT_EQ(last.ReadByte(), 'a');
-        EXPECT_NE(::fcntl(descriptor, F_GETFD), -1);
+        EXPECT_TRUE(support::IsOpen(descriptor));
     }
-    EXPECT_EQ(::fcntl(descriptor, F_GETFD), -1);
+    EXPECT_FALSE(support::IsOpen(descriptor));
 }
 
 TEST_F(FileStreamTest, AssignmentClosesWhatTheTargetHad) {
@@ -329,7 +306,7 @@ TEST_F(FileStreamTest, AssignmentClosesWhatTheTargetHad) {
 
 TEST_F(FileStreamTest, ADescriptorThatIsNotOwnedStaysOpen) {
     const std::string path = Make("file", "abc");
-    const int descriptor = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+    const int descriptor = ::open(path.c_str(), O_RDWR | support::kDescriptorFlags);
     ASSERT_GE(descriptor, 0);
     {
         FileStream stream(descriptor, kReadWrite, false);
@@ -343,18 +320,18 @@ TEST_F(FileStreamTest, ADescriptorThatIsNotOwnedStaysOpen) {
         EXPECT_THROW_FULL(stream.ReadByte(), "File not open!", "", -1, -1);
         EXPECT_EQ(copy.ReadByte(), 'c');  // whoever owns nothing closes nothing for others
     }
-    EXPECT_NE(::fcntl(descriptor, F_GETFD), -1);
+    EXPECT_TRUE(support::IsOpen(descriptor));
     ::close(descriptor);
     EXPECT_EQ(Content(path), "axc");
 }
 
 TEST_F(FileStreamTest, AnOwnedDescriptorIsClosed) {
     const std::string path = Make("file", "abc");
-    const int descriptor = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+    const int descriptor = ::open(path.c_str(), O_RDWR | support::kDescriptorFlags);
     FileStream stream(descriptor, kReadWrite, true);
     stream.WriteByte('x');
     stream.Close();
-    EXPECT_EQ(::fcntl(descriptor, F_GETFD), -1);
+    EXPECT_FALSE(support::IsOpen(descriptor));
     EXPECT_EQ(Content(path), "xbc");
     EXPECT_NO_THROW(stream.Close());
 }

@@ -4,6 +4,7 @@
 #include <espalier/io/MemoryStream.h>
 
 #include "support/Archives.h"
+#include "support/Descriptor.h"
 #include "support/ExpectThrow.h"
 #include "support/FileTest.h"
 #include "support/RecordingStream.h"
@@ -14,7 +15,6 @@
 
 #include <random>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -180,9 +180,10 @@ TEST(GZipStreamSeek, ATargetThatCannotSeekIsNeverAskedTo) {
 TEST(GZipStreamSeek, APipeOnlyGoesForward) {
     const std::string data = MakeGzip("abcdef");
     int ends[2];
-    ASSERT_EQ(::pipe(ends), 0);
-    ASSERT_EQ(::write(ends[1], data.data(), data.size()), static_cast<ssize_t>(data.size()));
-    ::close(ends[1]);
+    ASSERT_TRUE(support::MakePipe(ends));
+    IO::FileStream writer(ends[1], 2, true);
+    Write(writer, data);
+    writer.Close();
     IO::FileStream pipe(ends[0], 1, true);
     GZipStream stream(&pipe, CompressionMode::Decompress);
     EXPECT_EQ(stream.Seek(3, SeekOrigin::Begin), 3);

@@ -38,7 +38,7 @@ std::string Number(std::uint64_t value, int size) {
 std::string Deflated(std::string content) {
     z_stream zlib = {};
     EXPECT_EQ(deflateInit2(&zlib, 9, Z_DEFLATED, kRaw, 8, Z_DEFAULT_STRATEGY), Z_OK);
-    std::string output(deflateBound(&zlib, content.size()), '\0');
+    std::string output(deflateBound(&zlib, Size(content)), '\0');
     zlib.next_in = Bytes(content);
     zlib.avail_in = Size(content);
     zlib.next_out = Bytes(output);

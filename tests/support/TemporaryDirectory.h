@@ -5,8 +5,8 @@
 
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <sstream>
-#include <stdlib.h>  // mkdtemp
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -16,8 +16,13 @@ namespace support {
 /// A directory of its own for each test, removed with all that is in it.
 class TemporaryDirectory {
 public:
-    TemporaryDirectory() : path_(testing::TempDir() + "espalier-XXXXXX") {
-        if (::mkdtemp(path_.data()) == nullptr) ADD_FAILURE() << "cannot make " << path_;
+    TemporaryDirectory() {
+        std::random_device random;
+        std::error_code error;
+        do  // a name that nobody has yet
+            path_ = testing::TempDir() + "espalier-" + std::to_string(random());
+        while (!std::filesystem::create_directory(path_, error) && !error);
+        if (error) ADD_FAILURE() << "cannot make " << path_;
     }
     TemporaryDirectory(const TemporaryDirectory&) = delete;
     TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;

@@ -337,6 +337,9 @@ TEST_F(XmlTextWriterFile, IsWrittenInLargePieces) {
 }
 
 TEST_F(XmlTextWriterFile, ThatIsFullThrowsAndIsClosed) {
+#ifdef _WIN32
+    GTEST_SKIP() << "Windows has no file that is always full";
+#endif
     Xml::UTF8Encoding encoding;
     XmlTextWriter writer("/dev/full", &encoding);
     writer.WriteStartElement("r");

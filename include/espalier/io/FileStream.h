@@ -39,6 +39,10 @@ class OpenFile;
 /// processes, until the file is closed. They are tried once, without waiting; only regular files
 /// are locked, and a file system without locks counts as one where nobody else has the file.
 ///
+/// On Windows the system locks, against everybody: a share of 3 does not open what another stream
+/// keeps to itself. Names are UTF-8 there, and a position beyond 2 GiB, which `long` cannot tell,
+/// is -1 or cannot be set.
+///
 /// Copies of a stream share one open file: they have one position, and Close() on one of them
 /// closes the file for all when the stream owns it. The last of them closes it at the latest.
 ///

@@ -12,6 +12,7 @@
 
 #include <array>
 #include <charconv>
+#include <cstdint>
 #include <iterator>
 #include <optional>
 #include <string>
@@ -233,7 +234,7 @@ bool QueryParser::ParseRatio(MediaCondition& condition) {
 }
 
 bool QueryParser::ParseInteger(double& value) {
-    const std::optional<long> number = ReadInteger(cursor_);
+    const std::optional<std::int32_t> number = ReadInteger(cursor_);
     if (!number || cursor_.Front() == '.' || cursor_.IsAt(kName)) return false;
     value = static_cast<double>(*number);
     return true;

@@ -7,6 +7,7 @@
 #include "dom/css/CssText.h"
 #include "support/FailingStream.h"
 #include "support/GeneratedStream.h"
+#include "support/PeakMemory.h"
 #include "support/PrintAstring.h"
 #include "support/RecordingStream.h"
 #include "support/Sanitizers.h"
@@ -20,7 +21,6 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <sys/resource.h>
 #include <utility>
 #include <vector>
 
@@ -74,13 +74,6 @@ std::string ManyRules(int count) {
     for (int i = 0; i < count; ++i)
         text += "p{a:b}";
     return text;
-}
-
-// Returns the most memory that the process has had, in bytes.
-std::size_t PeakMemory() {
-    rusage usage = {};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<std::size_t>(usage.ru_maxrss) * 1024;
 }
 
 }  // namespace
@@ -219,7 +212,7 @@ TEST(CssReaderStream, ALongSheetTakesLittleMemory) {
     const std::string rule = "h1 , h2 {color:red;  /* c */ margin : 0 1px !important}\n";
     support::GeneratedStream stream;
     stream.Add(rule, kRules);
-    const std::size_t before = PeakMemory();
+    const std::size_t before = support::PeakMemory();
     CssReader reader(&stream, astring("UTF-8"));
     int rules = 0;
     while (reader.ReadRule() == "h1 , h2 { color: red; margin: 0 1px !important }") {
@@ -227,7 +220,8 @@ TEST(CssReaderStream, ALongSheetTakesLittleMemory) {
         ASSERT_TRUE(reader.Read());  // the line feed
     }
     EXPECT_EQ(rules, kRules);
-    EXPECT_LT(PeakMemory() - before, 4U << 20) << "of " << rule.size() * kRules << " bytes";
+    EXPECT_LT(support::PeakMemory() - before, 4U << 20)
+        << "of " << rule.size() * kRules << " bytes";
 }
 
 TEST(CssReaderStream, ReadsOfAnySizeTellTheSame) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/dom/DOMList.h>
 
+#include "support/LargeIndex.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -59,7 +61,7 @@ TEST(DOMList, ItemsBeyondTheCountAreNull) {
 }
 
 TEST(DOMList, IndexesAreNotCutToThirtyTwoBits) {
-    constexpr unsigned long kTooLarge = 1UL << 32;
+    constexpr unsigned long kTooLarge = support::kPast32Bits;
     std::string deleted;
     List list;
     auto* const a = new Letter('a', deleted);
