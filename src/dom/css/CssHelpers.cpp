@@ -4,6 +4,7 @@
 #include "dom/css/TextCursor.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <optional>
 #include <string_view>
@@ -77,7 +78,7 @@ bool ParseHexValue(const char*& text, int& value) {
 
 bool ParseInteger(const char*& text, long& value) {
     TextCursor cursor(text);
-    const std::optional<long> number = detail::ReadInteger(cursor);
+    const std::optional<std::int32_t> number = detail::ReadInteger(cursor);
     if (!number) return false;
     value = *number;
     text = cursor.at;

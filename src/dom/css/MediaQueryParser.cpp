@@ -8,10 +8,11 @@
 #include "dom/css/AsciiCase.h"
 #include "dom/css/BlockScanner.h"
 #include "dom/css/CssCharacters.h"
+#include "dom/css/NumberText.h"
 #include "dom/css/TextCursor.h"
 
 #include <array>
-#include <charconv>
+#include <cstdint>
 #include <iterator>
 #include <optional>
 #include <string>
@@ -79,13 +80,11 @@ std::optional<double> ReadNumber(TextCursor& cursor) {
     }
     const std::string_view digits = next.Since(begin);
     if (digits.empty()) return {};
-    double value = 0;
-    const std::string text = "0" + std::string(digits);
-    const auto read =
-        std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
-    if (read.ec != std::errc()) return {};
+    std::string_view text = digits;
+    const std::optional<double> value = TakeDecimal(text);
+    if (!value) return {};
     cursor.at = next.at;
-    return isNegative ? -value : value;
+    return isNegative ? -*value : *value;
 }
 
 class QueryParser {
@@ -233,7 +232,7 @@ bool QueryParser::ParseRatio(MediaCondition& condition) {
 }
 
 bool QueryParser::ParseInteger(double& value) {
-    const std::optional<long> number = ReadInteger(cursor_);
+    const std::optional<std::int32_t> number = ReadInteger(cursor_);
     if (!number || cursor_.Front() == '.' || cursor_.IsAt(kName)) return false;
     value = static_cast<double>(*number);
     return true;

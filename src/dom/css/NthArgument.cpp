@@ -5,6 +5,7 @@
 #include "dom/css/CssCharacters.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace Dom::CSS::detail {
@@ -89,7 +90,7 @@ bool ParseNth(const char*& text, int& step, int& offset) {
 }
 
 bool IsNth(long position, int step, int offset) {
-    const long distance = position - offset;
+    const std::int64_t distance = std::int64_t{position} - offset;
     if (step == 0) return distance == 0;
     return distance % step == 0 && distance / step >= 0;
 }

@@ -98,7 +98,7 @@ bool ReadHexColor(TextCursor& cursor, unsigned& color) {
 }
 
 bool ReadColorPart(TextCursor& cursor, unsigned& color) {
-    const std::optional<long> part = ReadInteger(cursor);
+    const std::optional<std::int32_t> part = ReadInteger(cursor);
     if (!part || *part < 0 || *part > 255) return false;
     color = color << 8 | static_cast<unsigned>(*part);
     return true;
@@ -241,19 +241,19 @@ std::string_view ReadFunctionOfIdent(TextCursor& cursor, std::string_view begin,
     return ident;
 }
 
-std::optional<long> ReadInteger(TextCursor& cursor) {
+std::optional<std::int32_t> ReadInteger(TextCursor& cursor) {
     using Limits = std::numeric_limits<std::int32_t>;
     TextCursor next = cursor;
     const bool isNegative = SkipCharacter(next, '-');
     if (!isNegative) SkipCharacter(next, '+');
     if (!next.IsAt(kDigit)) return {};
-    long value = 0;  // wider than the limits
+    std::int64_t value = 0;  // wider than the limits
     for (; next.IsAt(kDigit); ++next.at) {
         value = value * 10 + (isNegative ? '0' - *next.at : *next.at - '0');
         if (value < Limits::min() || value > Limits::max()) return {};
     }
     cursor.at = next.at;
-    return value;
+    return static_cast<std::int32_t>(value);
 }
 
 std::optional<unsigned> ReadColor(TextCursor& cursor) {

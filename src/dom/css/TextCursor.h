@@ -7,6 +7,7 @@
 #include "dom/css/CharacterFlags.h"
 
 #include <cassert>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
@@ -84,7 +85,7 @@ std::optional<std::string_view> ReadUrl(TextCursor& cursor, astring& buffer);
 std::string_view ReadFunctionOfIdent(TextCursor& cursor, std::string_view begin, astring& buffer);
 
 /// Reads an integer of 32 bits with or without a sign.
-std::optional<long> ReadInteger(TextCursor& cursor);
+std::optional<std::int32_t> ReadInteger(TextCursor& cursor);
 /// Reads a colour, and returns it as 0xRRGGBB.
 std::optional<unsigned> ReadColor(TextCursor& cursor);
 
