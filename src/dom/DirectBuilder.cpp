@@ -18,6 +18,7 @@
 #include "xml/HashIndex.h"
 
 #include <atomic>
+#include <cstdint>
 #include <memory>
 #include <typeinfo>
 
@@ -46,7 +47,7 @@ DirectBuilder::DirectBuilder(Document& document, Xml::XmlTextReader& reader)
 
 inline const NodeName* DirectBuilder::NameOf(Xml::detail::XmlName::Counterpart& counterpart,
                                              std::string_view uri, std::string_view qualified) {
-    const unsigned long generation = core_.NamespaceGeneration();
+    const std::uint64_t generation = core_.NamespaceGeneration();
     const auto* name = static_cast<const NodeName*>(counterpart.name);
     if (counterpart.keeper == serial_) {
         if (counterpart.generation == generation) return name;

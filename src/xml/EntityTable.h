@@ -33,7 +33,7 @@ struct EntityRecord {
     bool isExternal = false;       ///< it has a system identifier, and no text
     bool isInParameter = false;    ///< it is declared in the text of a parameter entity
     bool isProvenContent = false;  ///< its text is known to be well-formed content ...
-    unsigned long provenIn = 0;    ///< ... with the namespaces of this generation
+    std::uint64_t provenIn = 0;    ///< ... with the namespaces of this generation
     bool isProvenValue = false;    ///< its text is known to be well-formed in a value
     Place place{0, 0};             ///< where the declaration starts
     bool inUse = false;            ///< it is being expanded, so a reference to it would never end

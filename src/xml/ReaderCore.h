@@ -136,7 +136,7 @@ public:
     /// Returns the name of the element that the reader stands on.
     XmlName& ElementName() const { return *Top().name; }
     /// Returns a number that changes with the namespaces that are declared.
-    unsigned long NamespaceGeneration() const { return nsSupport_.Generation(); }
+    std::uint64_t NamespaceGeneration() const { return nsSupport_.Generation(); }
     const astring& LookupNamespace(std::string_view prefix) const;
 
 private:

@@ -79,7 +79,7 @@ inline void ReaderCore::ForgetAttributes() {
 
 // Returns what a prefix is bound to, from the name itself while no declaration has changed.
 inline const astring* ReaderCore::UriOf(XmlName& prefix) {
-    const unsigned long generation = nsSupport_.Generation();
+    const std::uint64_t generation = nsSupport_.Generation();
     if (prefix.generation != generation) {
         prefix.uri = &nsSupport_.GetURI(prefix.qualified);
         prefix.generation = generation;

@@ -8,6 +8,7 @@
 #include "xml/ReaderCore.h"
 #include "xml/StandardMessages.h"
 
+#include <cstdint>
 #include <utility>  // std::exchange
 
 namespace Xml::detail {
@@ -48,7 +49,7 @@ ReaderCore::Reference ReaderCore::TakeStandardReference(bool isPending) {
 void ReaderCore::ProveContent(EntityRecord& record) {
     const bool isMarkup = entities_->Measure(record).isMarkup;
     const bool dependsOnPrefixes = namespaces && isMarkup;
-    const unsigned long generation = NamespaceGeneration();
+    const std::uint64_t generation = NamespaceGeneration();
     if (record.isProvenContent && (!dependsOnPrefixes || record.provenIn == generation)) return;
     CheckEntityText(record, Around::Text);
     Charge(record);

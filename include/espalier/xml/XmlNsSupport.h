@@ -6,6 +6,7 @@
 #include <espalier/xml/HashMap.h>
 #include <espalier/xml/XmlNamespace.h>
 
+#include <cstdint>
 #include <limits>
 #include <string_view>
 
@@ -118,7 +119,7 @@ public:
 
     /// Returns a number that changes whenever what some prefix resolves to may have changed, so
     /// that results can be kept until then.
-    unsigned long Generation() const { return generation_; }
+    std::uint64_t Generation() const { return generation_; }
 
 protected:
     /// Returns the prefixes in force with their XmlNamespace; the default namespace is not there.
@@ -160,7 +161,7 @@ private:
     Xml::HashMap prefixes_;                   // prefix to the XmlNamespace in force
     XmlNamespace* declarations_ = nullptr;    // the most recent first; owned
     XmlNamespace* freeList_ = nullptr;        // records for the next declarations; owned
-    unsigned long generation_ = 0;            // counts the changes of bindings
+    std::uint64_t generation_ = 0;            // counts the changes of bindings
     astring localName_;                       // of the last name that was processed
     astring rawName_;                         // the last name that was processed
 };
