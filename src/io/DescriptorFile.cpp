@@ -6,6 +6,7 @@
 //     0      next_     filled_          kReadAhead
 //     | read | unread  |                |
 //                      ^ the descriptor's position
+#include "io/FilePosition.h"
 #include "io/OpenFile.h"
 
 #include <algorithm>
@@ -33,6 +34,14 @@ auto Uninterrupted(Call call) {
         const auto result = call();
         if (result != -1 || errno != EINTR) return result;
     }
+}
+
+// Returns the new position, or -1 when it cannot be set or told; then it is what it was.
+long SeekDescriptor(int descriptor, long offset, int origin) {
+    const off_t before = kLongIsShort ? ::lseek(descriptor, 0, SEEK_CUR) : 0;
+    const long position = LongOrNone(::lseek(descriptor, offset, origin));
+    if (kLongIsShort && position < 0) ::lseek(descriptor, before, SEEK_SET);
+    return position;
 }
 
 class DescriptorFile final : public OpenFile {
@@ -68,15 +77,15 @@ private:
 };
 
 long DescriptorFile::Length() {
-    const off_t position = ::lseek(descriptor_, 0, SEEK_CUR);
+    const long position = SeekDescriptor(descriptor_, 0, SEEK_CUR);
     if (position < 0) return -1;
-    const off_t length = ::lseek(descriptor_, 0, SEEK_END);
-    ::lseek(descriptor_, position, SEEK_SET);
+    const long length = SeekDescriptor(descriptor_, 0, SEEK_END);
+    SeekDescriptor(descriptor_, position, SEEK_SET);
     return length;
 }
 
 long DescriptorFile::Position() {
-    const off_t position = ::lseek(descriptor_, 0, SEEK_CUR);
+    const long position = SeekDescriptor(descriptor_, 0, SEEK_CUR);
     return position < 0 ? -1 : position - (filled_ - next_);
 }
 
@@ -85,24 +94,25 @@ long DescriptorFile::Seek(long offset, Whence whence) {
         const int origin = whence == Whence::End       ? SEEK_END
                            : whence == Whence::Current ? SEEK_CUR
                                                        : SEEK_SET;
-        return ::lseek(descriptor_, offset, origin);
+        return SeekDescriptor(descriptor_, offset, origin);
     }
+    const long position = Position();
     if (whence == Whence::Current) {
-        if (__builtin_add_overflow(offset, Position(), &offset)) return -1;
+        if (position < 0 || __builtin_add_overflow(offset, position, &offset)) return -1;
         whence = Whence::Begin;
     }
-    if (whence == Whence::Begin) {
+    if (whence == Whence::Begin && position >= 0) {
         // What was read ahead is kept when the target lies in it: archives are read in small hops.
-        const long bufferStart = Position() - next_;
+        const long bufferStart = position - next_;
         if (offset >= bufferStart && offset <= bufferStart + filled_) {
             next_ = static_cast<int>(offset - bufferStart);
             return offset;
         }
     }
-    const off_t position =
-        ::lseek(descriptor_, offset, whence == Whence::End ? SEEK_END : SEEK_SET);
-    if (position >= 0) next_ = filled_ = 0;
-    return position;
+    const long reached =
+        SeekDescriptor(descriptor_, offset, whence == Whence::End ? SEEK_END : SEEK_SET);
+    if (reached >= 0) next_ = filled_ = 0;
+    return reached;
 }
 
 int DescriptorFile::Read(unsigned char* buffer, int count) {

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <fcntl.h>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -195,8 +196,10 @@ TEST_F(FileStreamTest, AFullDiskIsAWriteError) {
 }
 
 TEST_F(FileStreamTest, FilesOverFourGibibytesKeepTheirPositions) {
+    constexpr bool kIsShort = std::numeric_limits<long>::digits < 33;
+    if (kIsShort) GTEST_SKIP() << "positions end at 2 GiB";
     const std::string path = Path("large");
-    constexpr long kFar = 5L * 1024 * 1024 * 1024;
+    constexpr long kFar = 5L << (kIsShort ? 0 : 30);
     FileStream stream(path, FileMode::Create, kReadWrite, kDenyNothing);
     EXPECT_EQ(stream.Seek(kFar, SeekOrigin::Begin), kFar);
     stream.WriteByte('x');
