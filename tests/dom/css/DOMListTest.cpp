@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/dom/DOMList.h>
 
+#include "support/FarIndex.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -59,15 +61,14 @@ TEST(DOMList, ItemsBeyondTheCountAreNull) {
 }
 
 TEST(DOMList, IndexesAreNotCutToThirtyTwoBits) {
-    constexpr unsigned long kTooLarge = 1UL << 32;
     std::string deleted;
     List list;
     auto* const a = new Letter('a', deleted);
     list.AddItem(a);
-    EXPECT_EQ(list.Item(kTooLarge), nullptr);
-    list.RemoveItemAt(kTooLarge);
+    EXPECT_EQ(list.Item(support::kFarIndex), nullptr);
+    list.RemoveItemAt(support::kFarIndex);
     EXPECT_EQ(Text(list), "a");
-    list.AddItemAt(kTooLarge, new Letter('b', deleted));
+    list.AddItemAt(support::kFarIndex, new Letter('b', deleted));
     EXPECT_EQ(Text(list), "ab");
 }
 
