@@ -3,6 +3,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <sstream>
 #include <stdexcept>
@@ -23,9 +24,9 @@ std::string FormatValue(double value) {
 
 double ParseValue(const std::string& text) {
     if (text == "-") return std::numeric_limits<double>::quiet_NaN();
-    double value = 0;
-    const auto end = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (end.ec != std::errc() || end.ptr != text.data() + text.size()) {
+    char* end = nullptr;
+    const double value = std::strtod(text.c_str(), &end);
+    if (text.empty() || end != text.c_str() + text.size() || !std::isfinite(value)) {
         throw std::runtime_error("no number: " + text);
     }
     return value;

@@ -63,7 +63,7 @@ long BufferedStream::Position() const {
     if (inner_ == nullptr) return 0;
     const long position = inner_->Position();
     if (position < 0) return position;  // a pipe knows of none
-    return writing_ ? position + bufferPosition_ : position - Unread();
+    return writing_ ? detail::SaturatingAdd(position, bufferPosition_) : position - Unread();
 }
 
 void BufferedStream::Close() {

@@ -20,6 +20,7 @@
 
 #include <espalier/io/Stream.h>
 
+#include "io/SeekTarget.h"
 #include "io/ZlibMemory.h"
 
 #include <algorithm>
@@ -92,7 +93,7 @@ int GzipReader::Deliver(unsigned char* buffer, int count) {
         if (piece > 0) std::memcpy(buffer, output_.get() + outputNext_, piece);
         outputNext_ += piece;
     }
-    position_ += static_cast<long>(piece);
+    position_ = SaturatingAdd(position_, static_cast<long>(piece));
     return static_cast<int>(piece);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Files over the standard handles of the caller's.
+#include "io/FilePosition.h"
 #include "io/OpenFile.h"
 
 #include <cerrno>
@@ -43,18 +44,21 @@ long HandleFile::Length() {
     const off_t length = ::ftello(handle_);
     ::fseeko(handle_, position, SEEK_SET);
     lastOperation_ = Operation::None;
-    return length;
+    return LongOrNone(length);
 }
 
-long HandleFile::Position() { return ::ftello(handle_); }
+long HandleFile::Position() { return LongOrNone(::ftello(handle_)); }
 
 long HandleFile::Seek(long offset, Whence whence) {
     const int origin = whence == Whence::End       ? SEEK_END
                        : whence == Whence::Current ? SEEK_CUR
                                                    : SEEK_SET;
+    const off_t before = kLongIsShort ? ::ftello(handle_) : 0;
     if (::fseeko(handle_, offset, origin) != 0) return -1;
     lastOperation_ = Operation::None;
-    return ::ftello(handle_);
+    const long position = LongOrNone(::ftello(handle_));
+    if (kLongIsShort && position < 0) ::fseeko(handle_, before, SEEK_SET);
+    return position;
 }
 
 int HandleFile::Read(unsigned char* buffer, int count) {

@@ -38,6 +38,7 @@ void Prefetch(const unsigned char* bytes, long count) {
 
 constexpr long kSmallestGrowth = 1024;
 constexpr char kOutOfMemory[] = "MemoryStream::SetCapacity: Out of memory";
+constexpr char kBufferFull[] = "MemoryStream::Write: Buffer full";
 
 // Stands for a caller's null pointer, so that a read-only stream always has a read-only buffer.
 constexpr unsigned char kNoBytes[1] = {};
@@ -148,8 +149,8 @@ void MemoryStream::Write(const unsigned char* buffer, int offset, int count) {
 
     const unsigned char* source = buffer + range.offset;
     long end = 0;
-    if (__builtin_add_overflow(position_, range.count, &end)) {  // where `long` has 32 bits
-        Xml::Exception::ThrowException(kOutOfMemory);
+    if (__builtin_add_overflow(position_, range.count, &end)) {
+        Xml::Exception::ThrowException(growable_ ? kOutOfMemory : kBufferFull);
     }
     if (growable_ && end > capacity_) {
         // A caller may append the stream's own bytes to it: they move with the block.
@@ -160,7 +161,7 @@ void MemoryStream::Write(const unsigned char* buffer, int offset, int count) {
         Grow(range.count, end);
         if (ownBytes) source = buffer_ + place;
     }
-    if (end > capacity_) Xml::Exception::ThrowException("MemoryStream::Write: Buffer full");
+    if (end > capacity_) Xml::Exception::ThrowException(kBufferFull);
 
     std::memmove(buffer_ + position_, source, static_cast<std::size_t>(range.count));
     position_ = end;

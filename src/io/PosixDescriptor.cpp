@@ -2,6 +2,7 @@
 //
 // Files as POSIX has them.
 #include "io/Descriptor.h"
+#include "io/FilePosition.h"
 
 #include <cerrno>
 #include <cstddef>
@@ -87,7 +88,10 @@ long SeekDescriptor(int descriptor, long offset, Whence whence) {
     const int origin = whence == Whence::End       ? SEEK_END
                        : whence == Whence::Current ? SEEK_CUR
                                                    : SEEK_SET;
-    return ::lseek(descriptor, offset, origin);
+    const off_t before = kLongIsShort ? ::lseek(descriptor, 0, SEEK_CUR) : 0;
+    const long position = LongOrNone(::lseek(descriptor, offset, origin));
+    if (kLongIsShort && position < 0) ::lseek(descriptor, before, SEEK_SET);
+    return position;
 }
 
 bool ResizeDescriptor(int descriptor, long length) {

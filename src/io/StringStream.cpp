@@ -51,7 +51,8 @@ void StringStream::Write(const unsigned char* buffer, int offset, int count) {
     const detail::ByteRange range = detail::FoldOffset(offset, count);
     if (range.count < 1) return;
 
-    const auto end = static_cast<std::size_t>(position_ + range.count);
+    const std::size_t end =
+        static_cast<std::size_t>(position_) + static_cast<std::size_t>(range.count);
     if (end > text_.length()) text_.resize(end);
     std::memcpy(text_.begin() + position_, buffer + range.offset,
                 static_cast<std::size_t>(range.count));

@@ -162,7 +162,8 @@ bool ZipMember::OpenMember(const char* name) {
     Sizes sizes = {info.uncompressed_size, info.compressed_size};
     TakeSizesOf64Bits(std::span(extra).first(info.size_file_extra), sizes);
     if (info.compression_method == kStored && sizes.uncompressed != sizes.compressed) return false;
-    length_ = static_cast<long>(std::min<ZPOS64_T>(sizes.uncompressed, LONG_MAX));
+    isTooLong_ = sizes.uncompressed > ZPOS64_T{LONG_MAX};
+    length_ = isTooLong_ ? LONG_MAX : static_cast<long>(sizes.uncompressed);
     statedChecksum_ = info.crc;
     // minizip takes a size that it did not find for 4 GiB, and would read on beyond the archive.
     checksHere_ = source_.padsEnd = sizes.uncompressed != info.uncompressed_size;
@@ -189,7 +190,7 @@ int ZipMember::Read(unsigned char* buffer, int count) {
 bool ZipMember::EndsWell() {
     isOpen_ = false;
     // minizip compares the checksum when it closes a member that it has read as a whole.
-    const bool isRight = unzCloseCurrentFile(zip_) == UNZ_OK && position_ == length_;
+    const bool isRight = unzCloseCurrentFile(zip_) == UNZ_OK && position_ == length_ && !isTooLong_;
     return isRight && (!checksHere_ || checksum_ == statedChecksum_);
 }
 

@@ -57,7 +57,8 @@ private:
     bool isOpen_ = false;       // minizip has the member open
     bool isDamaged_ = false;    // the end has shown that the data are not what they were
     int error_ = 0;             // the first negative result of reading; 0 when there was none
-    long length_ = 0;           // as the directory states it
+    bool isTooLong_ = false;    // for a `long`: the end is never reached
+    long length_ = 0;           // as the directory states it, or all that a `long` can hold
     long position_ = 0;
 };
 

@@ -4,15 +4,14 @@
 #include <zlib.h>
 
 #include <cstddef>
-#include <limits>
 #include <new>
 
 namespace IO::detail {
 
 inline voidpf AllocateForZlib(voidpf, uInt items, uInt size) {
-    static_assert(std::numeric_limits<std::size_t>::digits >=
-                  2 * std::numeric_limits<uInt>::digits);
-    return ::operator new (std::size_t{items} * size, std::nothrow);
+    std::size_t bytes = 0;  // may have no more bits than either factor
+    if (__builtin_mul_overflow(items, size, &bytes)) return nullptr;
+    return ::operator new(bytes, std::nothrow);
 }
 
 inline void FreeForZlib(voidpf, voidpf block) { ::operator delete(block); }

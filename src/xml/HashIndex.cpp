@@ -76,8 +76,10 @@ std::size_t HashIndex::FirstFreeFrom(std::size_t place) const noexcept {
 // Replaces the slots by 2 to the power of `bits` free ones. Returns false, with nothing changed,
 // when there is no memory.
 bool HashIndex::Allocate(unsigned bits) noexcept {
+    using Limits = std::numeric_limits<std::size_t>;
+    if (bits >= static_cast<unsigned>(Limits::digits)) return false;
     const std::size_t size = std::size_t{1} << bits;
-    if (size > std::numeric_limits<std::size_t>::max() / sizeof(Slot)) return false;
+    if (size > Limits::max() / sizeof(Slot)) return false;
     void* const memory = ::operator new(size * sizeof(Slot), std::nothrow);
     if (memory == nullptr) return false;
     slots_ = static_cast<Slot*>(memory);

@@ -4,6 +4,7 @@
 #include <espalier/base/astring.h>
 #include <espalier/xml/NodeView.h>
 
+#include "xml/FoldedProduct.h"
 #include "xml/RunScan.h"
 
 #include <cstddef>
@@ -114,12 +115,9 @@ private:
         XmlName* name = nullptr;  // owned by names_
     };
 
-    // Multiplies to 128 bits and folds, with a secret in each factor, so that nobody can choose
-    // names that collide.
+    // There is a secret in each factor, so that nobody can choose names that collide.
     std::size_t ShortHash(const PackedName& packed) const {
-        __extension__ using Wide = unsigned __int128;
-        const Wide product = Wide{packed.low ^ seed_.low} * (packed.high ^ seed_.high);
-        return static_cast<std::size_t>(product) ^ static_cast<std::size_t>(product >> 64);
+        return FoldedProduct(packed.low ^ seed_.low, packed.high ^ seed_.high);
     }
     std::size_t MediumHash(const PackedName& first, const PackedName& last) const {
         return ShortHash(first) * 31 + ShortHash(last);

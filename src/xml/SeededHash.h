@@ -9,6 +9,8 @@
 // Keys of up to 16 bytes, which most names are, take one step and the final one. The last step of a
 // longer key overlaps the one before, so that few branches depend on the length.
 
+#include "xml/FoldedProduct.h"
+
 #include <atomic>
 #include <cstdint>
 #include <cstring>
@@ -33,17 +35,10 @@ std::uint64_t LoadWord(const char* bytes) {
     return word;
 }
 
-/// Multiplies into 128 bits and folds the halves together.
-inline std::uint64_t MultiplyAndFold(std::uint64_t a, std::uint64_t b) {
-    __extension__ using Wide = unsigned __int128;
-    const Wide product = Wide{a} * b;
-    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
-}
-
 /// Takes the 16 bytes at `bytes` into the state.
 inline std::uint64_t HashStep(std::uint64_t state, const char* bytes, std::uint64_t multiplier) {
-    return MultiplyAndFold(LoadWord<std::uint64_t>(bytes) ^ multiplier,
-                           LoadWord<std::uint64_t>(bytes + 8) ^ state);
+    return FoldedProduct(LoadWord<std::uint64_t>(bytes) ^ multiplier,
+                         LoadWord<std::uint64_t>(bytes + 8) ^ state);
 }
 
 /// Returns the hash of `length` bytes under a seed.
@@ -76,9 +71,9 @@ inline unsigned HashWithSeed(std::uint64_t seed, const char* key, unsigned lengt
         first = LoadWord<unsigned char>(key) | LoadWord<unsigned char>(key + length / 2) << 8 |
                 LoadWord<unsigned char>(key + length - 1) << 16;
     }
-    state = MultiplyAndFold(first ^ kHashMultipliers[1], second ^ state);
+    state = FoldedProduct(first ^ kHashMultipliers[1], second ^ state);
     const std::uint64_t hash =
-        MultiplyAndFold(state ^ kHashMultipliers[0], seed ^ kHashMultipliers[2]);
+        FoldedProduct(state ^ kHashMultipliers[0], seed ^ kHashMultipliers[2]);
     return static_cast<unsigned>(hash ^ (hash >> 32));
 }
 

@@ -93,7 +93,7 @@ TEST(GZipStreamSeek, AnOriginWithoutANameIsTheStart) {
 
 TEST(GZipStreamSeek, BehindTheEndThereIsNothing) {
     const std::string data = MakeGzip("abcdef");
-    for (const long target : {7L, 100L, 5'000'000'000L, LONG_MAX}) {
+    for (const long target : {7L, 100L, LONG_MAX / 3, LONG_MAX}) {
         IO::MemoryStream source = StreamOver(data);
         GZipStream stream(&source, CompressionMode::Decompress);
         stream.ReadByte();

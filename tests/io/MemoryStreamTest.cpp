@@ -218,6 +218,16 @@ TEST(MemoryStream, DeliberateMaximumCapacityIsMisspelt) {
                       "MemoryStream::SetLength: Length greater than maximum capaciy", "", -1, -1);
 }
 
+TEST(MemoryStream, AWriteBehindTheLargestPositionDoesNotFit) {
+    unsigned char buffer[1] = {'a'};
+    MemoryStream stream(buffer, LONG_MAX);  // says more than there is, which nothing touches
+    EXPECT_EQ(stream.Seek(-1, IO::SeekOrigin::End), LONG_MAX - 1);
+    EXPECT_THROW_FULL(stream.Write(Bytes("xy"), 0, 2), "MemoryStream::Write: Buffer full", "", -1,
+                      -1);
+    EXPECT_EQ(stream.Position(), LONG_MAX - 1);
+    EXPECT_EQ(buffer[0], 'a');
+}
+
 TEST(MemoryStream, NullPointersAndNegativeSizesAreEmpty) {
     const unsigned char* const noConstant = nullptr;
     MemoryStream readOnly(noConstant, 5);

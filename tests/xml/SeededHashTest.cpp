@@ -7,12 +7,15 @@
 #include <bit>
 #include <cstdint>
 #include <memory>
+#include <random>
 #include <string>
 #include <unordered_set>
 #include <vector>
 
 namespace {
 
+using Xml::detail::FoldedProduct;
+using Xml::detail::FoldedProductOfHalves;
 using Xml::detail::HashWithSeed;
 using Xml::detail::SeededHash;
 
@@ -93,6 +96,34 @@ TEST(SeededHash, SpreadsNumberedNamesEvenlyInTheLowBits) {
     }
     // 1023 degrees of freedom: mean 1023, standard deviation 45; eight deviations never happen.
     EXPECT_NEAR(chiSquare, 1023, 8 * 45);
+}
+
+TEST(FoldedProduct, IsTheSameOnEveryMachine) {
+    struct Case {
+        std::uint64_t a;
+        std::uint64_t b;
+        std::uint64_t folded;
+    };
+    constexpr std::uint64_t kAllOnes = ~std::uint64_t{0};
+    constexpr Case cases[] = {
+        {0, kAllOnes, 0},
+        {1, kAllOnes, kAllOnes},
+        {kAllOnes, kAllOnes, kAllOnes},
+        {std::uint64_t{1} << 32, std::uint64_t{1} << 32, 1},
+        {0xFFFFFFFF, 0xFFFFFFFF00000001, 0x100000001},
+        {0x9E3779B97F4A7C15, 0x6A09E667F3BCC909, 0x864BF3A52FFA9138},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(FoldedProduct(c.a, c.b), c.folded) << c.a << " * " << c.b;
+        EXPECT_EQ(FoldedProductOfHalves(c.a, c.b), c.folded) << c.a << " * " << c.b;
+        EXPECT_EQ(FoldedProductOfHalves(c.b, c.a), c.folded) << c.b << " * " << c.a;
+    }
+    std::mt19937_64 random(1);
+    for (int i = 0; i < 10000; ++i) {
+        const std::uint64_t a = random() >> i % 64;
+        const std::uint64_t b = random() >> i / 64 % 64;
+        ASSERT_EQ(FoldedProductOfHalves(a, b), FoldedProduct(a, b)) << a << " * " << b;
+    }
 }
 
 }  // namespace

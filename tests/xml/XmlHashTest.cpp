@@ -366,8 +366,9 @@ TEST(XmlHash, AllBytesOfAPointerCount) {
     Table table(4);
     char byte = 0;
     // Differs in the upper half alone; it is nothing to read from.
+    constexpr int kHalf = std::numeric_limits<std::uintptr_t>::digits / 2;
     const char* const far = reinterpret_cast<const char*>(reinterpret_cast<std::uintptr_t>(&byte) ^
-                                                          std::uintptr_t{1} << 32);
+                                                          std::uintptr_t{1} << kHalf);
     XmlHashInsert(table, &byte, 0, Value("near"));
     EXPECT_EQ(XmlHashFind(table, far, 0), nullptr);
     XmlHashInsert(table, nullptr, 0, Value("null"));

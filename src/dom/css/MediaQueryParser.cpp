@@ -8,10 +8,10 @@
 #include "dom/css/AsciiCase.h"
 #include "dom/css/BlockScanner.h"
 #include "dom/css/CssCharacters.h"
+#include "dom/css/NumberText.h"
 #include "dom/css/TextCursor.h"
 
 #include <array>
-#include <charconv>
 #include <cstdint>
 #include <iterator>
 #include <optional>
@@ -80,13 +80,11 @@ std::optional<double> ReadNumber(TextCursor& cursor) {
     }
     const std::string_view digits = next.Since(begin);
     if (digits.empty()) return {};
-    double value = 0;
-    const std::string text = "0" + std::string(digits);
-    const auto read =
-        std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
-    if (read.ec != std::errc()) return {};
+    std::string_view text = digits;
+    const std::optional<double> value = TakeDecimal(text);
+    if (!value) return {};
     cursor.at = next.at;
-    return isNegative ? -value : value;
+    return isNegative ? -*value : *value;
 }
 
 class QueryParser {

@@ -2,7 +2,7 @@
 #include <espalier/dom/css/CSSRuleList.h>
 #include <espalier/dom/css/CSSStyleSheet.h>
 
-#include "support/LargeIndex.h"
+#include "support/FarIndex.h"
 #include "support/PrintAstring.h"
 
 #include <gtest/gtest.h>
@@ -111,7 +111,7 @@ TEST(CSSRuleList, ARuleThatARemovalDoesNotFindStaysWhatItIs) {
     CountedRule other(count, &otherSheet);
     sheet.CssRules().RemoveItem(&other);
     sheet.CssRules().RemoveItem(nullptr);
-    for (const unsigned long index : {1UL, 2UL, support::kPast32Bits, ~0UL})
+    for (const unsigned long index : {1UL, 2UL, support::kFarIndex, ~0UL})
         sheet.CssRules().RemoveItemAt(index);
     EXPECT_EQ(other.ParentStyleSheet(), &otherSheet);
     EXPECT_EQ(sheet.CssRules().Length(), 1U);

@@ -7,7 +7,7 @@
 #include <espalier/dom/css/CSSUnknownRule.h>
 
 #include "dom/css/DeclarationText.h"
-#include "support/LargeIndex.h"
+#include "support/FarIndex.h"
 
 #include <gtest/gtest.h>
 
@@ -51,7 +51,7 @@ TEST(CSSStyleDeclaration, ItemsAreNames) {
         "b", "a", "b", "padding-top", "padding-right", "padding-bottom", "padding-left", "", ""};
     for (unsigned long i = 0; i < std::size(names); ++i)
         EXPECT_EQ(declaration.Item(i), names[i]) << i;
-    EXPECT_EQ(declaration.Item(support::kPast32Bits), "");
+    EXPECT_EQ(declaration.Item(support::kFarIndex), "");
     EXPECT_EQ(declaration.Item(~0UL), "");
 }
 

@@ -4,7 +4,7 @@
 #include <espalier/dom/css/CSSUnknownRule.h>
 
 #include "dom/ExpectDomError.h"
-#include "support/LargeIndex.h"
+#include "support/FarIndex.h"
 #include "support/PrintAstring.h"
 
 #include <gtest/gtest.h>
@@ -135,14 +135,14 @@ TEST(CSSStyleSheet, InsertsAtEveryIndexUpToTheNumberOfRules) {
 TEST(CSSStyleSheet, AnIndexBeyondTheNumberOfRulesIsNoPlace) {
     for (const char* const text : {"x{}", "@x", "1", ""}) {  // the index is looked at first
         Sheet empty;
-        for (const unsigned long index : {1UL, 2UL, support::kPast32Bits, ~0UL}) {
+        for (const unsigned long index : {1UL, 2UL, support::kFarIndex, ~0UL}) {
             EXPECT_DOM_ERROR(empty.InsertRule(text, index), kNotAPlace);
             EXPECT_DOM_ERROR(empty.InsertRule(astring(text), index), kNotAPlace);
         }
         EXPECT_EQ(empty.CssRules().Length(), 0U);
         Sheet sheet{"a{}", "b{}"};
         for (const unsigned long index :
-             {3UL, 4UL, support::kPast32Bits, support::kPast32Bits + 1, ~0UL})
+             {3UL, 4UL, support::kFarIndex, support::kFarIndex + 1, ~0UL})
             EXPECT_DOM_ERROR(sheet.InsertRule(text, index), kNotAPlace);
         EXPECT_EQ(Texts(sheet), "a {  } / b {  }");
     }
@@ -220,13 +220,12 @@ TEST(CSSStyleSheet, DeliberateDeletingBehindTheLastRuleDoesNothing) {
 
 TEST(CSSStyleSheet, DeletingFurtherBehindIsRefused) {
     Sheet sheet{"a{}", "b{}"};
-    for (const unsigned long index :
-         {3UL, 4UL, support::kPast32Bits, support::kPast32Bits + 2, ~0UL})
+    for (const unsigned long index : {3UL, 4UL, support::kFarIndex, support::kFarIndex + 2, ~0UL})
         EXPECT_DOM_ERROR(sheet.DeleteRule(index), kNoRule);
     EXPECT_EQ(Texts(sheet), "a {  } / b {  }");
     Sheet empty;
     EXPECT_DOM_ERROR(empty.DeleteRule(1), kNoRule);
-    EXPECT_DOM_ERROR(empty.DeleteRule(support::kPast32Bits), kNoRule);
+    EXPECT_DOM_ERROR(empty.DeleteRule(support::kFarIndex), kNoRule);
 }
 
 TEST(CSSStyleSheet, TheSeventeenthRuleMakesRoomForThirtyTwo) {

@@ -3,7 +3,7 @@
 #include <espalier/dom/css/CSSValueList.h>
 
 #include "dom/css/CountedValue.h"
-#include "support/LargeIndex.h"
+#include "support/FarIndex.h"
 #include "support/PrintAstring.h"
 
 #include <gtest/gtest.h>
@@ -170,7 +170,7 @@ TEST(CSSValueList, IsAListOfValues) {
     EXPECT_EQ(list.Length(), 2U);
     EXPECT_EQ(list.Item(1)->CssValueType(), CSSValue::CSS_PRIMITIVE_VALUE);
     EXPECT_EQ(list.Item(2), nullptr);
-    EXPECT_EQ(list.Item(support::kPast32Bits), nullptr);
+    EXPECT_EQ(list.Item(support::kFarIndex), nullptr);
     EXPECT_EQ(static_cast<const CSSPrimitiveValue*>(list.Item(0))->Descriptor(), nullptr);
 }
 

@@ -16,7 +16,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <charconv>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -70,11 +70,7 @@ void ResolveAttributes(std::string& content, const Element& element) {
     }
 }
 
-double PixelsOf(std::string_view value) {
-    double pixels = 0;
-    std::from_chars(value.data(), value.data() + value.size(), pixels);
-    return pixels;
-}
+double PixelsOf(std::string_view value) { return std::strtod(std::string(value).c_str(), nullptr); }
 
 // An element whose style has been compared, or something before or after it.
 struct Place {

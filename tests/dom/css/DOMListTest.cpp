@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/dom/DOMList.h>
 
-#include "support/LargeIndex.h"
+#include "support/FarIndex.h"
 
 #include <gtest/gtest.h>
 
@@ -61,15 +61,14 @@ TEST(DOMList, ItemsBeyondTheCountAreNull) {
 }
 
 TEST(DOMList, IndexesAreNotCutToThirtyTwoBits) {
-    constexpr unsigned long kTooLarge = support::kPast32Bits;
     std::string deleted;
     List list;
     auto* const a = new Letter('a', deleted);
     list.AddItem(a);
-    EXPECT_EQ(list.Item(kTooLarge), nullptr);
-    list.RemoveItemAt(kTooLarge);
+    EXPECT_EQ(list.Item(support::kFarIndex), nullptr);
+    list.RemoveItemAt(support::kFarIndex);
     EXPECT_EQ(Text(list), "a");
-    list.AddItemAt(kTooLarge, new Letter('b', deleted));
+    list.AddItemAt(support::kFarIndex, new Letter('b', deleted));
     EXPECT_EQ(Text(list), "ab");
 }
 

@@ -2,12 +2,11 @@
 #include "dom/css/GoldenPages.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <fstream>
 #include <optional>
 #include <sstream>
-#include <system_error>
 
 namespace support {
 
@@ -28,10 +27,14 @@ struct Number {
 };
 
 std::optional<Number> NumberAt(std::string_view text) {
+    constexpr std::string_view kFirst = "-.0123456789";  // no "inf" and no "nan"
+    if (text.empty() || kFirst.find(text.front()) == kFirst.npos) return {};
+    const std::string copy(text);
+    char* end = nullptr;
     Number number;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number.value);
-    if (error != std::errc() || text.starts_with("inf") || text.starts_with("nan")) return {};
-    number.length = static_cast<std::size_t>(end - text.data());
+    number.value = std::strtod(copy.c_str(), &end);
+    number.length = static_cast<std::size_t>(end - copy.c_str());
+    if (number.length == 0 || !std::isfinite(number.value)) return {};
     return number;
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <espalier/dom/css/MediaList.h>
 
-#include "support/LargeIndex.h"
+#include "support/FarIndex.h"
 #include "support/PrintAstring.h"
 
 #include <gtest/gtest.h>
@@ -67,7 +67,7 @@ TEST(MediaList, NamesPastTheLastAreEmpty) {
     EXPECT_EQ(list.Item(1), "print");
     EXPECT_EQ(list.Item(2), "");
     EXPECT_EQ(list.Item(5), "");
-    EXPECT_EQ(list.Item(support::kPast32Bits), "");
+    EXPECT_EQ(list.Item(support::kFarIndex), "");
 }
 
 TEST(MediaList, ContainsWholeNamesInTheirCase) {

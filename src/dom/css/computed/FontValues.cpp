@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "dom/css/AsciiCase.h"
 #include "dom/css/ListPieces.h"
+#include "dom/css/NumberText.h"
 #include "dom/css/QuotedText.h"
 #include "dom/css/TextCursor.h"
 #include "dom/css/computed/Measure.h"
 #include "dom/css/computed/ValueKinds.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace Dom::CSS::detail {
 
@@ -154,9 +154,8 @@ std::optional<astring> FontWeight(std::string_view value, const ComputingContext
     const bool isBolder = EqualIgnoringCase(value, "bolder");
     double weight = 400;
     if (isBolder || EqualIgnoringCase(value, "lighter")) {
-        const std::string_view parent = context.parentWeight;
-        std::from_chars(parent.data(), parent.data() + parent.size(), weight);
-        weight = RelativeWeight(weight, isBolder);
+        std::string_view parent = context.parentWeight;
+        weight = RelativeWeight(TakeDecimal(parent).value_or(weight), isBolder);
     } else {
         const std::optional<Measure> number = ReadMeasure(value, MeasureBasis(context));
         if (!number || number->type != Measure::Type::Number) return {};

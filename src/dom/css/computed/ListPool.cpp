@@ -15,7 +15,7 @@ std::uint64_t HashOf(const ValueList& list) {
         const astring& text = *each.value;
         const unsigned own =
             Xml::detail::SeededHash(text.data(), static_cast<unsigned>(text.size()));
-        hash = Xml::detail::MultiplyAndFold(hash ^ own, Xml::detail::kHashMultipliers[1] ^ each.id);
+        hash = Xml::detail::FoldedProduct(hash ^ own, Xml::detail::kHashMultipliers[1] ^ each.id);
     }
     return hash;
 }

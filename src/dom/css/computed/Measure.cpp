@@ -7,7 +7,6 @@
 #include "dom/css/TextCursor.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 #include <numbers>
@@ -105,9 +104,8 @@ std::string_view ScanNumber(TextCursor& cursor) {
 
 double ValueOf(std::string_view number) {
     if (number.front() == '+') number.remove_prefix(1);
-    double value = 0;
-    const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (result.ec != std::errc::result_out_of_range) return value;
+    std::string_view rest = number;
+    if (const std::optional<double> value = TakeDecimal(rest)) return *value;
     // Too great, or too small for anything but 0: the sign of the exponent tells.
     const bool isSmall = number.find("e-") != number.npos || number.find("E-") != number.npos;
     if (isSmall) return 0;

@@ -13,8 +13,8 @@ namespace Dom::CSS::detail {
 namespace {
 
 std::uint64_t Mixed(std::uint64_t hash, const void* pointer) {
-    return Xml::detail::MultiplyAndFold(hash ^ reinterpret_cast<std::uintptr_t>(pointer),
-                                        Xml::detail::kHashMultipliers[0]);
+    return Xml::detail::FoldedProduct(hash ^ reinterpret_cast<std::uintptr_t>(pointer),
+                                      Xml::detail::kHashMultipliers[0]);
 }
 
 }  // namespace

@@ -4,12 +4,11 @@
 #include "dom/css/AsciiCase.h"
 #include "dom/css/CssCharacters.h"
 #include "dom/css/ListPieces.h"
+#include "dom/css/NumberText.h"
 #include "dom/css/TextCursor.h"
 #include "dom/css/computed/ColorValue.h"
 #include "dom/css/computed/ComponentText.h"
 #include "dom/css/computed/ValueKinds.h"
-
-#include <charconv>
 
 namespace Dom::CSS::detail {
 
@@ -82,13 +81,8 @@ astring ComputedValue(const PropertyInfo& property, std::string_view value,
 }
 
 double PixelsOf(std::string_view computed) {
-    double pixels = 0;
-    const char* const end = computed.data() + computed.size();
-    const auto result = std::from_chars(computed.data(), end, pixels);
-    const bool arePixels =
-        result.ec == std::errc() &&
-        std::string_view(result.ptr, static_cast<std::size_t>(end - result.ptr)) == "px";
-    return arePixels ? pixels : 0;
+    const std::optional<double> pixels = TakeDecimal(computed);
+    return pixels && computed == "px" ? *pixels : 0;
 }
 
 }  // namespace Dom::CSS::detail

@@ -5,10 +5,10 @@
 #include "dom/css/CharacterFlags.h"
 #include "dom/css/ComponentScanner.h"
 #include "dom/css/CssCharacters.h"
+#include "dom/css/NumberText.h"
 #include "dom/css/TextCursor.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
 
 namespace Dom::CSS::detail {
@@ -62,9 +62,7 @@ const char* BehindNumber(const char* at, bool& isInteger) {
 
 double NumberOf(std::string_view text) {
     if (text.starts_with('+')) text.remove_prefix(1);
-    double number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
+    return TakeDecimal(text).value_or(0);
 }
 
 // Tells whether a name needs no escapes.
