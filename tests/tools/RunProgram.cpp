@@ -70,6 +70,8 @@ void OpenToWrite(Channel& channel) {
     for (int descriptor = STDERR_FILENO + 1; descriptor < 64; ++descriptor)
         ::close(descriptor);
     if (setup.asNobody && ::geteuid() == 0 && ::setuid(kNobody) != 0) ::_exit(kCannotRun);
+    // Nobody can write where coverage counts.
+    if (setup.asNobody) ::setenv("LLVM_PROFILE_FILE", "/dev/null", 1);
     ::unsetenv("NO_COLOR");
     ::setenv("TERM", "xterm", 1);
     for (const std::string& variable : setup.environment) {

@@ -197,6 +197,27 @@ TEST(CssReaderEncoding, TheInternalEncodingIsUtf8) {
     Dom::CSS::CssReader::s_Encoding = Encoding::UTF8();
 }
 
+TEST(CssReaderEncoding, AnApplicationMayChooseTheInternalEncoding) {
+    struct Choice {
+        explicit Choice(Encoding* encoding) { Dom::CSS::CssReader::s_Encoding = encoding; }
+        Choice(const Choice&) = delete;
+        Choice& operator=(const Choice&) = delete;
+        ~Choice() { Dom::CSS::CssReader::s_Encoding = Encoding::UTF8(); }
+    };
+    const Choice latin1(Encoding::Latin1());
+    EXPECT_EQ(FirstSelector("a\xC3\xA9 z{}", "UTF-8"), "a\xE9 z");
+    EXPECT_EQ(FirstSelector("a\xE9 z{}", "ISO-8859-1"), "a\xE9 z");
+    EXPECT_EQ(FirstSelector(kBig, Encoding::BigEndianUnicode()), "\xE9");
+    EXPECT_EQ(FirstSelector("a\xE2\x82\xAC z{}", "UTF-8"), "a? z");  // no euro sign there
+    std::string text, rules;
+    for (int i = 0; i < 500; ++i) {
+        text += "h\xC3\xA9{a:\xC3\xBF}";
+        rules += "h\xE9{ a: \xFF }\n";
+    }
+    for (const int most : {1, 3, 511, 4096})
+        EXPECT_TRUE(TrickledRules(text, "UTF-8", most) == rules) << most;
+}
+
 TEST(CssReaderEncoding, CharactersSurviveReadsOfAnySize) {
     const std::u16string wide = u"\u00E9 \u20AC > \U0001F600 {a: '\u00E9\u20AC\U0001F600'}";
     const std::string expected =
