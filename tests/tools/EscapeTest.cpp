@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <memory>
 #include <string>
 
@@ -84,9 +85,10 @@ TEST(Output, TextLongerThanTheBufferIsWrittenWhole) {
         out.Write(piece);
         out.Write(piece.substr(0, 60000));
         out.Write(piece.substr(0, 60000));
-        out.WriteNumber(-9223372036854775807L - 1);
+        out.WriteNumber(std::numeric_limits<long>::min());
         out.Write('.');
     };
-    EXPECT_EQ(Written(writeTwice, text), "start " + text + text.substr(0, 60000) +
-                                             text.substr(0, 60000) + "-9223372036854775808.");
+    EXPECT_EQ(Written(writeTwice, text),
+              "start " + text + text.substr(0, 60000) + text.substr(0, 60000) +
+                  std::to_string(std::numeric_limits<long>::min()) + ".");
 }

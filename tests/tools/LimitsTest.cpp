@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <limits>
 
 using support::MakeGzip;
@@ -39,10 +40,10 @@ public:
 };
 
 // Returns how many bytes come, read `piece` at a time, before the limit is reached.
-long BytesBeforeLimit(const SizeLimits& limits, long packedSize, int piece) {
+std::int64_t BytesBeforeLimit(const SizeLimits& limits, std::int64_t packedSize, int piece) {
     LimitedStream stream(std::make_unique<Zeros>(), limits, [=] { return packedSize; });
     std::vector<unsigned char> buffer(static_cast<std::size_t>(piece));
-    long total = 0;
+    std::int64_t total = 0;
     try {
         for (;;)
             total += stream.Read(buffer.data(), 0, piece);
@@ -133,14 +134,14 @@ TEST(Limits, TheFirstMegabytesMayComeFromNothing) {
 }
 
 TEST(Limits, AreExact) {
-    constexpr long kFree = SizeLimits::kAlwaysAllowed;
+    constexpr std::int64_t kFree = SizeLimits::kAlwaysAllowed;
     const struct {
         SizeLimits limits;
-        long packedSize;
-        long expected;
+        std::int64_t packedSize;
+        std::int64_t expected;
     } kCases[] = {
-        {{.bytes = 1}, 1L << 40, 1},
-        {{.bytes = 1000}, 1L << 40, 1000},
+        {{.bytes = 1}, std::int64_t{1} << 40, 1},
+        {{.bytes = 1000}, std::int64_t{1} << 40, 1000},
         {{.bytes = {}, .ratio = 200}, 0, kFree},
         {{.bytes = {}, .ratio = 200}, kFree / 200, kFree},
         {{.bytes = {}, .ratio = 100}, 100000, 10000000},
@@ -150,25 +151,25 @@ TEST(Limits, AreExact) {
     for (const auto& c : kCases) {
         EXPECT_EQ(BytesBeforeLimit(c.limits, c.packedSize, 1), c.expected);
         // A piece that reaches beyond the ratio is not delivered.
-        const long pieces = c.limits.bytes ? c.expected : c.expected / 4096 * 4096;
+        const std::int64_t pieces = c.limits.bytes ? c.expected : c.expected / 4096 * 4096;
         EXPECT_EQ(BytesBeforeLimit(c.limits, c.packedSize, 4096), pieces);
     }
 }
 
 TEST(Limits, ByteCountsHaveUnits) {
-    constexpr long kMost = std::numeric_limits<long>::max();
+    constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
     const struct {
         const char* text;
-        std::optional<long> expected;
+        std::optional<std::int64_t> expected;
     } kCases[] = {
         {"1", 1},
         {"1k", 1024},
         {"3K", 3072},
         {"5M", 5L << 20},
-        {"2g", 2L << 30},
+        {"2g", std::int64_t{2} << 30},
         {"9223372036854775807", kMost},
         {"9223372036854775808", {}},
-        {"8589934591G", 8589934591L << 30},
+        {"8589934591G", std::int64_t{8589934591} << 30},
         {"8589934592G", {}},
         {"", {}},
         {"0", {}},

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <filesystem>
 #include <system_error>
 
@@ -231,7 +232,7 @@ void ExpectInputs(const std::vector<std::string>& names, Progress& progress) {
         } else {
             std::error_code error;
             const auto size = std::filesystem::file_size(name.file, error);
-            if (!error) progress.ExpectBytes(static_cast<long>(size));
+            if (!error) progress.ExpectBytes(static_cast<std::int64_t>(size));
         }
     }
 }

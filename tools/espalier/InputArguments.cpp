@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include <charconv>
+#include <cstdint>
 #include <limits>
 #include <string>
 
@@ -15,8 +16,8 @@ namespace {
 constexpr char kEncodingOption[] = "--encoding";
 
 // Returns the number at the start of `text`, which loses it; none when there is none above 0.
-std::optional<long> TakeNumber(std::string_view& text) {
-    long number = 0;
+std::optional<std::int64_t> TakeNumber(std::string_view& text) {
+    std::int64_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || number < 1) return std::nullopt;
     text.remove_prefix(static_cast<std::size_t>(end - text.data()));
@@ -41,7 +42,7 @@ void SetMostBytes(const std::string& text, InputOptions& options) {
 
 void SetRatio(const std::string& text, InputOptions& options) {
     std::string_view rest = text;
-    const std::optional<long> ratio = TakeNumber(rest);
+    const std::optional<std::int64_t> ratio = TakeNumber(rest);
     if (!ratio || !rest.empty()) {
         throw CLI::ValidationError("--max-ratio",
                                    fmt::format("\"{}\" is no number from 1 on", text));
@@ -51,19 +52,19 @@ void SetRatio(const std::string& text, InputOptions& options) {
 
 }  // namespace
 
-std::optional<long> ParseByteCount(std::string_view text) {
-    const std::optional<long> number = TakeNumber(text);
+std::optional<std::int64_t> ParseByteCount(std::string_view text) {
+    const std::optional<std::int64_t> number = TakeNumber(text);
     if (!number || text.size() > 1) return std::nullopt;
-    long unit = 1;
+    std::int64_t unit = 1;
     if (!text.empty()) {
         constexpr std::string_view kUnits = "kmg";
         const char letter =
             text.front() >= 'a' ? text.front() : static_cast<char>(text.front() + 32);
         const std::size_t power = kUnits.find(letter);
         if (power == std::string_view::npos) return std::nullopt;
-        unit = 1L << (10 * (power + 1));
+        unit = std::int64_t{1} << (10 * (power + 1));
     }
-    if (*number > std::numeric_limits<long>::max() / unit) return std::nullopt;
+    if (*number > std::numeric_limits<std::int64_t>::max() / unit) return std::nullopt;
     return *number * unit;
 }
 

@@ -3,6 +3,7 @@
 
 #include "InputOptions.h"
 
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
@@ -22,6 +23,6 @@ void AddInputOptions(CLI::App& app, InputOptions& options);
 void AddStandardOption(CLI::App& app, InputOptions& options);
 
 /// Returns a number of bytes, which may end in K, M or G; none when it is no such number or 0.
-std::optional<long> ParseByteCount(std::string_view text);
+std::optional<std::int64_t> ParseByteCount(std::string_view text);
 
 }  // namespace Tool

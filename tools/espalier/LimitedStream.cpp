@@ -8,18 +8,18 @@
 namespace Tool {
 
 LimitedStream::LimitedStream(std::unique_ptr<IO::Stream> next, SizeLimits limits,
-                             std::function<long()> packedSize)
+                             std::function<std::int64_t()> packedSize)
     : next_(std::move(next)), limits_(limits), packedSize_(std::move(packedSize)) {}
 
 int LimitedStream::Read(unsigned char* buffer, int offset, int count) {
     if (limits_.bytes && count > 0) {
-        const long left = *limits_.bytes - delivered_;
+        const std::int64_t left = *limits_.bytes - delivered_;
         if (left == 0) {
             unsigned char further = 0;
             if (next_->Read(&further, 0, 1) < 1) return 0;
             throw LimitReached(fmt::format("More than {} bytes (--max-bytes)", *limits_.bytes));
         }
-        count = static_cast<int>(std::min<long>(count, left));
+        count = static_cast<int>(std::min<std::int64_t>(count, left));
     }
     const int read = next_->Read(buffer, offset, count);
     delivered_ += read;

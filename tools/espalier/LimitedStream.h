@@ -5,6 +5,7 @@
 
 #include "InputStream.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -21,10 +22,10 @@ public:
 /// How large a document may be.
 struct SizeLimits {
     /// What may come out of any compressed data, whatever their size.
-    static constexpr long kAlwaysAllowed = 8 << 20;
+    static constexpr std::int64_t kAlwaysAllowed = 8 << 20;
 
-    std::optional<long> bytes;  ///< no more than so many
-    long ratio = 200;           ///< no more than so many times the compressed size
+    std::optional<std::int64_t> bytes;  ///< no more than so many
+    std::int64_t ratio = 200;           ///< no more than so many times the compressed size
 };
 
 /// Stops the reading of a document that is larger than it may be. It counts what comes; what
@@ -34,7 +35,7 @@ public:
     /// \param packedSize returns the size of the compressed data that have been read; null when
     ///        the data are not compressed
     LimitedStream(std::unique_ptr<IO::Stream> next, SizeLimits limits,
-                  std::function<long()> packedSize);
+                  std::function<std::int64_t()> packedSize);
 
     /// \throws LimitReached when there is a byte more than is allowed
     int Read(unsigned char* buffer, int offset, int count) override;
@@ -42,8 +43,8 @@ public:
 private:
     std::unique_ptr<IO::Stream> next_;
     SizeLimits limits_;
-    std::function<long()> packedSize_;
-    long delivered_ = 0;
+    std::function<std::int64_t()> packedSize_;
+    std::int64_t delivered_ = 0;
 };
 
 }  // namespace Tool

@@ -4,6 +4,7 @@
 #include "InputStream.h"
 #include "Progress.h"
 
+#include <cstdint>
 #include <memory>
 #include <utility>
 
@@ -17,7 +18,7 @@ public:
         : next_(std::move(next)), progress_(progress) {}
 
     /// Returns how many bytes have been read.
-    long Count() const { return count_; }
+    std::int64_t Count() const { return count_; }
 
     int Read(unsigned char* buffer, int offset, int count) override {
         const int read = next_->Read(buffer, offset, count);
@@ -29,7 +30,7 @@ public:
 private:
     std::unique_ptr<IO::Stream> next_;
     Progress* progress_;
-    long count_ = 0;
+    std::int64_t count_ = 0;
 };
 
 }  // namespace Tool

@@ -54,8 +54,8 @@ std::string ProgressLine(const ProgressState& state, int width) {
         const double part = std::min(
             1.0, static_cast<double>(state.bytesDone) / static_cast<double>(state.bytesTotal));
         const auto filled = static_cast<std::size_t>(part * kBarWidth);
-        const double left = static_cast<double>(std::max(0L, state.bytesTotal - state.bytesDone)) /
-                            std::max(rate, 1.0);
+        const auto missing = static_cast<double>(state.bytesTotal - state.bytesDone);
+        const double left = std::max(0.0, missing) / std::max(rate, 1.0);
         line = fmt::format("[{}{}] {:3} % of {}, {}/s, {} left", std::string(filled, '#'),
                            std::string(kBarWidth - filled, '.'), static_cast<int>(part * 100),
                            BytesText(static_cast<double>(state.bytesTotal)), BytesText(rate),
@@ -65,7 +65,7 @@ std::string ProgressLine(const ProgressState& state, int width) {
     return line;
 }
 
-void Progress::Advance(long bytes) {
+void Progress::Advance(std::int64_t bytes) {
     state_.bytesDone += bytes;
     if (!enabled_) return;
     bytesUnchecked_ += bytes;

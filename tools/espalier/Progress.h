@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -9,9 +10,9 @@ namespace Tool {
 
 /// How far a piece of work has come.
 struct ProgressState {
-    long bytesDone = 0;
-    long bytesTotal = 0;  ///< 0: not known
-    double seconds = 0;   ///< time spent so far
+    std::int64_t bytesDone = 0;
+    std::int64_t bytesTotal = 0;  ///< 0: not known
+    double seconds = 0;           ///< time spent so far
 };
 
 /// Returns one line of at most `width` columns that shows how far the work has come: percent, rate
@@ -30,13 +31,13 @@ public:
     void Enable() { enabled_ = true; }
 
     /// Says that `bytes` more will have to be read in all.
-    void ExpectBytes(long bytes) { state_.bytesTotal += bytes; }
+    void ExpectBytes(std::int64_t bytes) { state_.bytesTotal += bytes; }
 
     /// Says that the total cannot be known: there is a pipe among the inputs.
     void ExpectUnknown() { totalUnknown_ = true; }
 
     /// Says that `bytes` more have been read.
-    void Advance(long bytes);
+    void Advance(std::int64_t bytes);
 
     /// Takes the line from the terminal; it comes back with the next Advance() that is due.
     void Erase();
@@ -50,7 +51,7 @@ private:
     bool totalUnknown_ = false;
     bool shown_ = false;  // the line stands on the terminal
     ProgressState state_;
-    long bytesUnchecked_ = 0;  // read since the clock was last looked at
+    std::int64_t bytesUnchecked_ = 0;  // read since the clock was last looked at
     Clock::time_point begin_ = Clock::now();
     Clock::time_point nextDraw_ = begin_ + std::chrono::seconds(1);
 };

@@ -7,6 +7,7 @@
 #include "PeekedStream.h"
 #include "UnpackedStream.h"
 
+#include <cstdint>
 #include <functional>
 #include <utility>
 
@@ -17,7 +18,7 @@ namespace {
 // Bytes of a document, and the size of what they are unpacked from; no function when they are not.
 struct Unpacked {
     std::unique_ptr<IO::Stream> stream;
-    std::function<long()> packedSize;
+    std::function<std::int64_t()> packedSize;
 };
 
 bool LooksLikeGzip(PeekedStream& stream) {
