@@ -382,6 +382,7 @@ TEST(MemoryStream, AClosedReadOnlyStreamIsClosedFirst) {
 }
 
 TEST(MemoryStream, WithoutMemorySetCapacityChangesNothing) {
+    if (sizeof(long) < 8) GTEST_SKIP() << "there may be memory for LONG_MAX bytes";
     MemoryStream stream;
     Write(stream, "abc");
     EXPECT_THROW_FULL(stream.SetCapacity(LONG_MAX), "MemoryStream::SetCapacity: Out of memory", "",
