@@ -33,7 +33,7 @@ int ReadDescriptor(int descriptor, unsigned char* buffer, int count);
 /// Returns how many of the bytes were written, or -1 on an error.
 int WriteDescriptor(int descriptor, const unsigned char* buffer, int count);
 
-/// Returns the new position, or -1 when it cannot be set; then it is what it was.
+/// Returns the new position, or -1 when it cannot be set or told; then it is what it was.
 long SeekDescriptor(int descriptor, long offset, Whence whence);
 
 /// Cuts or extends the file, with zero bytes; false when that fails.

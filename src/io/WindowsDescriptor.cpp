@@ -72,15 +72,21 @@ OpenedDescriptor OpenDescriptor(const char* name, FileMode mode, unsigned access
     return {descriptor, 0, IsRegular(descriptor)};
 }
 
+// The runtime's own function may go on saying that a file has ended when it has grown since.
 int ReadDescriptor(int descriptor, unsigned char* buffer, int count) {
-    return ::_read(descriptor, buffer, static_cast<unsigned>(count));
+    const auto handle = reinterpret_cast<HANDLE>(::_get_osfhandle(descriptor));
+    DWORD done = 0;
+    if (::ReadFile(handle, buffer, static_cast<DWORD>(count), &done, nullptr) == 0) {
+        return ::GetLastError() == ERROR_BROKEN_PIPE ? 0 : -1;  // a pipe that nobody writes to ends
+    }
+    return static_cast<int>(done);
 }
 
 int WriteDescriptor(int descriptor, const unsigned char* buffer, int count) {
     return ::_write(descriptor, buffer, static_cast<unsigned>(count));
 }
 
-// A position that `long`, of 32 bits here, cannot tell is none.
+// A position that `long`, of 32 bits here, cannot hold is none.
 long SeekDescriptor(int descriptor, long offset, Whence whence) {
     if (!IsRegular(descriptor)) return -1;
     const int origin = whence == Whence::End       ? SEEK_END
@@ -96,8 +102,10 @@ long SeekDescriptor(int descriptor, long offset, Whence whence) {
 bool ResizeDescriptor(int descriptor, long length) { return ::_chsize_s(descriptor, length) == 0; }
 
 bool CommitDescriptor(int descriptor) {
-    // Only what may be written to can be committed, and only to a disk.
-    return ::_commit(descriptor) == 0 || errno == EBADF || errno == EACCES || errno == EINVAL;
+    // For a pipe, this would wait until all of it is read.
+    if (!IsRegular(descriptor)) return true;
+    // What may not be written to has nothing to commit.
+    return ::_commit(descriptor) == 0 || errno == EBADF || errno == EACCES;
 }
 
 bool CloseDescriptor(int descriptor) { return ::_close(descriptor) == 0; }

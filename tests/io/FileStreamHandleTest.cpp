@@ -93,6 +93,9 @@ TEST_F(FileStreamHandleTest, SetLengthDoesNothing) {
 }
 
 TEST_F(FileStreamHandleTest, AReadErrorIsToldAndLeavesNoTrace) {
+#ifdef _WIN32
+    GTEST_SKIP() << "the C runtime of wine takes a handle that cannot be read for an empty file";
+#endif
     std::FILE* handle = Open("abc", "wb");  // a handle that cannot be read
     FileStream stream(handle, kRead, true);
     EXPECT_THROW_FULL(stream.ReadByte(), "File read error", "", -1, -1);

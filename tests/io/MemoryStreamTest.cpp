@@ -8,6 +8,7 @@
 #include <climits>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <malloc.h>
 #include <set>
 #include <string>
@@ -75,6 +76,13 @@ TEST(MemoryStream, GrowsByTheLargerOfTheWriteAnd1024) {
         EXPECT_TRUE(Content(stream) == expected);
         EXPECT_EQ(stream.Position(), stream.Length());
     }
+}
+
+// Has new memory hold other bytes than zero from now on, or not, where the system can do so.
+void FillNewMemory([[maybe_unused]] int byte) {
+#ifdef M_PERTURB
+    ::mallopt(M_PERTURB, byte);
+#endif
 }
 
 // How large the allocation behind the stream is in truth.
@@ -312,7 +320,7 @@ TEST(MemoryStream, DeliberateSetLengthWithoutABufferDoesNothing) {
 }
 
 TEST(MemoryStream, NewMemoryIsZero) {
-    ::mallopt(M_PERTURB, 0x55);  // new memory holds other things from now on
+    FillNewMemory(0x55);
     MemoryStream stream;
     const string bytes(5000, 'x');
     for (const int count : {10, 3000, 1, 5000}) {
@@ -328,7 +336,7 @@ TEST(MemoryStream, NewMemoryIsZero) {
     MemoryStream reserved(3000);
     for (long i = 0; i < 3000; ++i)
         ASSERT_EQ(reserved.GetBuffer()[i], 0) << i;
-    ::mallopt(M_PERTURB, 0);
+    FillNewMemory(0);
 }
 
 TEST(MemoryStream, ToArrayCopiesFromTheStart) {
@@ -382,7 +390,7 @@ TEST(MemoryStream, AClosedReadOnlyStreamIsClosedFirst) {
 }
 
 TEST(MemoryStream, WithoutMemorySetCapacityChangesNothing) {
-    if (sizeof(long) < 8) GTEST_SKIP() << "there may be memory for LONG_MAX bytes";
+    if (LONG_MAX < PTRDIFF_MAX) GTEST_SKIP() << "there is as much memory";
     MemoryStream stream;
     Write(stream, "abc");
     EXPECT_THROW_FULL(stream.SetCapacity(LONG_MAX), "MemoryStream::SetCapacity: Out of memory", "",

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <optional>
 #include <set>
 #include <string>
@@ -303,7 +304,7 @@ TEST(XmlNsSupport, TheGenerationChangesWithEachChangeOfABinding) {
         SCOPED_TRACE(c.name);
         sax::XmlNsSupport context;
         Play(context, c.before);
-        const unsigned long before = context.Generation();
+        const std::uint64_t before = context.Generation();
         Play(context, {c.step});
         EXPECT_EQ(context.Generation() != before, c.changes);
     }
@@ -314,7 +315,7 @@ TEST(XmlNsSupport, AssignmentChangesTheGeneration) {
     sax::XmlNsSupport target;
     Play(source, {"<", "a=1"});
     Play(target, {"<", "a=2"});
-    const unsigned long before = target.Generation();
+    const std::uint64_t before = target.Generation();
     target = source;
     EXPECT_NE(target.Generation(), before);
 }
@@ -356,7 +357,7 @@ TEST(XmlNsSupport, SelfAssignmentChangesNothing) {
 TEST(XmlNsSupport, DerivedClassesCanBindXmlns) {
     OpenNsSupport context;
     EXPECT_EQ(context.Prefixes().GetItemCount(), 1u);
-    unsigned long generation = context.Generation();
+    std::uint64_t generation = context.Generation();
     context.BindXmlns();
     EXPECT_EQ(context.GetURI("xmlns"), kXmlnsUri);
     EXPECT_NE(context.Generation(), generation);
