@@ -11,6 +11,7 @@
 #include "xml/EscapeScan.h"
 #include "xml/WriterMessages.h"
 
+#include <cstdint>
 #include <new>  // std::bad_alloc
 
 namespace Xml::detail {
@@ -155,8 +156,8 @@ bool WriterCore::Indents() const {
 // Begins a line for what is `depth` elements deep. The first of a document needs none.
 void WriterCore::NewLine(std::size_t depth) {
     if (state_ != WriteState::Start) output_.PutToken(settings.newLineChars);
-    for (std::size_t count = depth * static_cast<std::size_t>(settings.indentation); count > 0;
-         --count)
+    const auto indentation = static_cast<std::uint64_t>(settings.indentation);
+    for (std::uint64_t count = depth * indentation; count > 0; --count)
         output_.Put(settings.indentChar);
 }
 

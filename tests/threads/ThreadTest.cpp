@@ -188,19 +188,19 @@ TEST(XmlNsSupportThreads, UseContextsOfTheirOwnAtOnce) {
 }
 
 TEST(CSSStyleSheetThreads, AskForPropertiesAndMatchAtOnce) {
-    constexpr std::size_t kRules = 50;
+    constexpr unsigned long kRules = 50;
     Dom::Document document;
     document.LoadXml("<r><p class='k0 k49'/></r>");
     Dom::Element* const element =
         static_cast<Dom::Element*>(document.DocumentElement()->FirstChild());
     Dom::CSS::CSSStyleSheet sheet(Dom::CSS::CSSRule::Author, nullptr, "", "");
-    for (std::size_t i = 0; i < kRules; ++i) {
+    for (unsigned long i = 0; i < kRules; ++i) {
         const std::string number = std::to_string(i);
         sheet.InsertRule(("r > .k" + number + " { margin: " + number + "px }").c_str(), i);
     }
     RunAtOnce([&](std::size_t /*number*/) {
         std::size_t matches = 0;
-        for (std::size_t i = 0; i < kRules; ++i) {
+        for (unsigned long i = 0; i < kRules; ++i) {
             const auto* const rule = static_cast<Dom::CSS::CSSStyleRule*>(sheet.CssRules().Item(i));
             if (rule->MatchesSelector(element, "")) ++matches;
             EXPECT_EQ(rule->Style().Length(), 4U);

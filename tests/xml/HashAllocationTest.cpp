@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <new>
 #include <string>
 #include <string_view>
@@ -273,7 +274,7 @@ TEST(HashAllocation, AFailedDeclarationGivesNullAndChangesNothing) {
         context->PushContext();
         for (const std::string_view prefix : {"a", "b", "", longPrefix.c_str(), "a", ""}) {
             const std::string before = Describe(*context);
-            const unsigned long generation = context->Generation();
+            const std::uint64_t generation = context->Generation();
             const bool hadFailed = failure.HasFailed();
             if (context->DeclarePrefix(prefix, kLongUri) != nullptr) continue;
             ++refused;
