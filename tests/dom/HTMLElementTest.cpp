@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string_view>
 
 namespace {
 
@@ -104,7 +105,7 @@ TEST(HTMLElement, GetsAttributesThatWereLoaded) {
 TEST(HTMLElement, SetsTheAttributeThatIsThere) {
     for (const Attribute& attribute : kAttributes) {
         SCOPED_TRACE(attribute.name);
-        if (attribute.set == &HTMLElement::SetLang) continue;  // see below
+        if (std::string_view(attribute.name) == "lang") continue;  // see below
         Dom::HTMLDocument page;
         const std::unique_ptr<Dom::Element> element(page.CreateElementNS(kXhtml, "p"));
         HTMLElement& html = *support::AsHtml(element.get());

@@ -235,9 +235,8 @@ TEST_F(FileStreamTest, ReadingAheadSeeksLikeAPlainFile) {
     for (int step = 0; step < 5000; ++step) {
         state = state * 1103515245u + 12345u;
         const auto origin = static_cast<SeekOrigin::SEEK_ORIGIN>(state >> 16 & 3);
-        const unsigned reach = (state >> 18 & 3) == 0 ? 250'000 : 2000;
-        const long offset =
-            static_cast<long>(state >> 8 & 0xFFFFFF) % reach - static_cast<long>(reach / 3);
+        const long reach = (state >> 18 & 3) == 0 ? 250'000 : 2000;
+        const long offset = static_cast<long>(state >> 8 & 0xFFFFFF) % reach - reach / 3;
         SCOPED_TRACE(testing::Message() << step << ": " << offset << " from " << origin);
         ASSERT_EQ(ahead.Seek(offset, origin), plain.Seek(offset, origin));
         ASSERT_EQ(ahead.Position(), plain.Position());
