@@ -434,13 +434,14 @@ void Parser::ReportDeclarations(const Run& run) const {
         const Xml::detail::EntityTable* const table = run.core.Entities();
         if (table == nullptr || i >= table->Records().size()) return;
         const Xml::detail::EntityRecord& record = table->Records()[i];
-        const char* const publicId = record.publicId.c_str();
-        const char* const systemId = record.systemId.c_str();
+        if (record.ids == nullptr) continue;
+        const char* const publicId = record.ids->publicId.c_str();
+        const char* const systemId = record.ids->systemId.c_str();
         if (record.kind == Xml::detail::EntityKind::Notation) {
             settings.dtdHandler->notationDecl(record.name.c_str(), publicId, systemId);
-        } else if (!record.notation.empty()) {
+        } else if (record.IsUnparsed()) {
             settings.dtdHandler->unparsedEntityDecl(record.name.c_str(), publicId, systemId,
-                                                    record.notation.c_str());
+                                                    record.ids->notation.c_str());
         }
     }
 }

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "xml/EntityTable.h"
 
-#include <espalier/xml/XmlHash.h>
-
+#include "xml/HashIndex.h"  // AreEqual()
 #include "xml/SeededHash.h"
 
 #include <algorithm>  // std::max
@@ -15,18 +14,7 @@ namespace Xml::detail {
 
 namespace {
 
-constexpr unsigned kMapSize = 32;  // buckets at first
-
-// No name starts with these, so names of different kinds have different keys.
-astring KeyOf(EntityKind kind, std::string_view name) {
-    astring key(kind == EntityKind::Parameter ? "%" : kind == EntityKind::Notation ? "!" : "");
-    key += name;
-    return key;
-}
-
-void* FindIn(const Xml::HashMap& map, std::string_view key) {
-    return map.Find(key.data(), static_cast<unsigned>(key.size()));
-}
+constexpr std::size_t kSlots = 64;  // at first
 
 }  // namespace
 
@@ -39,26 +27,52 @@ int PredefinedCharacter(std::string_view name) {
     return 0;
 }
 
-EntityTable::EntityTable() : byKey_(kMapSize, true) {
-    byKey_.SetKey(SeededHash, XmlKeyCompareBinary);
+EntityTable::EntityTable() : slots_(kSlots) {}
+
+// Names of different kinds have different hashes, unless they collide.
+std::uint32_t EntityTable::HashOf(EntityKind kind, std::string_view name) {
+    return SeededHash(name.data(), static_cast<unsigned>(name.size())) +
+           static_cast<unsigned>(kind);
 }
 
-EntityRecord* EntityTable::FindGeneral(std::string_view name) const {
-    if (name.empty()) return nullptr;
-    return static_cast<EntityRecord*>(FindIn(byKey_, name));
+// Returns the place of a record among the slots, or the free one where it would go.
+std::size_t EntityTable::PlaceOf(std::uint32_t hash, EntityKind kind, std::string_view name) const {
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t place = hash & mask;
+    for (; slots_[place].record != nullptr; place = (place + 1) & mask) {
+        if (slots_[place].hash != hash) continue;
+        const EntityRecord& record = *slots_[place].record;
+        if (record.kind == kind && AreEqual(record.name, name)) break;
+    }
+    return place;
+}
+
+void EntityTable::Double() {
+    std::vector<Slot> slots(slots_.size() * 2);
+    const std::size_t mask = slots.size() - 1;
+    for (const Slot& slot : slots_) {
+        if (slot.record == nullptr) continue;
+        std::size_t place = slot.hash & mask;
+        while (slots[place].record != nullptr)
+            place = (place + 1) & mask;
+        slots[place] = slot;
+    }
+    slots_.swap(slots);
 }
 
 EntityRecord* EntityTable::Find(EntityKind kind, std::string_view name) const {
-    return static_cast<EntityRecord*>(FindIn(byKey_, KeyOf(kind, name)));
+    return slots_[PlaceOf(HashOf(kind, name), kind, name)].record;
 }
 
 EntityRecord* EntityTable::Declare(EntityKind kind, std::string_view name) {
-    const astring key = KeyOf(kind, name);
-    if (FindIn(byKey_, key) != nullptr) return nullptr;
+    if ((records_.size() + 1) * 2 > slots_.size()) Double();
+    const std::uint32_t hash = HashOf(kind, name);
+    Slot& slot = slots_[PlaceOf(hash, kind, name)];
+    if (slot.record != nullptr) return nullptr;
     EntityRecord& record = records_.emplace_back();
     record.kind = kind;
     record.name = name;
-    byKey_.Insert(key.data(), static_cast<unsigned>(key.length()), &record);
+    slot = {hash, &record};
     if (kind == EntityKind::General && std::exchange(missed_, false)) ++generation_;
     return &record;
 }
@@ -102,7 +116,7 @@ void EntityTable::NotePlain(const EntityRecord& record) {
     unsigned char bytes[PackedName::kMostBytes] = {};
     std::memcpy(bytes, record.name.data(), length);
     const PackedName name = LoadName(bytes);
-    plain_[SlotOf(name)] = {name, &record};
+    plain_[PlainSlotOf(name)] = {name, &record};
 }
 
 // Goes through the entities depth first, on a stack of its own: who writes the document says how

@@ -142,21 +142,22 @@ void ReaderCore::ParseEntityDecl(Place place) {
     ExpectDtdToken(token, XmlToken::NAME);
     const astring name(scanner_.Name().text);
 
-    EntityRecord read;
+    astring text;
+    std::unique_ptr<EntityIds> ids;
     token = scanner_.ScanDtdToken();
     const bool isExternal = token == XmlToken::NAME;
     if (isExternal) {
-        ParseExternalID(read.publicId, read.systemId, false);
+        ids = std::make_unique<EntityIds>();
+        ParseExternalID(ids->publicId, ids->systemId, false);
     } else {
         ExpectDtdToken(token, XmlToken::QUOTE);
-        ParseEntityLiteral(read.text);
+        ParseEntityLiteral(text);
     }
     EntityRecord* const record =
         Declare(isParameter ? EntityKind::Parameter : EntityKind::General, name, place);
     if (record != nullptr) {
-        record->text = std::move(read.text);
-        record->publicId = std::move(read.publicId);
-        record->systemId = std::move(read.systemId);
+        record->text = std::move(text);
+        record->ids = std::move(ids);
     }
     if (isExternal) {
         ParseNdata(record, isParameter);
@@ -204,7 +205,7 @@ void ReaderCore::ParseNdata(EntityRecord* record, bool isParameter) {
     if (!entities_ || entities_->Find(EntityKind::Notation, notation) == nullptr) {
         scanner_.Throw(Message::kUndeclaredNotation);
     }
-    if (record != nullptr) record->notation = notation;
+    if (record != nullptr) record->ids->notation = notation;
     ExpectDtdToken(scanner_.ScanDtdToken(), XmlToken::TAGEND);
 }
 
@@ -216,12 +217,11 @@ void ReaderCore::ParseNotationDecl(Place place) {
     if (name.find(':') != astring::npos) scanner_.Throw(Message::kColonInNotation);
     if (!scanner_.SkipWhitespace()) scanner_.Throw(Message::kNoSpaceAfterNotationName);
     ExpectDtdToken(scanner_.ScanDtdToken(), XmlToken::NAME);
-    EntityRecord read;
-    ParseExternalID(read.publicId, read.systemId, true);
+    auto ids = std::make_unique<EntityIds>();
+    ParseExternalID(ids->publicId, ids->systemId, true);
     EntityRecord* const record = Declare(EntityKind::Notation, name, place);
     if (record == nullptr) scanner_.Throw(Message::kDuplicateNotation);
-    record->publicId = std::move(read.publicId);
-    record->systemId = std::move(read.systemId);
+    record->ids = std::move(ids);
     ExpectDtdToken(scanner_.ScanDtdToken(), XmlToken::TAGEND);
 }
 

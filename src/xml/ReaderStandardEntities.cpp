@@ -23,7 +23,7 @@ bool ReaderCore::IsReadable(const EntityRecord* record, std::string_view name) c
         return false;
     }
     if (isKnown && record->isInParameter) scanner_.Throw(Message::kEntityInParameter, name);
-    if (!record->notation.empty()) scanner_.Throw(Message::kUnparsedEntity, name);
+    if (record->IsUnparsed()) scanner_.Throw(Message::kUnparsedEntity, name);
     return !record->isExternal;
 }
 

@@ -8,9 +8,19 @@
 #include "xml/SubsetMessages.h"
 #include "xml/SubsetParser.h"
 
+#include <memory>
 #include <utility>  // std::move
 
 namespace Xml::detail {
+
+namespace {
+
+std::unique_ptr<EntityIds> IdsOf(ExternalId id) {
+    return std::make_unique<EntityIds>(
+        EntityIds{std::move(id.publicId), std::move(id.systemId), {}});
+}
+
+}  // namespace
 
 // [45] elementdecl ::= '<!ELEMENT' S Name S contentspec S? '>'
 void SubsetParser::ParseElement(Place place) {
@@ -53,8 +63,7 @@ void SubsetParser::ParseEntityDefinition(EntityRecord& entity) {
     ExternalId id;
     if (!parts_.ScanExternalId(id)) parts_.Fail(Message::kExpectedEntityValue);
     entity.isExternal = true;
-    entity.publicId = std::move(id.publicId);
-    entity.systemId = std::move(id.systemId);
+    entity.ids = IdsOf(std::move(id));
     ParseNdata(entity);
 }
 
@@ -65,7 +74,8 @@ void SubsetParser::ParseNdata(EntityRecord& entity) {
     if (!isSeparated) scanner_.Throw(Message::kNoSpaceBeforeNdata);
     if (entity.kind == EntityKind::Parameter) scanner_.Throw(Message::kNotationOfParameter);
     parts_.RequireSpace(Message::kNoSpaceAfterNdata);
-    entity.notation = parts_.ScanPlainName(Message::kExpectedNotation, Message::kColonInNotation);
+    entity.ids->notation =
+        parts_.ScanPlainName(Message::kExpectedNotation, Message::kColonInNotation);
 }
 
 // [9] EntityValue
@@ -97,8 +107,7 @@ void SubsetParser::ParseNotation(Place place) {
     if (!parts_.ScanExternalId(id, true)) parts_.Fail(Message::kExpectedNotationId);
     parts_.RequireLast('>', Message::kExpectedNotationEnd);
     notation.isExternal = id.isSystem;
-    notation.publicId = std::move(id.publicId);
-    notation.systemId = std::move(id.systemId);
+    notation.ids = IdsOf(std::move(id));
     Record(std::move(notation));
 }
 
