@@ -35,13 +35,19 @@ Measurement Measure(double megabytes, std::span<const Work> works, const Measure
         if (work) work();  // tables and buffers grow here, not in the first round
     }
     for (int round = 0; round < options.rounds; ++round) {
+        std::vector<double> firstSpeeds;
         double firstSeconds = 0;
         for (std::size_t i = 0; i < works.size(); ++i) {
-            const double seconds = SecondsPerPass(works[i], options);
-            if (i == 0) firstSeconds = seconds;
-            speeds[i].push_back(megabytes / seconds);
+            const bool isStale = i > 1 && works[i];  // the one before was another work
+            if (i == 0 || isStale) {
+                firstSeconds = SecondsPerPass(works[0], options);
+                firstSpeeds.push_back(megabytes / firstSeconds);
+            }
+            const double seconds = i == 0 ? firstSeconds : SecondsPerPass(works[i], options);
+            if (i > 0) speeds[i].push_back(megabytes / seconds);
             ratios[i].push_back(seconds / firstSeconds);
         }
+        speeds[0].push_back(Quantile(firstSpeeds, 0.5));
     }
 
     Measurement result;

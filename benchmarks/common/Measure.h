@@ -25,7 +25,7 @@ struct Measurement {
     std::vector<double> speeds;               ///< MB/s of each work, median of the rounds
     std::vector<std::vector<double>> rounds;  ///< MB/s of each work in each round
     /// How many times as fast the first work is as each: the median over the rounds of the ratio
-    /// within one round, so that a machine that slows down between rounds does not show.
+    /// of neighbours, so that a machine whose speed changes shows as little as it can.
     std::vector<double> ratios;
     /// Half of the distance between the quartiles of the ratios, relative to the median; the
     /// largest of all works.
@@ -37,8 +37,9 @@ struct FileResult : Measurement {
     const CorpusEntry* entry = nullptr;
 };
 
-/// Measures works that each go over `megabytes`: one after the other in each round, over and over.
-/// Time is the thread's processor time, so other programs disturb it through the caches only.
+/// Measures works that each go over `megabytes`: in each round one after the other, and before each
+/// the first one again, which it is compared with. Time is the thread's processor time, so other
+/// programs disturb it through the caches only.
 Measurement Measure(double megabytes, std::span<const Work> works, const MeasureOptions& options);
 
 /// Returns the seconds of processor that the calling thread has had.
