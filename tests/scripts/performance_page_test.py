@@ -21,6 +21,7 @@ bar\ttinyxml2\tpeer\t-\t-\t-
 limit\tpeer A\t5.736\t5\tleast\ttimes\tOK
 limit\tinner of root, lowest of all files (text)\t0.394\t1\tleast\ttimes\tMISS
 limit\tsomething new\t1.2\t1.05\tmost\ttimes\tMISS
+limit\tsomething near\t1.08\t1.05\tmost\ttimes\tMISS
 """
 
 
@@ -35,13 +36,14 @@ def made():
 class Page(unittest.TestCase):
     def test_all_bars_stand_in_one_table(self):
         text = page.limits_part([section()])
-        self.assertIn("1 of 3 are met.", text)
+        self.assertIn("1 of 4 are met.", text)
         rows = [[cell.strip() for cell in line.split("|")[1:-1]] for line in text.splitlines()
                 if line.startswith("| Reader")]
         self.assertEqual(rows[0], ["Reader", "peer A", "5.74 times", "at least 5", "OK", ""])
         self.assertEqual(rows[1][2:5], ["0.39 times", "at least 1", "MISS"])
         self.assertEqual(rows[1][5], page.REASONS["inner of root"])
         self.assertEqual(rows[2][3:], ["at most 1.05", "MISS", "not explained"])
+        self.assertEqual(rows[3][5], "missed by less than 5 %: two runs differ by more")
 
     def test_a_chart_has_a_picture_and_its_spread(self):
         text = page.section_part(section())
