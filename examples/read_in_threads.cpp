@@ -32,10 +32,11 @@ std::vector<long> CountElements(const std::vector<std::string>& files) {
             }
         }
     };
-    std::vector<std::jthread> threads;
+    std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i)
         threads.emplace_back(work);
-    threads.clear();  // waits for them
+    for (std::thread& thread : threads)
+        thread.join();
     return counts;
 }
 //! [read in threads]
