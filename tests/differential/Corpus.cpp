@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Corpus.h"
 
+#include "support/Sanitizers.h"
+
 #include <algorithm>
 #include <array>
 #include <fstream>
@@ -76,7 +78,12 @@ std::vector<fs::path> DocumentsOf(const Source& source) {
     }
     std::erase_if(files, [](const fs::path& path) { return !IsDocument(path); });
     std::sort(files.begin(), files.end());
-    return files;
+    constexpr std::size_t kMany = 50;
+    const std::size_t stride = files.size() > kMany ? support::kStride : 1;
+    std::vector<fs::path> chosen;
+    for (std::size_t i = 0; i < files.size(); i += stride)
+        chosen.push_back(files[i]);
+    return chosen;
 }
 
 std::string ContentOf(const fs::path& path) {

@@ -21,7 +21,8 @@ std::span<const Source> Sources();
 /// Returns the name as a part of the name of a test.
 std::string NameOf(const Source& source);
 
-/// Returns the documents in order of their names; none when the package is not installed.
+/// Returns the documents in order of their names, of many every support::kStride-th; none when the
+/// package is not installed.
 std::vector<std::filesystem::path> DocumentsOf(const Source& source);
 
 /// Returns the bytes of a file.
