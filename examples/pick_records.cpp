@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <cstring>
 #include <iostream>
 #include <string>
@@ -73,14 +74,14 @@ void PrintOverdue(IO::Stream& stream) {
 //! [pick records]
 
 //! [sum records]
-long SumAmounts(IO::Stream& stream) {
-    long sum = 0;
+std::int64_t SumAmounts(IO::Stream& stream) {
+    std::int64_t sum = 0;
     Xml::XmlTextReader reader;
     reader.SetStream(&stream, false);
     while (reader.Read()) {
         if (reader.NodeType() != Xml::XmlNodeType::Element || reader.Name() != "record") continue;
         const std::string_view amount = reader.GetAttribute("amount");
-        long value = 0;
+        std::int64_t value = 0;
         std::from_chars(amount.data(), amount.data() + amount.size(), value);
         sum += value;
     }

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -346,7 +347,7 @@ TEST(MatchesHostile, PositionsInAnyOrderTakeLinearTime) {
     for (const auto& c : kCases) {
         const Selector selector(c.selector);
         int count = 0;
-        for (std::size_t i = 0; i < kMany; ++i)
+        for (std::uint64_t i = 0; i < kMany; ++i)
             count += selector.Matches(*elements[i * 99'991 % kMany]) ? 1 : 0;
         EXPECT_EQ(count, c.expected) << c.selector;
     }
