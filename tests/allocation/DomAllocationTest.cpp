@@ -240,7 +240,7 @@ TEST(DomAllocation, EveryAllocationOfAnEditMayFail) {
             FailingAllocation::Exempt([&] { EXPECT_EQ(failure.LiveCount(), 0); });
         });
     }
-    EXPECT_GT(all, 40);
+    EXPECT_GT(all, sizeof(void*) < 8 ? 30 : 40);  // more small nodes are in one block
 }
 
 // Writing.

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+
 using Tool::ProgressLine;
 
 TEST(Progress, TellsPercentRateAndTimeLeft) {
@@ -15,7 +17,7 @@ TEST(Progress, TellsBytesAndRateOfAPipe) {
 }
 
 TEST(Progress, LongTimesHaveHours) {
-    EXPECT_EQ(ProgressLine({1048576, 4096 * 1048576L, 1.0}, 79),
+    EXPECT_EQ(ProgressLine({1048576, std::int64_t{4096} * 1048576, 1.0}, 79),
               "[........................]   0 % of 4.0 GiB, 1.0 MiB/s, 1:08:15 left");
 }
 
