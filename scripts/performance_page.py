@@ -13,7 +13,7 @@ import re
 REGION = re.compile(r"(<!-- figures: begin -->\n)(.*)(<!-- figures: end -->\n)", re.DOTALL)
 
 # Why a bar is missed that is known to be, by the beginning of its title; one that is missed and not
-# here stands in the table as not explained, unless it is missed narrowly. A reason is not shown while
+# here stands in the table as not explained. A reason is not shown while
 # the bar is met.
 SHEETS = (
     "all selectors and declarations are checked while the sheet is read; litehtml keeps "
@@ -28,7 +28,7 @@ REASONS = {
     "libxml2's tree": "documents with many texts (text-heavy, records, mixed markup) pull the mean "
     "down: either tree has to copy them",
     "pugixml with full content": "pugixml checks neither namespaces nor characters, nor whether an "
-    "attribute is there twice: documents with many attributes pull the mean down",
+    "attribute is there twice; what each of these checks costs was not measured",
     "heap of libxml2's tree": "where a document is nearly all text, the text alone takes about "
     "half of what libxml2 needs for all of it",
     "litehtml, 0.6 MB": SHEETS,
@@ -37,7 +37,7 @@ REASONS = {
     "library's own tables use the seeded one",
 }
 
-NARROW = 0.05  # a miss that may be the machine's
+NARROW = 0.05  # how near a miss is told to be near
 
 
 class Figures:
@@ -108,7 +108,7 @@ def reason_of(title, measured, wanted):
     if known:
         return REASONS[max(known, key=len)]
     if abs(measured / wanted - 1) < NARROW:
-        return f"missed by less than {NARROW * 100:.0f} %: two runs differ by more"
+        return f"missed by less than {NARROW * 100:.0f} %, not explained"
     return "not explained"
 
 

@@ -43,7 +43,7 @@ class Page(unittest.TestCase):
         self.assertEqual(rows[1][2:5], ["0.39 times", "at least 1", "MISS"])
         self.assertEqual(rows[1][5], page.REASONS["inner of root"])
         self.assertEqual(rows[2][3:], ["at most 1.05", "MISS", "not explained"])
-        self.assertEqual(rows[3][5], "missed by less than 5 %: two runs differ by more")
+        self.assertEqual(rows[3][5], "missed by less than 5 %, not explained")
 
     def test_a_chart_has_a_picture_and_its_spread(self):
         text = page.section_part(section())
