@@ -2,23 +2,13 @@
 #include "dom/css/computed/ElementStyles.h"
 
 #include "dom/NodeAccess.h"
+#include "dom/css/Relatives.h"
 
 #include <cassert>
 #include <memory>
 #include <optional>
 
 namespace Dom::CSS::detail {
-
-namespace {
-
-const Element* ParentOf(const Element& element) {
-    const Node* const parent = element.ParentNode();
-    return parent != nullptr && parent->NodeType() == Node::ELEMENT_NODE
-               ? static_cast<const Element*>(parent)
-               : nullptr;
-}
-
-}  // namespace
 
 // What is remembered of attributes that are gone is dropped when it is most of all.
 void ElementStyles::Clear() {

@@ -3,6 +3,7 @@
 
 #include <espalier/dom/css/CSSStyleRule.h>
 
+#include "dom/css/Relatives.h"
 #include "dom/css/computed/SpecifiedValue.h"
 
 #include <cstddef>
@@ -123,11 +124,6 @@ private:
         }
         pseudo_ = {};
         return hasGoneUp_ = true;
-    }
-    static const Element* ParentOf(const Element& element) {
-        const Node* const parent = element.ParentNode();
-        const bool isElement = parent != nullptr && parent->NodeType() == Node::ELEMENT_NODE;
-        return isElement ? static_cast<const Element*>(parent) : nullptr;
     }
 
     ElementStyles& styles_;
