@@ -8,6 +8,7 @@
 #include "dom/css/SelectorParts.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
@@ -32,6 +33,7 @@ public:
 
 private:
     SelectorParts parts_;
+    std::uint64_t serial_;  // no other selectors have this one
     std::optional<std::size_t> fault_;
 };
 

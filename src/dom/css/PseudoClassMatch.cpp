@@ -4,10 +4,13 @@
 #include "dom/NodeAccess.h"
 #include "dom/css/AsciiCase.h"
 #include "dom/css/NthArgument.h"
+#include "dom/css/Relatives.h"
 #include "dom/css/SiblingPosition.h"
+#include "dom/css/WalkAnswers.h"
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <string_view>
 
 namespace Dom::CSS::detail {
@@ -59,16 +62,30 @@ const astring* DeclaredLanguage(const Element& element) {
     return nullptr;
 }
 
-bool IsInLanguage(const Element& element, std::string_view language) {
-    for (const Node* node = &element; node != nullptr && node->NodeType() == Node::ELEMENT_NODE;
-         node = node->ParentNode()) {
-        const astring* const declared = DeclaredLanguage(static_cast<const Element&>(*node));
-        if (declared == nullptr) continue;
-        const std::string_view own = declared->view();
-        return EqualIgnoringCase(own.substr(0, language.size()), language) &&
-               (own.size() == language.size() || own[language.size()] == '-');
+// Returns the nearest element that declares a language, this one or above, or null.
+const Element* LanguageHolder(const Element& element) {
+    constexpr WalkQuestion kQuestion = {kLanguageAsker, 0};
+    const Element* holder = &element;
+    std::size_t passed = 0;
+    for (; holder != nullptr && DeclaredLanguage(*holder) == nullptr; ++passed) {
+        if (passed >= kShortWalk) {
+            if (const auto known = RememberedAnswer(kQuestion, *holder)) {
+                holder = *known;
+                break;
+            }
+        }
+        holder = ParentOf(*holder);
     }
-    return false;
+    RememberAnswer(kQuestion, element, ParentOf, passed, holder);
+    return holder;
+}
+
+bool IsInLanguage(const Element& element, std::string_view language) {
+    const Element* const holder = LanguageHolder(element);
+    if (holder == nullptr) return false;
+    const std::string_view own = DeclaredLanguage(*holder)->view();
+    return EqualIgnoringCase(own.substr(0, language.size()), language) &&
+           (own.size() == language.size() || own[language.size()] == '-');
 }
 
 bool IsLink(const Element& element) {
