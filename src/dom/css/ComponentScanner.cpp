@@ -201,6 +201,12 @@ void ComponentScanner::ScanBracket() {
     ++at_;
 }
 
+// Passes over an escape in a string or an address.
+void ComponentScanner::SkipEscape() {
+    if (at_[1] == ';' || at_[1] == '!') seen_ |= kHiddenEnd;
+    at_ = BehindEscape(at_);
+}
+
 // Section 4.3.5. The end of a line is left for who comes next.
 void ComponentScanner::ScanString() {
     const char quote = *at_++;
@@ -213,7 +219,7 @@ void ComponentScanner::ScanString() {
         case '\f': seen_ |= kBad; return;
         case '\\':
             if (IsEscape(at_)) {
-                at_ = BehindEscape(at_);
+                SkipEscape();
             } else {
                 at_ += at_[1] == '\r' && at_[2] == '\n' ? 3 : 2;
             }
@@ -281,7 +287,7 @@ void ComponentScanner::ScanAddress() {
             continue;
         case '\\':
             if (!IsEscape(at_)) return SkipBadAddress();
-            at_ = BehindEscape(at_);
+            SkipEscape();
             continue;
         default: break;
         }

@@ -64,6 +64,7 @@ private:
     void ScanBang();
     void ScanString();
     void ScanBracket();
+    void SkipEscape();
     void ScanEscape();
     void ScanAddress();
     void SkipBadAddress();

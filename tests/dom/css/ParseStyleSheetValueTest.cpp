@@ -91,6 +91,15 @@ TEST(ParseStyleSheetValue, PrintsWhatMeansTheSame) {
         {"red\\ ", "red\\ "},
         {"red\\\\ ", "red\\\\"},
         {"';' '!' \"}\"", "\";\" \"!\" \"}\""},
+        {"'x\\;d:e'", "'x\\;d:e'"},
+        {"\"x\\;d:e\"", "\"x\\;d:e\""},
+        {"'x\\!important'", "'x\\!important'"},
+        {"url(x\\;d:e)", "url(x\\;d:e)"},
+        {"url(x\\!important)", "url(x\\!important)"},
+        {"url('x\\;d:e')", "url('x\\;d:e')"},
+        {"f(x\\;d:e)", "f(x\\;d:e)"},
+        {"x\\;d\\:e", "x\\;d\\:e"},
+        {"url(data:a/b\\;base64,AA==) c", "url(data:a/b\\;base64,AA==) c"},
     };
     for (const auto& c : kCases)
         EXPECT_EQ(Declared(std::string("b:") + c.value), std::string("b: ") + c.printed);
